@@ -1,0 +1,16 @@
+/**
+ * @file
+ * The export macro of the library: every class and function that carries it belongs to the API.
+ */
+#ifndef OVPARSER_PLEXPORT_H
+#define OVPARSER_PLEXPORT_H
+
+#include <QtCore/qglobal.h>
+
+#ifdef OVPARSER_BUILDING_LIBRARY
+#define PARSERLIBRARY_EXPORT Q_DECL_EXPORT
+#else
+#define PARSERLIBRARY_EXPORT Q_DECL_IMPORT
+#endif
+
+#endif

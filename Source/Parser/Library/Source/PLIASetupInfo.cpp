@@ -1,0 +1,11 @@
+#include "PLIASetupInfo.h"
+
+#include <ctime>
+
+sIASetupInfo::sIASetupInfo()
+    : acquisitionTime(qint64(std::time(nullptr)))
+{}
+
+sIASetupInfo::sIASetupInfo(const sIASetupInfo& other) = default;
+sIASetupInfo& sIASetupInfo::operator=(const sIASetupInfo& other) = default;
+sIASetupInfo::~sIASetupInfo() = default;

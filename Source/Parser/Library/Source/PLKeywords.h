@@ -1,0 +1,193 @@
+/**
+ * @file
+ * Every section key, key name, file name and fixed value that the data files use, defined once.
+ */
+#ifndef OVPARSER_PLKEYWORDS_H
+#define OVPARSER_PLKEYWORDS_H
+
+#include <QtCore/QLatin1String>
+
+namespace PLKeyword {
+
+/** A keyword from a literal; its length is known when compiling. */
+template <int N>
+constexpr QLatin1String keyword(const char (&text)[N])
+{
+    return QLatin1String(text, N - 1);
+}
+
+/** The marks of the info-file text format. */
+namespace Text {
+inline constexpr QLatin1String Marker = keyword("*** ");
+inline constexpr QLatin1String BareMarker = keyword("***");
+inline constexpr QLatin1String LineEnd = keyword("\r\n");
+inline constexpr QLatin1String DocumentEnd = keyword("\r\n\r\n");
+inline constexpr QLatin1String CommentKey = keyword("CommentLine ");
+} // namespace Text
+
+/** Names and name parts of files. */
+namespace File {
+inline constexpr QLatin1String ClickInfo = keyword("ClickInfo.txt");
+inline constexpr QLatin1String AnalyzedClickInfo = keyword("AnalyzedClickInfo.txt");
+inline constexpr QLatin1String SequenceInfo = keyword("SequenceInfo.txt");
+inline constexpr QLatin1String DicomSuffix = keyword(".dcm");
+inline constexpr QLatin1String CorrectedImage = keyword("luminescentFloatCorrected.TIF");
+} // namespace File
+
+/** Section keys. */
+namespace Section {
+// Acquisitions
+inline constexpr QLatin1String ClickNumber = keyword("ClickNumber");
+inline constexpr QLatin1String UserInput = keyword("User Input");
+inline constexpr QLatin1String UserLabelNameSet = keyword("User Label Name Set");
+inline constexpr QLatin1String AnalysisUserInput = keyword("Analysis User Input");
+// Images
+inline constexpr QLatin1String Photograph = keyword("photographic image");
+inline constexpr QLatin1String Structure = keyword("structure image");
+inline constexpr QLatin1String Luminescent = keyword("luminescent image");
+inline constexpr QLatin1String LuminescentCorrected = keyword("saved luminescent corrected image");
+inline constexpr QLatin1String ReadBiasOnly = keyword("readbiasonly image");
+inline constexpr QLatin1String FluorescentBackground = keyword("fluorescent bkg image");
+inline constexpr QLatin1String ReadBias = keyword("readbias image");
+inline constexpr QLatin1String ReadSigma = keyword("readsigma image");
+inline constexpr QLatin1String DarkCharge = keyword("darkcharge image");
+inline constexpr QLatin1String FluorescentReference = keyword("fluorescent reference image");
+inline constexpr QLatin1String XRay = keyword("x-ray image");
+inline constexpr QLatin1String Blemish = keyword("Blemish Image");
+// Sequences
+inline constexpr QLatin1String Sequence = keyword("Sequence");
+inline constexpr QLatin1String ClickNumbers = keyword("ClickNumbers");
+inline constexpr QLatin1String RestoreResults = keyword("Restore Results");
+inline constexpr QLatin1String GraphControls = keyword("Graph Controls");
+} // namespace Section
+
+/** Keys of the entries of a section. */
+namespace Key {
+// "ClickNumber" and "Sequence"
+inline constexpr QLatin1String ClickInfoType = keyword("ClickInfoType");
+inline constexpr QLatin1String Version = keyword("Orvane Version");
+inline constexpr QLatin1String ModifiedSinceSaved = keyword("Modified Since Saved");
+inline constexpr QLatin1String AcquiredFromFile = keyword("Acquired From File");
+inline constexpr QLatin1String SequenceId = keyword("Sequence ID");
+inline constexpr QLatin1String FolderOnDisk = keyword("Folder On Disk");
+inline constexpr QLatin1String ClickNumberPrefix = keyword("ClickNumber ");
+inline constexpr QLatin1String EmptySequence = keyword("Empty Sequence");
+// "User Input"
+inline constexpr QLatin1String UserId = keyword("User ID");
+inline constexpr QLatin1String DisplayType = keyword("Display Type");
+inline constexpr QLatin1String DisplayedKeyChoices = keyword("Displayed Key Choices");
+// User labels
+inline constexpr QLatin1String Comment2 = keyword("Comment2");
+/** The sixteen universal label keys, in the order in which a label set holds them. */
+inline constexpr QLatin1String UniversalLabels[] = {
+    keyword("User"),
+    keyword("Group"),
+    keyword("Experiment"),
+    keyword("Comment1"),
+    Comment2,
+    keyword("Time Point"),
+    keyword("Animal Number"),
+    keyword("Animal Strain"),
+    keyword("Animal Model"),
+    keyword("Sex"),
+    keyword("View"),
+    keyword("Cell Line"),
+    keyword("Reporter"),
+    keyword("Treatment"),
+    keyword("Luc Injection Time"),
+    keyword("IACUC Number"),
+};
+// Image sections
+inline constexpr QLatin1String AcquisitionDate = keyword("Acquisition Date");
+inline constexpr QLatin1String AcquisitionTime = keyword("Acquisition Time");
+inline constexpr QLatin1String AcquisitionSeconds = keyword("Acquisition Seconds");
+inline constexpr QLatin1String PixelWidth = keyword("Pixel Width");
+inline constexpr QLatin1String PixelHeight = keyword("Pixel Height");
+inline constexpr QLatin1String ImagingAngle = keyword("Imaging Angle");
+inline constexpr QLatin1String SideViewMirrorEnabled = keyword("Side View Mirror Enabled");
+inline constexpr QLatin1String BinningFactor = keyword("Binning Factor");
+inline constexpr QLatin1String RawBinning = keyword("Raw Binning");
+inline constexpr QLatin1String ImageUnits = keyword("Image Units");
+inline constexpr QLatin1String FNumber = keyword("f Number");
+inline constexpr QLatin1String FieldOfView = keyword("Field of View");
+inline constexpr QLatin1String FilterPosition = keyword("Filter Position");
+inline constexpr QLatin1String EmissionFilter = keyword("Emission filter");
+inline constexpr QLatin1String ExcitationFilter = keyword("Excitation filter");
+inline constexpr QLatin1String ExposureTimeSec = keyword("Exposure Time Sec");
+inline constexpr QLatin1String ObjectRadius = keyword("Object radius");
+inline constexpr QLatin1String SubjectSize = keyword("Subject size");
+inline constexpr QLatin1String HeightReference = keyword("Height Reference");
+inline constexpr QLatin1String HeightReferencePixelX = keyword("Height Reference Pixel X");
+inline constexpr QLatin1String HeightReferencePixelY = keyword("Height Reference Pixel Y");
+inline constexpr QLatin1String StructureFrequency = keyword("Structure frequency");
+inline constexpr QLatin1String MvStageDistance = keyword("MV stage distance");
+inline constexpr QLatin1String StructuredLightLittleL = keyword("Structured Light Little L");
+inline constexpr QLatin1String ErrorWave = keyword("Error Wave");
+inline constexpr QLatin1String LuminescentExposure = keyword("Luminescent Exposure (Seconds)");
+inline constexpr QLatin1String LuminescentExposureUnits = keyword("Luminescent Exposure Units");
+inline constexpr QLatin1String BackgroundExposure = keyword("Background Exposure (Seconds)");
+inline constexpr QLatin1String EmGain = keyword("EM Gain");
+inline constexpr QLatin1String ReadBiasLevel = keyword("Read Bias Level");
+inline constexpr QLatin1String ImageSubtype = keyword("Image Subtype");
+inline constexpr QLatin1String FluorescenceLevel = keyword("Fluorescence level");
+inline constexpr QLatin1String FluorescenceLevelString = keyword("Fluorescence level string");
+inline constexpr QLatin1String FlGridName = keyword("FL Grid Name");
+inline constexpr QLatin1String FlGridPosition = keyword("FL Grid Position");
+inline constexpr QLatin1String FlXMotorPosition = keyword("FL X motor position");
+inline constexpr QLatin1String FlYMotorPosition = keyword("FL Y motor position");
+inline constexpr QLatin1String FlXSpot = keyword("FL x-spot");
+inline constexpr QLatin1String FlYSpot = keyword("FL y-spot");
+inline constexpr QLatin1String MinimalCounts = keyword("Minimal Counts For Normalization");
+inline constexpr QLatin1String DemandTemperature = keyword("Demand Temperature");
+inline constexpr QLatin1String MeasuredTemperature = keyword("Measured Temperature");
+inline constexpr QLatin1String DataMultiplier = keyword("Data Multiplier");
+inline constexpr QLatin1String Cosmic = keyword("Cosmic");
+inline constexpr QLatin1String BackgroundCorrected = keyword("Background Corrected");
+inline constexpr QLatin1String FlatFieldCorrected = keyword("Flat Field Corrected");
+inline constexpr QLatin1String XRayTubeVoltage = keyword("X-ray tube voltage");
+inline constexpr QLatin1String XRayTubePlateCurrent = keyword("X-ray tube plate current");
+inline constexpr QLatin1String XRayTubeFilter = keyword("X-ray tube filter");
+inline constexpr QLatin1String ImagingMode = keyword("Imaging Mode");
+// Multi-view angle, newer and older spelling
+inline constexpr QLatin1String Rdx2Angle = keyword("RDX-2 Angle");
+inline constexpr QLatin1String RodxAngle = keyword("RoDX Angle");
+} // namespace Key
+
+/** Fixed values and names. */
+namespace Value {
+inline constexpr QLatin1String Empty = keyword("");
+inline constexpr QLatin1String RawData = keyword("RawData");
+inline constexpr QLatin1String SingleClickAnalysis = keyword("SingleClickAnalysis");
+inline constexpr QLatin1String Yes = keyword("Yes");
+inline constexpr QLatin1String Zero = keyword("0");
+inline constexpr QLatin1String One = keyword("1");
+inline constexpr QLatin1String Counts = keyword("counts");
+inline constexpr QLatin1String OpenFilter = keyword("Open");
+inline constexpr QLatin1String NoError = keyword("No Error");
+inline constexpr QLatin1String Fluorescent = keyword("fluorescent");
+inline constexpr QLatin1String NoExposure = keyword("0.0");
+inline constexpr QLatin1String BlemishDate = keyword("13/12/2022");
+inline constexpr QLatin1String BlemishTime = keyword("12:40");
+inline constexpr QLatin1String BlemishSeconds = keyword("23");
+// "Display Type"
+inline constexpr QLatin1String DisplayPhotographic = keyword("photographic");
+inline constexpr QLatin1String DisplayLuminescent = keyword("luminescent");
+inline constexpr QLatin1String DisplayStructure = keyword("structure");
+inline constexpr QLatin1String DisplayOverlay = keyword("Overlay");
+inline constexpr QLatin1String DisplaySingle = keyword("Single");
+// "Imaging Mode" of X-ray images
+inline constexpr QLatin1String LargeAnimal = keyword("Large Animal");
+inline constexpr QLatin1String HighResolution = keyword("High Resolution");
+inline constexpr QLatin1String Mouse = keyword("Mouse");
+// Label sets; the second name is the one that older files carry
+inline constexpr QLatin1String UniversalLabelSet = keyword("Orvane Universal");
+inline constexpr QLatin1String FormerUniversalLabelSet = keyword("Mirrane Universal");
+inline constexpr QLatin1String Product = keyword("Orvane");
+inline constexpr QLatin1String FormerProduct = keyword("Mirrane");
+/** Version that made-up click info of a bare image carries. */
+inline constexpr QLatin1String ImportVersion = keyword("4.8.4");
+} // namespace Value
+
+} // namespace PLKeyword
+
+#endif

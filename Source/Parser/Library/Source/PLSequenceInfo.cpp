@@ -1,0 +1,391 @@
+#include "PLSequenceInfo.h"
+
+#include "PLKeywords.h"
+#include "internal/InfoText.h"
+#include "internal/LabelSets.h"
+#include "internal/NewSection.h"
+#include "internal/TextFile.h"
+#include "internal/VersionStamp.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <new>
+
+#include <sys/stat.h>
+
+using namespace ovparser::internal;
+
+namespace Key = PLKeyword::Key;
+namespace Section = PLKeyword::Section;
+namespace Value = PLKeyword::Value;
+
+namespace {
+
+/**
+ * A section mark may have its ':' behind the next mark; its key then spans both. No real key is
+ * this long, and without a limit many marks before one ':' would take quadratic memory.
+ */
+constexpr std::ptrdiff_t maxSpanningKey = 128;
+
+QString clickNumberKey(int number)
+{
+    return Key::ClickNumberPrefix + QString::number(number);
+}
+
+/** Finds the section mark "*** " in a range of bytes; `last` when there is none. */
+const char* findMark(const char* first, const char* last)
+{
+    const QLatin1String mark = PLKeyword::Text::Marker;
+    return std::search(first, last, mark.begin(), mark.end());
+}
+
+/** How the bytes of one section are turned into text. */
+class ChunkDecoder
+{
+public:
+    explicit ChunkDecoder(const QByteArray& chunk)
+        : m_utf8(fromUtf8(chunk).toUtf8() == chunk)
+    {}
+
+    [[nodiscard]] QString operator()(const QByteArray& bytes) const
+    {
+        return m_utf8 ? fromUtf8(bytes) : QString::fromLatin1(bytes.constData(), bytes.size());
+    }
+
+private:
+    // Given its size, Qt reads past a NUL.
+    static QString fromUtf8(const QByteArray& bytes)
+    {
+        return QString::fromUtf8(bytes.constData(), bytes.size());
+    }
+
+    bool m_utf8;
+};
+
+/** The name that a section's header line gives, without its comment. */
+QString nameIn(QStringView header)
+{
+    const ColonCut cut = cutAtColon(header);
+    return cut.kind == ColonCut::Pair ? withoutComment(cut.after.toString()) : QString();
+}
+
+struct FileBytes
+{
+    tag_estatus status = eSTATUS_SUCCESS;
+    std::unique_ptr<char[]> bytes;
+    int size = 0;
+};
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+FileBytes readWhole(const QByteArray& path)
+{
+    struct stat info = {};
+    if (::stat(path.constData(), &info) != 0)
+        return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
+    // QString could not hold more than about a thousand million characters.
+    constexpr qint64 maxSize = qint64(1) << 30;
+    if (qint64(info.st_size) > maxSize)
+        return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
+    const auto size = std::size_t(info.st_size);
+    std::unique_ptr<char[]> bytes(new (std::nothrow) char[size + 1]());
+    if (!bytes)
+        return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
+    const File file(std::fopen(path.constData(), "rb"), &std::fclose);
+    if (!file)
+        return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
+    if (std::fread(bytes.get(), 1, size, file.get()) < size)
+        return {eSTATUS_FILE_READ_FAILED, nullptr, 0};
+    return {eSTATUS_SUCCESS, std::move(bytes), int(size)};
+}
+
+} // namespace
+
+CPLSequenceInfo::CPLSequenceInfo() = default;
+
+CPLSequenceInfo::CPLSequenceInfo(const CPLSequenceInfo& other)
+{
+    copySections(other);
+}
+
+CPLSequenceInfo& CPLSequenceInfo::operator=(const CPLSequenceInfo& other)
+{
+    if (this != &other) {
+        clearSections();
+        copySections(other);
+    }
+    return *this;
+}
+
+CPLSequenceInfo::~CPLSequenceInfo()
+{
+    clearSections();
+}
+
+void CPLSequenceInfo::copySections(const CPLSequenceInfo& other)
+{
+    clickNumbers = other.clickNumbers;
+    sequenceInfoPath = other.sequenceInfoPath;
+    datasetName = other.datasetName;
+    userId = other.userId;
+    datasetCount = other.datasetCount;
+    emptySequence = other.emptySequence;
+    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry)
+        sections.insert(sections.cend(), entry.key(), new CPLSection(**entry));
+    sectionKeys = other.sectionKeys;
+    sectionCount = other.sectionCount;
+    fileSectionCount = other.fileSectionCount;
+}
+
+void CPLSequenceInfo::clearSections()
+{
+    qDeleteAll(sections);
+    sections.clear();
+    sectionKeys.clear();
+    sectionCount = 0;
+    fileSectionCount = 0;
+}
+
+tag_estatus CPLSequenceInfo::loadFile(QString path)
+{
+    if (path.isEmpty())
+        return eSTATUS_INVALID_ARGUMENT;
+    clearSections();
+    sequenceInfoPath = folderOf(path);
+    FileBytes file = readWhole(path.toLatin1());
+    if (file.status == eSTATUS_FILE_NOT_FOUND)
+        file = readWhole(QFile::encodeName(path));
+    if (file.status != eSTATUS_SUCCESS)
+        return file.status;
+    loadSections(file.bytes.get(), file.size);
+    fileSectionCount = sectionCount;
+    if (datasetCount > 0)
+        return eSTATUS_SUCCESS;
+    return emptySequence ? eSTATUS_EMPTY_SEQUENCE : eSTATUS_NO_CLICK_NUMBERS;
+}
+
+void CPLSequenceInfo::loadSections(const char* bytes, int size)
+{
+    const char* const end = bytes + size;
+    const char* mark = findMark(bytes, end);
+    while (mark != end) {
+        const char* const keyStart = mark + PLKeyword::Text::Marker.size();
+        const char* const next = findMark(keyStart, end);
+        const char* const keyLimit = next + qMin(maxSpanningKey, end - next);
+        const char* const colon = std::find(keyStart, keyLimit, ':');
+        if (colon == keyLimit)
+            return;
+        const QByteArray chunk(mark, int(next - mark));
+        const ChunkDecoder decode(chunk);
+        const QString key = decode(QByteArray(keyStart, int(colon - keyStart)));
+        QString text = decode(withLineFeeds(chunk));
+        loadSectionData(text, trimmed(key).toString());
+        mark = next;
+    }
+}
+
+tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)
+{
+    const QStringView header = firstLine(text);
+    const bool closed = header.endsWith(QLatin1Char('\n'));
+    auto section = makeSection(sectionKey, closed ? nameIn(header) : QString());
+    if (!section)
+        return eSTATUS_OUT_OF_MEMORY;
+    if (closed)
+        text.remove(0, int(header.size()));
+    section->loadSectionData(text);
+    const CPLSection content = *section;
+    const tag_estatus status = addOrDestroy(*this, std::move(section));
+    if (status == eSTATUS_SUCCESS)
+        interpret(sectionKey, content);
+    return status;
+}
+
+void CPLSequenceInfo::interpret(const QString& sectionKey, const CPLSection& section)
+{
+    if (sectionKey == Section::Sequence) {
+        section.getSectionName(&datasetName, false);
+    } else if (sectionKey == Section::ClickNumbers) {
+        section.getValueList(&clickNumbers);
+        datasetCount = int(clickNumbers.size());
+    } else if (sectionKey == Section::UserInput) {
+        userId = section[Key::UserId];
+    } else if (sectionKey == Section::GraphControls) {
+        int empty = 0;
+        section.getValue(Key::EmptySequence, &empty);
+        emptySequence = empty != 0;
+    }
+}
+
+tag_estatus CPLSequenceInfo::saveFile(QString path) const
+{
+    QByteArray data;
+    QString text;
+    for (const QString& key : sectionKeys) {
+        sections.value(key)->saveSectionData(text);
+        data += text.toLatin1();
+    }
+    data += PLKeyword::Text::DocumentEnd.data();
+    return writeFile(path, data, WriteMode::Replace);
+}
+
+int CPLSequenceInfo::getNumDatasets() const
+{
+    return datasetCount;
+}
+
+QString CPLSequenceInfo::getSequenceInfoPath() const
+{
+    return sequenceInfoPath;
+}
+
+void CPLSequenceInfo::setSequenceInfoPath(QString path)
+{
+    sequenceInfoPath = path;
+}
+
+QString CPLSequenceInfo::getDatasetName() const
+{
+    return datasetName;
+}
+
+void CPLSequenceInfo::setSeqDatasetName(QString name)
+{
+    datasetName = name;
+}
+
+QString CPLSequenceInfo::getDatasetPath(int index) const
+{
+    if (index < 0 || index >= datasetCount)
+        return {};
+    return sequenceInfoPath + clickNumbers.at(index) + QLatin1Char('/') +
+           PLKeyword::File::ClickInfo;
+}
+
+QStringList CPLSequenceInfo::getClickNumberList() const
+{
+    return clickNumbers;
+}
+
+void CPLSequenceInfo::addClickNumber(QString clickNumber)
+{
+    clickNumbers.append(clickNumber);
+    datasetCount = int(clickNumbers.size());
+    if (CPLSection* const section = (*this)[Section::ClickNumbers])
+        section->addKeyValue(clickNumberKey(datasetCount), clickNumber);
+}
+
+bool CPLSequenceInfo::removeClickNumber(QString clickNumber)
+{
+    if (!clickNumbers.removeOne(clickNumber))
+        return false;
+    datasetCount = int(clickNumbers.size());
+    CPLSection* const section = (*this)[Section::ClickNumbers];
+    if (!section)
+        return true;
+    section->clearKeyValuePairs();
+    for (int i = 0; i < datasetCount; ++i)
+        section->addKeyValue(clickNumberKey(i + 1), clickNumbers.at(i));
+    return true;
+}
+
+void CPLSequenceInfo::clearSequenceList()
+{
+    clickNumbers.clear();
+    datasetCount = 0;
+    if (CPLSection* const section = (*this)[Section::ClickNumbers])
+        section->clearKeyValuePairs();
+}
+
+bool CPLSequenceInfo::isSectionPresent(QString sectionKey) const
+{
+    return sections.contains(sectionKey);
+}
+
+CPLSection* CPLSequenceInfo::operator[](QString sectionKey) const
+{
+    return sections.value(sectionKey);
+}
+
+CPLSection* CPLSequenceInfo::operator[](int index) const
+{
+    return index >= 0 && index < sectionCount ? sections.value(sectionKeys.at(index)) : nullptr;
+}
+
+tag_estatus CPLSequenceInfo::addSection(CPLSection* section)
+{
+    if (!section)
+        return eSTATUS_NULL_ARGUMENT;
+    QString key;
+    section->getSectionKey(&key);
+    if (key.isEmpty())
+        return eSTATUS_EMPTY_SECTION_KEY;
+    if (sections.contains(key))
+        return eSTATUS_SUCCESS;
+    sections.insert(key, section);
+    sectionKeys.append(key);
+    ++sectionCount;
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLSequenceInfo::removeSection(QString sectionKey)
+{
+    CPLSection* const section = sections.take(sectionKey);
+    if (!section)
+        return eSTATUS_NULL_ARGUMENT;
+    sectionKeys.removeOne(sectionKey);
+    --sectionCount;
+    delete section;
+    return eSTATUS_SUCCESS;
+}
+
+int CPLSequenceInfo::getFileSectionCount() const
+{
+    return fileSectionCount;
+}
+
+tag_estatus CPLSequenceInfo::addSequenceNumberSection(QString version)
+{
+    auto section = makeSection(Section::Sequence, datasetName);
+    if (!section)
+        return eSTATUS_SUCCESS;
+    section->addKeyValue(Key::Version, versionStamp(version));
+    section->addKeyValue(Key::FolderOnDisk, Value::Empty);
+    section->addKeyValue(Key::ClickInfoType, Value::SingleClickAnalysis);
+    addOrDestroy(*this, std::move(section));
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLSequenceInfo::addSeqUserSection(tag_eimagetype imageType, QString user)
+{
+    auto section = makeSection(Section::UserInput, Value::Empty);
+    if (!section)
+        return eSTATUS_OUT_OF_MEMORY;
+    const bool overlay = imageType == eIMAGE_OVERLAY;
+    section->addKeyValue(Key::UserId, user);
+    section->addKeyValue(Key::DisplayType, overlay ? Value::DisplayOverlay : Value::DisplaySingle);
+    addOrDestroy(*this, std::move(section));
+    return appendLabelSet(*this);
+}
+
+void CPLSequenceInfo::addRestoreResult(QString key, QString value)
+{
+    if (key.isEmpty() || value.isEmpty())
+        return;
+    if (!isSectionPresent(Section::RestoreResults)) {
+        auto section = makeSection(Section::RestoreResults, Value::Empty);
+        if (!section)
+            return;
+        addOrDestroy(*this, std::move(section));
+    }
+    (*this)[Section::RestoreResults]->addKeyValue(key, value);
+}
+
+tag_estatus CPLSequenceInfo::appendUserSpecificSections(bool)
+{
+    return appendUserSections(*this, false);
+}

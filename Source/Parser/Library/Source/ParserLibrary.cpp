@@ -1,0 +1,12 @@
+#include "ParserLibrary.h"
+
+const int nParserLibrary = 0;
+
+CParserLibrary::CParserLibrary() = default;
+CParserLibrary& CParserLibrary::operator=(const CParserLibrary& other) = default;
+
+int fnParserLibrary()
+{
+    constexpr int identity = 42;
+    return identity;
+}

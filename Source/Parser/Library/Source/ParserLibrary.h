@@ -1,0 +1,31 @@
+/**
+ * @file
+ * The whole API of the Parser Library, and the library's identity.
+ */
+#ifndef OVPARSER_PARSERLIBRARY_H
+#define OVPARSER_PARSERLIBRARY_H
+
+#include "PLClickInfo.h"
+#include "PLExport.h"
+#include "PLHelpers.h"
+#include "PLIASetupInfo.h"
+#include "PLKeywords.h"
+#include "PLSection.h"
+#include "PLSequenceInfo.h"
+#include "PLStatus.h"
+
+/** A class without behaviour. */
+class PARSERLIBRARY_EXPORT CParserLibrary
+{
+public:
+    CParserLibrary();
+    CParserLibrary& operator=(const CParserLibrary& other);
+};
+
+/** A constant without meaning: 0. */
+extern PARSERLIBRARY_EXPORT const int nParserLibrary;
+
+/** A function without behaviour: returns 42. */
+PARSERLIBRARY_EXPORT int fnParserLibrary();
+
+#endif

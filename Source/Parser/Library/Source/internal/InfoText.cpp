@@ -1,0 +1,203 @@
+#include "InfoText.h"
+
+#include "PLKeywords.h"
+
+#include <algorithm>
+
+namespace ovparser::internal {
+
+namespace {
+
+constexpr QChar colonSign(u':');
+constexpr QChar commentSign(u'#');
+constexpr QChar lineFeed(u'\n');
+
+bool isWhiteSpace(QChar c)
+{
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
+
+bool isWordDelimiter(QChar c)
+{
+    return c == u' ' || c == u'\t';
+}
+
+qsizetype indexOf(QStringView text, QChar c, qsizetype from = 0)
+{
+    const auto* const found = std::find(text.begin() + from, text.end(), c);
+    return found == text.end() ? -1 : found - text.begin();
+}
+
+qsizetype indexOf(QStringView text, QLatin1String words, qsizetype from = 0)
+{
+    const auto* const found =
+        std::search(text.begin() + from, text.end(), words.begin(), words.end(),
+                    [](QChar a, char b) { return a == QLatin1Char(b); });
+    return found == text.end() ? -1 : found - text.begin();
+}
+
+} // namespace
+
+QStringView trimmed(QStringView text)
+{
+    const auto* first = text.begin();
+    const auto* last = text.end();
+    while (first != last && isWhiteSpace(*first))
+        ++first;
+    while (last != first && isWhiteSpace(*(last - 1)))
+        --last;
+    return QStringView(first, last);
+}
+
+QString withoutComment(const QString& text)
+{
+    const auto comment = text.indexOf(commentSign);
+    return comment < 0 ? text : trimmed(QStringView(text).left(comment)).toString();
+}
+
+QString withCommentOf(const QString& old, const QString& text)
+{
+    const auto comment = old.indexOf(commentSign);
+    if (comment < 0 || text.contains(commentSign))
+        return text;
+    return text + QLatin1Char('\t') + old.mid(comment);
+}
+
+QString fileName(const QString& path)
+{
+    return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString folderOf(const QString& path)
+{
+    return path.left(path.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QByteArray withLineFeeds(QByteArray bytes)
+{
+    return bytes.replace("\r\n", "\n").replace('\r', '\n');
+}
+
+QString decodeInfoText(QByteArray bytes)
+{
+    const QByteArray text = withLineFeeds(std::move(bytes)).trimmed();
+    return QString::fromLatin1(text.constData(), text.size());
+}
+
+QString latin1Form(const QString& text)
+{
+    const QByteArray bytes = text.toLatin1();
+    return QString::fromLatin1(bytes.constData(), bytes.size());
+}
+
+bool LineReader::next(QStringView* line)
+{
+    if (m_position >= m_text.size())
+        return false;
+    const qsizetype end = indexOf(m_text, lineFeed, m_position);
+    const qsizetype following = end < 0 ? m_text.size() : end + 1;
+    *line = m_text.mid(m_position, following - m_position);
+    m_position = following;
+    return true;
+}
+
+bool isHeaderLine(QStringView line)
+{
+    const auto* const word = std::find_if_not(line.begin(), line.end(), isWordDelimiter);
+    return QStringView(word, line.end()).startsWith(PLKeyword::Text::BareMarker);
+}
+
+QStringView firstLine(QStringView text)
+{
+    QStringView line = text.left(0);
+    LineReader(text).next(&line);
+    return line;
+}
+
+BlockReader::BlockReader(QStringView text)
+    : m_text(text)
+    , m_lines(text)
+{
+    moveToHeader();
+}
+
+bool BlockReader::next(QStringView* block)
+{
+    if (!m_header)
+        return false;
+    const qsizetype start = *m_header;
+    moveToHeader();
+    *block = m_text.mid(start, m_header.value_or(m_text.size()) - start);
+    return true;
+}
+
+void BlockReader::moveToHeader()
+{
+    QStringView line;
+    do {
+        m_header = m_lines.position();
+        if (!m_lines.next(&line)) {
+            m_header.reset();
+            return;
+        }
+    } while (!isHeaderLine(line));
+}
+
+QStringList preambleOf(QStringView text)
+{
+    QStringList preamble;
+    LineReader lines(text);
+    for (QStringView line; lines.next(&line) && !isHeaderLine(line);)
+        preamble.append(trimmed(line).toString());
+    return preamble;
+}
+
+ColonCut cutAtColon(QStringView line)
+{
+    const qsizetype colon = indexOf(line, colonSign);
+    if (colon < 0)
+        return {};
+    const QStringView before = line.left(colon);
+    if (indexOf(before, commentSign) >= 0)
+        return {ColonCut::Commented, colon, {}, {}};
+    return {ColonCut::Pair, colon, trimmed(before), trimmed(line.mid(colon + 1))};
+}
+
+std::optional<QStringView> headerKey(QStringView header)
+{
+    const ColonCut cut = cutAtColon(header);
+    if (cut.kind != ColonCut::Pair)
+        return std::nullopt;
+    QLatin1String marker = PLKeyword::Text::Marker;
+    qsizetype position = indexOf(header, marker);
+    if (position < 0) {
+        marker = PLKeyword::Text::BareMarker;
+        position = indexOf(header, marker);
+    }
+    if (position < 0 || position > cut.colon)
+        return std::nullopt;
+    const qsizetype start = position + marker.size();
+    return trimmed(header.mid(start, cut.colon - start));
+}
+
+qsizetype sectionLength(QStringView text)
+{
+    qsizetype from = PLKeyword::Text::Marker.size();
+    while (from < text.size()) {
+        const qsizetype found = indexOf(text, PLKeyword::Text::Marker, from);
+        if (found < 0)
+            break;
+        qsizetype lineStart = found;
+        while (lineStart > 0 && text[lineStart - 1] != lineFeed)
+            --lineStart;
+        if (text[lineStart] != commentSign)
+            return found;
+        const qsizetype lineEnd = indexOf(text, lineFeed, found);
+        if (lineEnd < 0)
+            break;
+        from = lineEnd;
+    }
+    return text.size();
+}
+
+} // namespace ovparser::internal
