@@ -10,7 +10,7 @@
 
 #include <QtCore/QFile>
 
-#include <cstring>
+#include <array>
 #include <ctime>
 
 using namespace ovparser::internal;
@@ -22,7 +22,7 @@ namespace Value = PLKeyword::Value;
 namespace {
 
 constexpr int maxClickNumberLength = 31;
-constexpr int maxFilePiece = 249;
+constexpr std::size_t maxFilePiece = 249;
 constexpr std::size_t maxTextPiece = 200;
 
 bool isAsciiLetter(QChar c)
@@ -326,11 +326,12 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(QString path, QString key
         return eSTATUS_FILE_OPEN_FAILED;
     *value = QString();
     const QString searched = key + QLatin1Char(':');
+    std::array<char, maxFilePiece + 1> piece = {}; // readLine() ends it with a NUL
     for (;;) {
-        const QByteArray piece = file.readLine(maxFilePiece);
-        if (piece.isEmpty())
+        const qint64 length = file.readLine(piece.data(), qint64(piece.size()));
+        if (length <= 0)
             return eSTATUS_KEY_NOT_FOUND;
-        if (findInPiece(piece, searched, value))
+        if (findInPiece(QByteArray(piece.data(), int(length)), searched, value))
             return eSTATUS_SUCCESS;
     }
 }

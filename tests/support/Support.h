@@ -1,0 +1,83 @@
+/**
+ * @file
+ * What the tests share: text literals, whole files, readable statuses.
+ */
+#ifndef OVPARSER_TESTS_SUPPORT_H
+#define OVPARSER_TESTS_SUPPORT_H
+
+#include "ParserLibrary.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+inline QString operator""_s(const char* text, std::size_t size)
+{
+    return QString::fromUtf8(text, int(size));
+}
+
+Q_DECLARE_METATYPE(tag_estatus)
+
+namespace QTest {
+
+template <>
+inline char* toString(const tag_estatus& status)
+{
+    return qstrdup(qPrintable(getStatusString(status)));
+}
+
+} // namespace QTest
+
+namespace support {
+
+inline QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+inline void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+/** A file in the examples that ship with the project. */
+inline QString example(const char* name)
+{
+    return QStringLiteral(OVPARSER_EXAMPLES "/") + QLatin1String(name);
+}
+
+/** The keys of a section's pairs, joined by '|'. */
+inline QString keysOf(const CPLSection* section)
+{
+    QStringList keys;
+    if (section)
+        section->getKeyList(&keys);
+    return keys.join(QLatin1Char('|'));
+}
+
+/** The keys of a document's sections in order, joined by '|'. */
+template <typename Document>
+QString sectionsOf(const Document& document)
+{
+    QStringList keys;
+    for (int i = 0; const CPLSection* section = document[i]; ++i) {
+        QString key;
+        section->getSectionKey(&key);
+        keys += key;
+    }
+    return keys.join(QLatin1Char('|'));
+}
+
+/** A device that takes no byte, to see that a full disk is noticed; empty where there is none. */
+inline QString fullDisk()
+{
+    const QString device = QStringLiteral("/dev/full");
+    return QFile::exists(device) ? device : QString();
+}
+
+} // namespace support
+
+#endif
