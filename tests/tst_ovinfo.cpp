@@ -1,0 +1,169 @@
+#include "support/Support.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QProcess>
+
+#include <clocale>
+
+class TestOvinfo : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void answers_data();
+    void answers();
+    void setsOneValue_data();
+    void setsOneValue();
+    void goesOnPastABrokenAcquisition();
+
+private:
+    struct Answer
+    {
+        int code = -1;
+        QString output;
+        QString error;
+    };
+
+    static Answer run(const QStringList& words);
+
+    QTemporaryDir m_folder;
+};
+
+TestOvinfo::Answer TestOvinfo::run(const QStringList& words)
+{
+    QProcess process;
+    process.start(QStringLiteral(OVPARSER_OVINFO), words);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+void TestOvinfo::answers_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QStringList>("output");
+    QTest::addColumn<QString>("error");
+    const QString study = support::example("study/SEQ20240305");
+    const QString sequence = study + "/SequenceInfo.txt"_s;
+    const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
+    const QStringList none;
+    QTest::newRow("help") << QStringList{"--help"_s} << 0 << QStringList{"ovinfo study"_s} << ""_s;
+    QTest::newRow("help of a verb")
+        << QStringList{"get"_s, "--help"_s} << 0 << QStringList{"get FILE SECTION KEY"_s} << ""_s;
+    QTest::newRow("no verb") << none << 2 << none << "no verb given"_s;
+    QTest::newRow("unknown verb") << QStringList{"shwo"_s} << 2 << none << "no verb 'shwo'"_s;
+    QTest::newRow("missing word") << QStringList{"get"_s, click} << 2 << none
+                                  << "get takes FILE SECTION KEY"_s;
+    QTest::newRow("unknown option")
+        << QStringList{"show"_s, "--colour"_s, click} << 2 << none << "colour"_s;
+    QTest::newRow("acquisition")
+        << QStringList{"show"_s, click} << 0
+        << QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
+                       "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
+                       "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
+                       "\n  Field of View        12.5  # cm\n"_s,
+                       "\n  # exposure chosen by the auto-exposure run\n"_s,
+                       "\n  Comment2\n"_s}
+        << ""_s;
+    QTest::newRow("sequence") << QStringList{"show"_s, sequence} << 0
+                              << QStringList{"Sequence Dose response, day 3, 4 sections\n"_s,
+                                             "\n  Axis            log\n"_s}
+                              << ""_s;
+    QTest::newRow("value") << QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s}
+                           << 0 << QStringList{"12.5\n"_s} << ""_s;
+    QTest::newRow("value of a sequence")
+        << QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s} << 0
+        << QStringList{"ABC20240305092010\n"_s} << ""_s;
+    QTest::newRow("no such section") << QStringList{"get"_s, click, "x"_s, "y"_s} << 1 << none
+                                     << "x: eSTATUS_SECTION_NOT_FOUND"_s;
+    QTest::newRow("no such key") << QStringList{"get"_s, click, "User Input"_s, "y"_s} << 1 << none
+                                 << "y: eSTATUS_KEY_NOT_FOUND"_s;
+    QTest::newRow("no such file") << QStringList{"show"_s, "absent"_s} << 1 << none
+                                  << "absent: eSTATUS_FILE_OPEN_FAILED"_s;
+    QTest::newRow("no sections") << QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)} << 1
+                                 << none << "eSTATUS_BAD_FORMAT"_s;
+    QTest::newRow("study") << QStringList{"study"_s, study} << 0
+                           << QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
+                                          "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
+                                          "Luminescent, Photograph, Bias  7.5 s     8        "
+                                          "12.5\n"_s}
+                           << ""_s;
+    QTest::newRow("study of no sequence") << QStringList{"study"_s, "absent"_s} << 1 << none
+                                          << "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s;
+}
+
+void TestOvinfo::answers()
+{
+    QFETCH(QStringList, words);
+    QFETCH(QStringList, output);
+    QFETCH(QString, error);
+    const Answer answer = run(words);
+    QTEST(answer.code, "code");
+    for (const QString& part : output)
+        QVERIFY2(answer.output.contains(part), qPrintable(part + "\nnot in\n"_s + answer.output));
+    QCOMPARE(answer.output.isEmpty(), output.isEmpty());
+    QVERIFY2(answer.error.contains(error), qPrintable(answer.error));
+    QCOMPARE(int(answer.error.count(u'\n')), error.isEmpty() ? 0 : 1);
+}
+
+void TestOvinfo::setsOneValue_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QStringList>("change");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("written");
+    const QByteArray info = "pre \xE9\r\n*** A:\tn # c\r\nk:\told\t# mm\r\n\r\n\r\n\r\n";
+    const QByteArray sequence = "pre\r\n*** Sequence:\tS # \xC3\xA9\r\nk:\told\r\n\r\n\r\n\r\n";
+    const QByteArray twice = "*** A: 1\nk: v\n*** a: 2\nk: w\n";
+    QTest::newRow("comment stays") << info << QStringList{"a"_s, "K"_s, "new"_s} << 0
+                                   << QByteArray(info).replace("old", "new");
+    QTest::newRow("Latin-1") << info << QStringList{"A"_s, "k"_s, "\u00b5 # none"_s} << 0
+                             << QByteArray(info).replace("old\t# mm", "\xB5 # none");
+    QTest::newRow("outside Latin-1") << info << QStringList{"A"_s, "k"_s, "\u20ac"_s} << 2 << info;
+    QTest::newRow("two lines") << info << QStringList{"A"_s, "k"_s, "a\nb"_s} << 2 << info;
+    QTest::newRow("absent key") << info << QStringList{"A"_s, "x"_s, "1"_s} << 1 << info;
+    QTest::newRow("sequence") << sequence << QStringList{"Sequence"_s, "k"_s, "\u20ac"_s} << 0
+                              << QByteArray(sequence).replace("old", "\xE2\x82\xAC");
+    QTest::newRow("section twice") << twice << QStringList{"A"_s, "k"_s, "x"_s} << 1 << twice;
+}
+
+void TestOvinfo::setsOneValue()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QStringList, change);
+    const QString path = m_folder.filePath("file.txt"_s);
+    support::writeFile(path, file);
+    const Answer answer = run(QStringList{"set"_s, path} + change);
+    QTEST(answer.code, "code");
+    QCOMPARE(answer.output, ""_s);
+    QCOMPARE(answer.error.isEmpty(), answer.code == 0);
+    QTEST(support::readFile(path), "written");
+}
+
+void TestOvinfo::goesOnPastABrokenAcquisition()
+{
+    support::writeFile(m_folder.filePath("SequenceInfo.txt"_s),
+                       "*** Sequence: S\n\n*** ClickNumbers:\na: A\nb: B\n");
+    QVERIFY(QDir(m_folder.path()).mkdir("B"_s));
+    support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s),
+                       "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
+    const Answer answer = run({"study"_s, m_folder.path()});
+    QCOMPARE(answer.code, 1);
+    QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s),
+             qPrintable(answer.error));
+    QVERIFY2(answer.output.contains("X-Ray   3 s"_s), qPrintable(answer.output));
+}
+
+// Words are passed to the program in the locale's encoding.
+int main(int argc, char* argv[])
+{
+    qputenv("LC_ALL", "C.UTF-8");
+    std::setlocale(LC_ALL, "C.UTF-8");
+    const QCoreApplication application(argc, argv);
+    TestOvinfo test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_ovinfo.moc"

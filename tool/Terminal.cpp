@@ -1,0 +1,71 @@
+#include "Terminal.h"
+
+#include <cstdio>
+
+void print(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+}
+
+ExitCode fail(ExitCode code, const QString& message)
+{
+    const QByteArray bytes = ("ovinfo: " + message.toUtf8() + '\n');
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
+    return code;
+}
+
+ExitCode fail(const QString& file, tag_estatus status)
+{
+    return fail(BadFile, file + QLatin1String(": ") + getStatusString(status));
+}
+
+std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
+                              const QString& arguments, const QStringList& words)
+{
+    parser.addPositionalArgument(verb, QString(), verb);
+    const QStringList names = arguments.split(QLatin1Char(' '));
+    for (const QString& name : names)
+        parser.addPositionalArgument(name, QString());
+    const QCommandLineOption help = parser.addHelpOption();
+    const QString usage = QLatin1String("; see 'ovinfo ") + verb + QLatin1String(" --help'");
+    // The parser takes its first word for the name of a program.
+    if (!parser.parse(QStringList(verb) + words))
+        return fail(WrongUsage, parser.errorText() + usage);
+    if (parser.isSet(help)) {
+        // The usage line has named the arguments already.
+        print(parser.helpText().section(QLatin1String("\nArguments:"), 0, 0));
+        return Success;
+    }
+    if (parser.positionalArguments().size() != names.size())
+        return fail(WrongUsage, verb + QLatin1String(" takes ") + arguments + usage);
+    return std::nullopt;
+}
+
+QString columns(const QList<QStringList>& rows)
+{
+    QList<int> widths;
+    for (const QStringList& row : rows) {
+        for (int i = 0; i < row.size(); ++i) {
+            if (i == widths.size())
+                widths.append(0);
+            widths[i] = qMax(widths.at(i), int(row.at(i).size()));
+        }
+    }
+    QString text;
+    for (const QStringList& row : rows) {
+        QString line;
+        for (int i = 0; i < row.size(); ++i)
+            line += row.at(i).leftJustified(widths.at(i) + 2);
+        while (line.endsWith(QLatin1Char(' ')))
+            line.chop(1);
+        text += line + QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString counted(int count, const char* thing)
+{
+    const QString text = QString::number(count) + QLatin1Char(' ') + QLatin1String(thing);
+    return count == 1 ? text : text + QLatin1Char('s');
+}

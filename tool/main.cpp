@@ -1,0 +1,56 @@
+#include "Commands.h"
+#include "Terminal.h"
+
+#include <QtCore/QCoreApplication>
+
+namespace {
+
+struct Verb
+{
+    const char* name;
+    const char* arguments;
+    const char* summary;
+    int (*run)(const QStringList& words);
+};
+
+constexpr Verb verbs[] = {
+    {"show", "FILE", "print an acquisition or a sequence", showCommand},
+    {"get", "FILE SECTION KEY", "print one value", getCommand},
+    {"set", "FILE SECTION KEY VALUE", "change one value in place", setCommand},
+    {"study", "FOLDER", "print a sequence with a table of its acquisitions", studyCommand},
+};
+
+QString helpText()
+{
+    QList<QStringList> rows;
+    for (const Verb& verb : verbs)
+        rows.append({QLatin1String("  ovinfo ") + QLatin1String(verb.name),
+                     QLatin1String(verb.arguments), QLatin1String(verb.summary)});
+    return QLatin1String("ovinfo reads and edits the data files of Orvane.\n\n") + columns(rows) +
+           QLatin1String("\n'ovinfo VERB --help' tells more. Exit codes: 0 done, 1 a file is at "
+                         "fault, 2 wrong usage.\n");
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList words = QCoreApplication::arguments();
+    const QString name = words.value(1);
+    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+        print(helpText());
+        return Success;
+    }
+    if (name == QLatin1String("--version")) {
+        print(QLatin1String("ovinfo " OVPARSER_VERSION "\n"));
+        return Success;
+    }
+    for (const Verb& verb : verbs) {
+        if (name == QLatin1String(verb.name))
+            return verb.run(words.mid(2));
+    }
+    return fail(WrongUsage, name.isEmpty() ? QLatin1String("no verb given; see 'ovinfo --help'")
+                                           : QLatin1String("no verb '") + name +
+                                                 QLatin1String("'; see 'ovinfo --help'"));
+}
