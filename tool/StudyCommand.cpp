@@ -11,7 +11,7 @@ namespace Section = PLKeyword::Section;
 struct ImageKind
 {
     QLatin1String section;
-    tag_eimagetype type;
+    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
 };
 
 /** The image sections; of those that an acquisition holds, the first is its main image. */

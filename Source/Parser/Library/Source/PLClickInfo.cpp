@@ -95,7 +95,7 @@ void setBinning(sIASetupInfo& setup, tag_eimagetype type, int binning)
 
 struct DisplayType
 {
-    tag_eimagetype type;
+    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
     QLatin1String name;
 };
 
@@ -299,7 +299,7 @@ tag_estatus CPLClickInfo::loadClickInfoText(const QString& text)
 tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_eimagetype imageType,
                                         int binning)
 {
-    const qint64 now = qint64(std::time(nullptr));
+    const auto now = qint64(std::time(nullptr));
     loadClickNumber(prefix, timeStamp(localTime(now)));
     tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
     if (status != eSTATUS_SUCCESS)
@@ -336,6 +336,8 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(QString path, QString key
     }
 }
 
+// The text is not const: a string literal must go on to mean a path.
+// NOLINTNEXTLINE(readability-non-const-parameter)
 tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(char* text, QString key,
                                                        QString* value) const
 {

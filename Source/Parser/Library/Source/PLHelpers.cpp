@@ -40,7 +40,7 @@ constexpr std::array<QLatin1String, 12> monthNames = {
 
 struct StatusName
 {
-    tag_estatus status;
+    tag_estatus status = eSTATUS_SUCCESS;
     QLatin1String name;
 };
 

@@ -3,7 +3,7 @@
 const int nParserLibrary = 0;
 
 CParserLibrary::CParserLibrary() = default;
-CParserLibrary& CParserLibrary::operator=(const CParserLibrary& other) = default;
+CParserLibrary& CParserLibrary::operator=(const CParserLibrary&) = default;
 
 int fnParserLibrary()
 {

@@ -19,7 +19,7 @@ class PARSERLIBRARY_EXPORT CParserLibrary
 {
 public:
     CParserLibrary();
-    CParserLibrary& operator=(const CParserLibrary& other);
+    CParserLibrary& operator=(const CParserLibrary&);
 };
 
 /** A constant without meaning: 0. */

@@ -131,8 +131,8 @@ QString singleYSpot(const sIASetupInfo& setup)
 QString minimalCounts(const sIASetupInfo& setup)
 {
     const qint64 raw = setup.rawBinning;
-    const auto quotient = raw == 0 ? 0.0F : float(setup.luminescentBinning / raw);
-    return generalText(double(100.0F * quotient * quotient));
+    const qint64 quotient = raw == 0 ? 0 : setup.luminescentBinning / raw;
+    return generalText(double(100.0F * float(quotient) * float(quotient)));
 }
 
 constexpr KeyRow commonKeys[] = {
@@ -261,7 +261,7 @@ constexpr KeyRow blemishKeys[] = {
 
 struct ImageSection
 {
-    tag_eimagetype type;
+    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
     QLatin1String key;
     KeyTable keys;
     Facts facts = Always;

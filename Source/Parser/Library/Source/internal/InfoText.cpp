@@ -46,7 +46,7 @@ QStringView trimmed(QStringView text)
         ++first;
     while (last != first && isWhiteSpace(*(last - 1)))
         --last;
-    return QStringView(first, last);
+    return {first, last};
 }
 
 QString withoutComment(const QString& text)
