@@ -13,7 +13,9 @@ if(MSVC)
 else()
   target_compile_options(ovparser_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Woverloaded-virtual
-    $<$<BOOL:${OVPARSER_WERROR}>:-Werror>)
+    $<$<BOOL:${OVPARSER_WERROR}>:-Werror>
+    # Messages name their source file; the folder of the build has no place in them.
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
 
 if(OVPARSER_SANITIZE)

@@ -90,6 +90,17 @@ void TestOvinfo::answers_data()
                                           "Luminescent, Photograph, Bias  7.5 s     8        "
                                           "12.5\n"_s}
                            << ""_s;
+    const QString camera = support::example("instrument/CameraInfo.txt");
+    QTest::newRow("camera") << QStringList{"camera"_s, camera} << 0
+                            << QStringList{"\nTessel HT                     yes\n"_s,
+                                           "\nC         12.5\n"_s,
+                                           "\nX-Ray        4      2       1\n"_s}
+                            << ""_s;
+    QTest::newRow("camera as JSON")
+        << QStringList{"camera"_s, "--json"_s, camera} << 0
+        << QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s} << ""_s;
+    QTest::newRow("no camera") << QStringList{"camera"_s, "absent"_s} << 1 << none
+                               << "absent: Loading camera information failed."_s;
     QTest::newRow("study of no sequence") << QStringList{"study"_s, "absent"_s} << 1 << none
                                           << "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s;
 }
@@ -160,6 +171,9 @@ void TestOvinfo::goesOnPastABrokenAcquisition()
 int main(int argc, char* argv[])
 {
     qputenv("LC_ALL", "C.UTF-8");
+    // The program reads no settings of this machine.
+    qputenv("XDG_DATA_DIRS", "/nonexistent");
+    qputenv("XDG_CONFIG_DIRS", "/nonexistent");
     std::setlocale(LC_ALL, "C.UTF-8");
     const QCoreApplication application(argc, argv);
     TestOvinfo test;

@@ -20,6 +20,15 @@ private Q_SLOTS:
     void sectionOfAText();
     void headerKeys_data();
     void headerKeys();
+    void binnings_data();
+    void binnings();
+    void binningCodes_data();
+    void binningCodes();
+    void pixels_data();
+    void pixels();
+    void fieldsOfView_data();
+    void fieldsOfView();
+    void paths();
     void versionStamp();
     void identity();
 };
@@ -155,6 +164,223 @@ void TestHelpers::headerKeys()
     QCOMPARE(found.value_or(QStringView()).toString(), key);
 }
 
+void TestHelpers::binnings_data()
+{
+    QTest::addColumn<QString>("camera");
+    QTest::addColumn<QString>("system");
+    QTest::addColumn<QString>("info");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("whole");
+    QTest::addColumn<QString>("contained");
+    struct Camera
+    {
+        const char* model;
+        const char* wholePhotograph;
+        const char* wholeOther;
+        const char* photograph;
+        const char* other;
+    };
+    const Camera cameras[] = {
+        {"Site", "-1 2 1", "8 4 2", "2 2 1", "8 4 2"},
+        {"andor", "-1 2 1", "8 4 2", "2 2 1", "8 4 2"},
+        {"DW434", "-1 2 1", "8 4 2", "2 2 1", "8 4 2"},
+        {"ds934r", "-1 2 1", "8 4 2", "2 2 1", "8 4 2"},
+        {"EEV", "-1 4 2", "16 8 4", "4 4 2", "16 8 4"},
+        {"dz436", "-1 4 2", "16 8 4", "4 4 2", "16 8 4"},
+        {"dz930", "-1 4 2", "16 8 4", "4 4 2", "16 8 4"},
+        {"dz936R", "-1 4 2", "16 8 4", "4 4 2", "16 8 4"},
+        {"", "-1 2 1", "10 5 2", "2 2 1", "10 5 2"},
+        {"du88", "-1 2 1", "10 5 2", "2 2 1", "10 5 2"},
+        {"Andor iKon DW434", "-1 2 1", "10 5 2", "2 2 1", "8 4 2"},
+        {"e2v-eev CCD", "-1 2 1", "10 5 2", "4 4 2", "16 8 4"},
+        {"andor-eev", "-1 2 1", "10 5 2", "2 2 1", "8 4 2"},
+    };
+    for (const Camera& camera : cameras) {
+        const QString model = QString::fromLatin1(camera.model);
+        const auto row = [&](int type, const char* whole, const char* contained) {
+            QTest::addRow("%s, type %d", camera.model, type)
+                << model << "VEXA 50"_s
+                << ""_s << type << QString::fromLatin1(whole) << QString::fromLatin1(contained);
+        };
+        row(eIMAGE_PHOTOGRAPH, camera.wholePhotograph, camera.photograph);
+        row(eIMAGE_STRUCTURE, camera.wholePhotograph, camera.photograph);
+        row(eIMAGE_XRAY, "-1 2 1", "4 2 1");
+        row(eIMAGE_LUMINESCENT, camera.wholeOther, camera.other);
+    }
+    const QString sophia = "a SOPHIA b"_s;
+    for (const QString& system : {"vexa 50"_s, "VEXA 200 x"_s}) {
+        QTest::addRow("Sophia photograph, %s", qPrintable(system))
+            << "site"_s << system << sophia << int(eIMAGE_PHOTOGRAPH) << "-1 4 2"_s
+            << "4 4 2"_s;
+        QTest::addRow("Sophia luminescent, %s", qPrintable(system))
+            << "site"_s << system << sophia << int(eIMAGE_LUMINESCENT) << "16 8 4"_s
+            << "16 8 4"_s;
+    }
+    QTest::newRow("Sophia X-ray") << "site"_s
+                                  << "x"_s << sophia << int(eIMAGE_XRAY) << "-1 2 1"_s
+                                  << "4 2 1"_s;
+    QTest::newRow("Sophia elsewhere")
+        << "site"_s
+        << "VEXA 100"_s << sophia << int(eIMAGE_PHOTOGRAPH) << "-1 2 1"_s
+        << "2 2 1"_s;
+}
+
+void TestHelpers::binnings()
+{
+    QFETCH(QString, camera);
+    QFETCH(QString, system);
+    QFETCH(QString, info);
+    QFETCH(int, type);
+    const auto text = [](auto large, auto medium, auto small) {
+        return QStringLiteral("%1 %2 %3").arg(large).arg(medium).arg(small);
+    };
+    int large = 0;
+    int medium = 0;
+    int small = 0;
+    getCCDBinningsForImageType(camera, system, info,
+                               getImageTypeString(tag_eimagetype(type)).toUpper(), large, medium,
+                               small);
+    QTEST(text(large, medium, small), "whole");
+    float largest = 0;
+    float middle = 0;
+    float smallest = 0;
+    getCCDBinningsForImageType(camera, system, info, tag_eimagetype(type), largest, middle,
+                               smallest);
+    QTEST(text(largest, middle, smallest), "contained");
+}
+
+void TestHelpers::binningCodes_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<int>("style");
+    QTest::addColumn<QStringList>("labels");
+    const QString other = "luminescent"_s;
+    QTest::newRow("style 0") << other << 0 << QStringList{"HR"_s, "M"_s, "HS"_s};
+    for (const int style : {1, 2})
+        QTest::addRow("style %d", style)
+            << other << style << QStringList{"Small (Hi Res)"_s, "Med."_s, "Large (Hi Sens)"_s};
+    QTest::newRow("style 3") << other << 3
+                             << QStringList{"Small (Hi Resolution)"_s, "Medium"_s,
+                                            "Large (Hi Sensitivity)"_s};
+    QTest::newRow("no style") << other << 4 << QStringList{""_s, ""_s, ""_s};
+    QTest::newRow("negative style") << other << -1 << QStringList{""_s, ""_s, ""_s};
+    QTest::newRow("photograph") << "photograph"_s << 0 << QStringList{"M"_s, ""_s, ""_s};
+}
+
+void TestHelpers::binningCodes()
+{
+    QFETCH(QString, type);
+    QFETCH(int, style);
+    QStringList labels;
+    for (const float binning : {2.0F, 4.0F, 8.0F})
+        labels += getValueToCCDBinningCode(binning, "site"_s, ""_s, ""_s, type, style);
+    QTEST(labels, "labels");
+    QVERIFY(getValueToCCDBinningCode(3.0F, "site"_s, ""_s, ""_s, type, style).isEmpty());
+}
+
+void TestHelpers::pixels_data()
+{
+    QTest::addColumn<QString>("camera");
+    QTest::addColumn<QString>("system");
+    QTest::addColumn<QString>("info");
+    QTest::addColumn<double>("pixels");
+    QTest::newRow("A") << "x DZ930"_s
+                       << ""_s
+                       << ""_s << 2048.0;
+    QTest::newRow("A, newer") << "dz936r"_s
+                              << ""_s
+                              << ""_s << 2048.0;
+    QTest::newRow("B") << "ds934r andor"_s
+                       << ""_s
+                       << ""_s << 1024.0;
+    QTest::newRow("C") << "e2v eev47"_s
+                       << ""_s
+                       << ""_s << 1920.0;
+    QTest::newRow("C, model code") << "andor dz436"_s
+                                   << ""_s
+                                   << ""_s << 1920.0;
+    QTest::newRow("D") << "andor eev"_s
+                       << ""_s
+                       << ""_s << 1024.0;
+    QTest::newRow("D by DU88") << "iXon DU888"_s
+                               << ""_s
+                               << ""_s << 1024.0;
+    QTest::newRow("none") << ""_s
+                          << "VEXA 50"_s
+                          << "x"_s << 1300.0;
+    QTest::newRow("Sophia 200") << "dz930"_s
+                                << "VEXA 200"_s
+                                << "Sophia"_s << 1920.0;
+    QTest::newRow("Sophia 50") << "site"_s
+                               << "VEXA 50"_s
+                               << "Sophia"_s << 2048.0;
+    QTest::newRow("Sophia both") << "site"_s
+                                 << "VEXA 50 VEXA 200"_s
+                                 << "Sophia"_s << 2048.0;
+    QTest::newRow("Sophia other") << "site"_s
+                                  << "VEXA 100"_s
+                                  << "Sophia"_s << 1024.0;
+}
+
+void TestHelpers::pixels()
+{
+    QFETCH(QString, camera);
+    QFETCH(QString, system);
+    QFETCH(QString, info);
+    QTEST(getCCDPixels(camera, system, info), "pixels");
+}
+
+void TestHelpers::fieldsOfView_data()
+{
+    QTest::addColumn<double>("fieldOfView");
+    QTest::addColumn<QByteArray>("name");
+    QTest::newRow("first of two") << 5.0 << QByteArray("A");
+    QTest::newRow("within the tolerance") << 12.500005 << QByteArray("b");
+    QTest::newRow("outside the tolerance") << 12.50002 << QByteArray();
+    QTest::newRow("float rounding") << 7.1 << QByteArray("_");
+    QTest::newRow("no name in the key") << 1.0 << QByteArray();
+    QTest::newRow("no number") << 0.0 << QByteArray("E");
+    QTest::newRow("not Latin") << 9.0 << QByteArray("\xE9");
+}
+
+void TestHelpers::fieldsOfView()
+{
+    QFETCH(double, fieldOfView);
+    QFETCH(QByteArray, name);
+    CPLClickInfo info;
+    QByteArray found = "old";
+    QVERIFY(!getFOVName(&info, 5.0, found) && !getFOVName(nullptr, 5.0, found));
+    QVERIFY(!hasCCDMapData(info));
+    info.loadTextBuffer(
+        "*** Camera System Info:\nShelf Position FOV: 1\nShelf Position A fov: 5.0\n"
+        "SHELF position b FOV: 12.5 # cm\nShelf Position C FOV: 5\n"
+        "Shelf Position D: 1\nx Shelf Position D FOV: 1\nShelf Position E FOV: wide\n"
+        "Shelf Position _ FOV: 7.1\nShelf Position \u00e9 FOV: 9\nCCDmap:"_s);
+    QVERIFY(hasCCDMapData(info));
+    QCOMPARE(getFOVName(&info, fieldOfView, found), !name.isNull());
+    QCOMPARE(found, name.isNull() ? QByteArray("old") : name);
+}
+
+void TestHelpers::paths()
+{
+    const QString base = getOVPath(OV_PATH_BASE, false, nullptr);
+    QVERIFY2(base.endsWith("/Ostrel/Orvane/"_s), qPrintable(base));
+    const char* const names[] = {"database",   "organs",          "FLReference", "SLReference",
+                                 "Background", "Auto Background", nullptr,       "emfilters",
+                                 "Usage",      "AOICorrDB"};
+    int tag = OV_PATH_DATABASE;
+    for (const char* const name : names) {
+        const QString path = name ? base + QString::fromLatin1(name) : QString();
+        QCOMPARE(getOVPath(OV_PATH_TAGS(tag), false, nullptr), path);
+        QCOMPARE(getOVPath(OV_PATH_TAGS(tag), true, nullptr), path + u'/');
+        ++tag;
+    }
+    QCOMPARE(getOVPath(OV_PATH_BASE, true, nullptr), base);
+    QCOMPARE(getOVPath(OV_PATH_APPLICATION, false, nullptr),
+             QCoreApplication::applicationDirPath());
+    QCOMPARE(getOVPath(OV_PATH_TAGS(12), true, nullptr), "/"_s);
+}
+
 void TestHelpers::versionStamp()
 {
     const QRegularExpression form("^4\\.8 \\((Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) "
@@ -171,5 +397,5 @@ void TestHelpers::identity()
     QCOMPARE(nParserLibrary, 0);
 }
 
-QTEST_APPLESS_MAIN(TestHelpers)
+QTEST_GUILESS_MAIN(TestHelpers)
 #include "tst_plhelpers.moc"

@@ -7,6 +7,7 @@
 
 #include <QtCore/QStringList>
 
+int cameraCommand(const QStringList& words);
 int getCommand(const QStringList& words);
 int setCommand(const QStringList& words);
 int showCommand(const QStringList& words);

@@ -1,5 +1,7 @@
 #include "Terminal.h"
 
+#include <QtCore/QJsonDocument>
+
 #include <cstdio>
 
 void print(const QString& text)
@@ -40,6 +42,16 @@ std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
     if (parser.positionalArguments().size() != names.size())
         return fail(WrongUsage, verb + QLatin1String(" takes ") + arguments + usage);
     return std::nullopt;
+}
+
+QCommandLineOption jsonOption()
+{
+    return {QStringLiteral("json"), QStringLiteral("Prints JSON instead of text.")};
+}
+
+void print(const QJsonObject& object)
+{
+    print(QString::fromUtf8(QJsonDocument(object).toJson()));
 }
 
 QString columns(const QList<QStringList>& rows)

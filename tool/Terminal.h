@@ -9,6 +9,7 @@
 #include "PLStatus.h"
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QJsonObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -40,6 +41,12 @@ ExitCode fail(const QString& file, tag_estatus status);
  */
 std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
                               const QString& arguments, const QStringList& words);
+
+/** The option that asks for JSON instead of text. */
+QCommandLineOption jsonOption();
+
+/** Prints a JSON object with its keys in alphabetical order. */
+void print(const QJsonObject& object);
 
 /** Lines of cells, padded so that the columns line up. */
 QString columns(const QList<QStringList>& rows);

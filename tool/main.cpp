@@ -18,6 +18,7 @@ constexpr Verb verbs[] = {
     {"get", "FILE SECTION KEY", "print one value", getCommand},
     {"set", "FILE SECTION KEY VALUE", "change one value in place", setCommand},
     {"study", "FOLDER", "print a sequence with a table of its acquisitions", studyCommand},
+    {"camera", "FILE", "print what an instrument can do", cameraCommand},
 };
 
 QString helpText()

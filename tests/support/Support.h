@@ -11,6 +11,8 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <memory>
+
 inline QString operator""_s(const char* text, std::size_t size)
 {
     return QString::fromUtf8(text, int(size));

@@ -572,7 +572,7 @@ tag_estatus CPLClickInfo::addTiffUserSection(tag_eimagetype type, QString userId
     return eSTATUS_SUCCESS;
 }
 
-tag_estatus CPLClickInfo::parseSectionFromBuffer(QString& buffer, QString& sectionKey,
+tag_estatus CPLClickInfo::parseSectionFromBuffer(const QString& buffer, const QString& sectionKey,
                                                  CPLSection** section, bool)
 {
     if (!section)

@@ -318,14 +318,14 @@ public:
     /**
      * Builds a section from a block (header line and body).
      *
-     * @param buffer      the block; unchanged
+     * @param buffer      the block
      * @param sectionKey  the key of the new section; the one in the header does not count
      * @param section     receives the section, which is then the caller's; null for an empty buffer
      *                    and on failure
      * @return eSTATUS_NULL_ARGUMENT when `section` is null, eSTATUS_OUT_OF_MEMORY, eSTATUS_FAILED
      *         when the key is null, eSTATUS_BAD_FORMAT for a malformed header line
      */
-    static tag_estatus parseSectionFromBuffer(QString& buffer, QString& sectionKey,
+    static tag_estatus parseSectionFromBuffer(const QString& buffer, const QString& sectionKey,
                                               CPLSection** section, bool);
 
     /**

@@ -1,11 +1,17 @@
 #include "PLHelpers.h"
 
+#include "PLCameraInfo.h"
 #include "PLKeywords.h"
 #include "PLStatus.h"
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QStandardPaths>
 #include <QtCore/QStringList>
 
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -74,6 +80,229 @@ constexpr StatusName statusNames[] = {
 QString twoDigits(int number)
 {
     return QString::number(number).rightJustified(2, QLatin1Char('0'));
+}
+
+/** The kinds of images that binnings tell apart; a row of a binning table each. */
+enum ImageKind { StillPhotograph, XRayImage, OtherImage };
+
+struct Binnings
+{
+    int large = 0;
+    int medium = 0;
+    int small = 0;
+};
+
+constexpr int notOffered = -1;
+
+enum CameraGroup { GroupS, GroupE, GroupO };
+
+struct GroupMember
+{
+    QLatin1String model;
+    CameraGroup group = GroupO;
+};
+
+/** The camera models of the integer form, compared as whole texts. */
+constexpr GroupMember groupMembers[] = {
+    {keyword("site"), GroupS},   {keyword("andor"), GroupS},  {keyword("dw434"), GroupS},
+    {keyword("ds934r"), GroupS}, {keyword("eev"), GroupE},    {keyword("dz436"), GroupE},
+    {keyword("dz930"), GroupE},  {keyword("dz936r"), GroupE},
+};
+
+// clang-format off
+/** Binnings of the integer form, by image kind and camera group. */
+constexpr Binnings groupBinnings[][3] = {
+    //   S                    E                    O
+    {{notOffered, 2, 1}, {notOffered, 4, 2}, {notOffered, 2, 1}}, // still photograph
+    {{notOffered, 2, 1}, {notOffered, 2, 1}, {notOffered, 2, 1}}, // X-ray
+    {{8, 4, 2},          {16, 8, 4},         {10, 5, 2}},         // any other
+};
+
+/** Binnings of the integer form with a Sophia camera, by image kind. */
+constexpr Binnings groupSophiaBinnings[] = {
+    {notOffered, 4, 2}, {notOffered, 2, 1}, {16, 8, 4},
+};
+
+enum CameraClass { ClassA, ClassB, ClassC, ClassD, ClassF };
+
+struct ClassWord {
+    QLatin1String word;
+    CameraClass cameraClass = ClassF;
+    QLatin1String unless = {};
+};
+
+/** The words that a camera model may contain; the first that it does tells its class. */
+constexpr ClassWord classWords[] = {
+    {keyword("dz930"),  ClassA},
+    {keyword("dz936r"), ClassA},
+    {keyword("ds934r"), ClassB},
+    {keyword("dz436"),  ClassC},
+    {keyword("eev"),    ClassC, keyword("andor")},
+    {keyword("site"),   ClassD},
+    {keyword("andor"),  ClassD},
+    {keyword("dw434"),  ClassD},
+};
+
+/** Binnings of the float form, by image kind and camera class. */
+constexpr Binnings classBinnings[][5] = {
+    // A          B          C           D          F
+    {{4, 4, 2},  {2, 2, 1}, {4, 4, 2},  {2, 2, 1}, {2, 2, 1}},  // still photograph
+    {{4, 2, 1},  {4, 2, 1}, {4, 2, 1},  {4, 2, 1}, {4, 2, 1}},  // X-ray
+    {{16, 8, 4}, {8, 4, 2}, {16, 8, 4}, {8, 4, 2}, {10, 5, 2}}, // any other
+};
+
+/** Binnings of the float form with a Sophia camera, by image kind. */
+constexpr Binnings classSophiaBinnings[] = {
+    {4, 4, 2}, {4, 2, 1}, {16, 8, 4},
+};
+
+/** Pixels of a CCD, by camera class. */
+constexpr double classPixels[] = {2048, 1024, 1920, 1024, 1300};
+
+struct BinningLabels {
+    QLatin1String small;
+    QLatin1String large;
+    QLatin1String medium;
+};
+
+/** The labels of the presets, by label style. */
+constexpr std::array<BinningLabels, 4> binningLabels = {{
+    {keyword("HR"),                    keyword("HS"),                     keyword("M")},
+    {keyword("Small (Hi Res)"),        keyword("Large (Hi Sens)"),        keyword("Med.")},
+    {keyword("Small (Hi Res)"),        keyword("Large (Hi Sens)"),        keyword("Med.")},
+    {keyword("Small (Hi Resolution)"), keyword("Large (Hi Sensitivity)"), keyword("Medium")},
+}};
+// clang-format on
+
+bool contains(const QString& text, QLatin1String word)
+{
+    return text.contains(word, Qt::CaseInsensitive);
+}
+
+bool equals(const QString& text, QLatin1String word)
+{
+    return text.compare(word, Qt::CaseInsensitive) == 0;
+}
+
+CameraGroup groupOf(const QString& cameraModel)
+{
+    for (const GroupMember& member : groupMembers) {
+        if (equals(cameraModel, member.model))
+            return member.group;
+    }
+    return GroupO;
+}
+
+CameraClass classOf(const QString& cameraModel)
+{
+    for (const ClassWord& row : classWords) {
+        const bool excluded = !row.unless.isEmpty() && contains(cameraModel, row.unless);
+        if (contains(cameraModel, row.word) && !excluded)
+            return row.cameraClass;
+    }
+    return ClassF;
+}
+
+ImageKind kindOf(const QString& imageTypeName)
+{
+    if (equals(imageTypeName, imageTypeNames[eIMAGE_PHOTOGRAPH]) ||
+        equals(imageTypeName, imageTypeNames[eIMAGE_STRUCTURE]))
+        return StillPhotograph;
+    return equals(imageTypeName, imageTypeNames[eIMAGE_XRAY]) ? XRayImage : OtherImage;
+}
+
+ImageKind kindOf(tag_eimagetype imageType)
+{
+    if (imageType == eIMAGE_PHOTOGRAPH || imageType == eIMAGE_STRUCTURE)
+        return StillPhotograph;
+    return imageType == eIMAGE_XRAY ? XRayImage : OtherImage;
+}
+
+/** Whether a Sophia camera overrides the binnings: for X-ray images on any system. */
+bool isSophiaOverride(const QString& systemConfiguration, const QString& cameraSystemInfo,
+                      ImageKind kind)
+{
+    return contains(cameraSystemInfo, PLKeyword::Value::Sophia) &&
+           (kind == XRayImage || contains(systemConfiguration, PLKeyword::Value::Vexa50) ||
+            contains(systemConfiguration, PLKeyword::Value::Vexa200));
+}
+
+struct DataFolder
+{
+    OV_PATH_TAGS tag = OV_PATH_BASE;
+    QLatin1String name;
+};
+
+constexpr DataFolder dataFolders[] = {
+    {OV_PATH_BASE, PLKeyword::Value::Empty},
+    {OV_PATH_DATABASE, PLKeyword::Folder::Database},
+    {OV_PATH_ORGANS, PLKeyword::Folder::Organs},
+    {OV_PATH_FL_REFERENCE, PLKeyword::Folder::FlReference},
+    {OV_PATH_SL_REFERENCE, PLKeyword::Folder::SlReference},
+    {OV_PATH_BACKGROUND, PLKeyword::Folder::Background},
+    {OV_PATH_AUTO_BACKGROUND, PLKeyword::Folder::AutoBackground},
+    {OV_PATH_EMFILTERS, PLKeyword::Folder::EmissionFilters},
+    {OV_PATH_USAGE, PLKeyword::Folder::Usage},
+    {OV_PATH_AOI_CORR_DB, PLKeyword::Folder::AoiCorrections},
+};
+
+/**
+ * The machine-wide data folder: beside the second of the platform's locations for local data, or
+ * the last one where there are fewer. The location's parent is taken by name; it need not exist.
+ */
+QString dataFolder()
+{
+    const QStringList locations =
+        QStandardPaths::standardLocations(QStandardPaths::AppLocalDataLocation);
+    const QString location = locations.value(1, locations.value(0));
+    const QString parent = QDir::cleanPath(QDir(location).absolutePath() + QLatin1String("/.."));
+    return parent + QLatin1Char('/') + PLKeyword::Value::Organization + QLatin1Char('/') +
+           PLKeyword::Value::Product + QLatin1Char('/');
+}
+
+/** The background folder that the instrument asks for; null when it asks for none. */
+QString instrumentBackground(OV_PATH_TAGS tag, const CPLCameraInfo* camera)
+{
+    if (tag != OV_PATH_BACKGROUND || !camera)
+        return {};
+    const CPLSection* const section = camera->getCameraInfoSection();
+    return section ? (*section)[PLKeyword::Key::DarkchargePath] : QString();
+}
+
+QString folderPath(OV_PATH_TAGS tag, const CPLCameraInfo* camera)
+{
+    if (tag == OV_PATH_APPLICATION)
+        return QCoreApplication::applicationDirPath();
+    const QString background = instrumentBackground(tag, camera);
+    if (!background.isNull())
+        return background;
+    for (const DataFolder& folder : dataFolders) {
+        if (folder.tag == tag)
+            return dataFolder() + folder.name;
+    }
+    return {};
+}
+
+/** The word character that stands between white space in a stage-position key. */
+QByteArray positionName(const QString& key)
+{
+    static const QRegularExpression betweenBlanks(QStringLiteral("\\s(\\w)\\s"),
+                                                  QRegularExpression::UseUnicodePropertiesOption);
+    return betweenBlanks.match(key).captured(1).toLatin1();
+}
+
+bool isPositionKey(const QString& key)
+{
+    return key.startsWith(PLKeyword::Key::ShelfPosition, Qt::CaseInsensitive) &&
+           contains(key, PLKeyword::Key::FovPart);
+}
+
+bool hasFieldOfView(const CPLSection& section, const QString& key, double fieldOfView)
+{
+    constexpr double tolerance = 1e-5;
+    float value = 0;
+    return section.getValue(key, &value) == eSTATUS_SUCCESS &&
+           std::abs(fieldOfView - double(value)) <= tolerance;
 }
 
 } // namespace
@@ -149,4 +378,95 @@ QString getSectionBuffer(QString text)
         return {};
     const auto end = text.indexOf(PLKeyword::Text::Marker, start + 1);
     return end < 0 ? text.mid(start) : text.mid(start, end - start);
+}
+
+void getCCDBinningsForImageType(QString cameraModel, QString systemConfiguration,
+                                QString cameraSystemInfo, QString imageTypeName, int& largeBinning,
+                                int& mediumBinning, int& smallBinning)
+{
+    const ImageKind kind = kindOf(imageTypeName);
+    const Binnings& binnings = isSophiaOverride(systemConfiguration, cameraSystemInfo, kind)
+                                   ? groupSophiaBinnings[kind]
+                                   : groupBinnings[kind][groupOf(cameraModel)];
+    largeBinning = binnings.large;
+    mediumBinning = binnings.medium;
+    smallBinning = binnings.small;
+}
+
+void getCCDBinningsForImageType(const QString& cameraModel, QString systemConfiguration,
+                                QString cameraSystemInfo, tag_eimagetype imageType,
+                                float& largeBinning, float& mediumBinning, float& smallBinning)
+{
+    const ImageKind kind = kindOf(imageType);
+    const Binnings& binnings = isSophiaOverride(systemConfiguration, cameraSystemInfo, kind)
+                                   ? classSophiaBinnings[kind]
+                                   : classBinnings[kind][classOf(cameraModel)];
+    largeBinning = float(binnings.large);
+    mediumBinning = float(binnings.medium);
+    smallBinning = float(binnings.small);
+}
+
+QString getValueToCCDBinningCode(float binning, QString cameraModel, QString systemConfiguration,
+                                 QString cameraSystemInfo, QString imageTypeName, int labelStyle)
+{
+    if (labelStyle < 0 || std::size_t(labelStyle) >= binningLabels.size())
+        return {};
+    const BinningLabels& labels = binningLabels[std::size_t(labelStyle)];
+    Binnings binnings;
+    getCCDBinningsForImageType(cameraModel, systemConfiguration, cameraSystemInfo, imageTypeName,
+                               binnings.large, binnings.medium, binnings.small);
+    if (binning == float(binnings.small))
+        return labels.small;
+    if (binning == float(binnings.large))
+        return labels.large;
+    return binning == float(binnings.medium) ? QString(labels.medium) : QString();
+}
+
+double getCCDPixels(const QString& cameraModel, QString systemConfiguration,
+                    QString cameraSystemInfo)
+{
+    constexpr double sophiaPixels50 = 2048;
+    constexpr double sophiaPixels200 = 1920;
+    if (contains(cameraSystemInfo, PLKeyword::Value::Sophia)) {
+        if (contains(systemConfiguration, PLKeyword::Value::Vexa50))
+            return sophiaPixels50;
+        if (contains(systemConfiguration, PLKeyword::Value::Vexa200))
+            return sophiaPixels200;
+    }
+    const CameraClass cameraClass = classOf(cameraModel);
+    const bool du88 = cameraClass == ClassF && contains(cameraModel, PLKeyword::Value::Du88);
+    return classPixels[du88 ? ClassD : cameraClass];
+}
+
+bool hasCCDMapData(const CPLClickInfo& info)
+{
+    const CPLSection* const section = info[PLKeyword::Section::CameraSystemInfo];
+    return section && section->isKeyPresent(PLKeyword::Key::CcdMap);
+}
+
+bool getFOVName(const CPLClickInfo* info, double fieldOfView, QByteArray& name)
+{
+    const CPLSection* const section =
+        info ? (*info)[PLKeyword::Section::CameraSystemInfo] : nullptr;
+    if (!section)
+        return false;
+    QStringList keys;
+    section->getKeyList(&keys);
+    for (const QString& key : keys) {
+        if (!isPositionKey(key) || !hasFieldOfView(*section, key, fieldOfView))
+            continue;
+        const QByteArray position = positionName(key);
+        if (position.isEmpty())
+            continue;
+        name = position;
+        return true;
+    }
+    return false;
+}
+
+QString getOVPath(OV_PATH_TAGS tag, bool withSlash, const CPLCameraInfo* camera)
+{
+    const QString path = folderPath(tag, camera);
+    const bool complete = !withSlash || path.endsWith(QLatin1Char('/'));
+    return complete ? path : path + QLatin1Char('/');
 }

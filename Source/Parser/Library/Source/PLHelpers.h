@@ -1,6 +1,7 @@
 /**
  * @file
- * The free helper functions: image types, dates and times, names, single sections of a text.
+ * The free helper functions: image types, dates and times, names, single sections of a text,
+ * binnings and geometry of the CCD, installation paths.
  *
  * They hold no state, touch no file and never fail.
  */
@@ -9,9 +10,13 @@
 
 #include "PLExport.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 #include <ctime>
+
+class CPLCameraInfo;
+class CPLClickInfo;
 
 /** The kinds of images. */
 enum tag_eimagetype : int {
@@ -35,6 +40,13 @@ enum tag_eimagetype : int {
     eIMAGE_LUMINESCENT_CORRECTED = 17,
     eIMAGE_SATURATION_MAP_2 = 18,
     eIMAGE_BLEMISH = 19,
+};
+
+/** The instrument families. */
+enum EVEXA_Types : int {
+    eVEXA_STANDARD = 0, ///< VEXA 50, VEXA 100 and everything that is not known
+    eVEXA_200 = 1,
+    eVEXA_CORVIX = 2,
 };
 
 /**
@@ -74,5 +86,92 @@ enum tag_eimagetype : int {
 
 /** The text from the first "*** " up to the next one or the end; empty when there is none. */
 [[nodiscard]] PARSERLIBRARY_EXPORT QString getSectionBuffer(QString text);
+
+/** @name Binnings of the CCD
+ *
+ * A camera offers three binning presets: a large one for high sensitivity, a medium one and a small
+ * one for high resolution. The camera model names the sensor's or the camera's maker or the model
+ * code; the system configuration and the camera system info are the values of the instrument
+ * description's keys "System Configuration" and "Camera System Info".
+ */
+///@{
+
+/**
+ * The binning presets of a camera for an image type that is given by its name. Model and image type
+ * are compared as whole texts in any letter case; -1 stands for a preset that is not offered.
+ */
+PARSERLIBRARY_EXPORT void getCCDBinningsForImageType(QString cameraModel,
+                                                     QString systemConfiguration,
+                                                     QString cameraSystemInfo,
+                                                     QString imageTypeName, int& largeBinning,
+                                                     int& mediumBinning, int& smallBinning);
+
+/**
+ * The binning presets of a camera for an image type. The model may contain other text around what
+ * identifies the camera.
+ */
+PARSERLIBRARY_EXPORT void getCCDBinningsForImageType(const QString& cameraModel,
+                                                     QString systemConfiguration,
+                                                     QString cameraSystemInfo,
+                                                     tag_eimagetype imageType, float& largeBinning,
+                                                     float& mediumBinning, float& smallBinning);
+
+/**
+ * The label of the preset that a binning factor belongs to, among those of the integer form.
+ *
+ * @param labelStyle  0 "HR", "M", "HS"; 1 and 2 longer, 3 the longest labels
+ * @return an empty string when no preset has the factor, or for another style
+ */
+[[nodiscard]] PARSERLIBRARY_EXPORT QString
+getValueToCCDBinningCode(float binning, QString cameraModel, QString systemConfiguration,
+                         QString cameraSystemInfo, QString imageTypeName, int labelStyle);
+///@}
+
+/** @name Geometry */
+///@{
+
+/** Number of pixels along a side of a camera's CCD. */
+[[nodiscard]] PARSERLIBRARY_EXPORT double
+getCCDPixels(const QString& cameraModel, QString systemConfiguration, QString cameraSystemInfo);
+
+/** Whether an instrument description holds the key "CCDmap". */
+[[nodiscard]] PARSERLIBRARY_EXPORT bool hasCCDMapData(const CPLClickInfo& info);
+
+/**
+ * Finds the stage position with a field of view.
+ *
+ * @param info         the instrument description; may be null
+ * @param fieldOfView  in the units of the description, compared within 1e-5
+ * @param name         receives the one-character name of the position, as Latin-1
+ * @return false when there is no such position; `name` is unchanged then
+ */
+PARSERLIBRARY_EXPORT bool getFOVName(const CPLClickInfo* info, double fieldOfView,
+                                     QByteArray& name);
+///@}
+
+/** Folders of the machine-wide data folder. */
+enum OV_PATH_TAGS : int {
+    OV_PATH_APPLICATION = 0, ///< the folder of the running program
+    OV_PATH_BASE = 1,        ///< the data folder itself; always ends in '/'
+    OV_PATH_DATABASE = 2,
+    OV_PATH_ORGANS = 3,
+    OV_PATH_FL_REFERENCE = 4,
+    OV_PATH_SL_REFERENCE = 5,
+    OV_PATH_BACKGROUND = 6, ///< the instrument's "Darkcharge Path" if it gives one
+    OV_PATH_AUTO_BACKGROUND = 7,
+    OV_PATH_EMFILTERS = 9,
+    OV_PATH_USAGE = 10,
+    OV_PATH_AOI_CORR_DB = 11,
+};
+
+/**
+ * The path of a folder; it need not exist.
+ *
+ * @param withSlash  whether the path must end in '/'
+ * @param camera     the instrument, for OV_PATH_BACKGROUND; may be null
+ * @return an empty path, or "/" with a slash, for a value that is no tag
+ */
+[[nodiscard]] PARSERLIBRARY_EXPORT QString getOVPath(OV_PATH_TAGS tag, bool withSlash,
+                                                     const CPLCameraInfo* camera);
 
 #endif

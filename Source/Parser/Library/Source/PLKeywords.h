@@ -31,6 +31,12 @@ inline constexpr QLatin1String ClickInfo = keyword("ClickInfo.txt");
 inline constexpr QLatin1String AnalyzedClickInfo = keyword("AnalyzedClickInfo.txt");
 inline constexpr QLatin1String SequenceInfo = keyword("SequenceInfo.txt");
 inline constexpr QLatin1String DicomSuffix = keyword(".dcm");
+inline constexpr QLatin1String CameraInfo = keyword("CameraInfo.txt");
+inline constexpr QLatin1String ConfigFolder = keyword("config");
+inline constexpr QLatin1String ExtensionPattern = keyword("*.cfg");
+inline constexpr QLatin1String EmissionFilterFolder = keyword("emfilters");
+inline constexpr QLatin1String StandardFilterWheel = keyword("standard.xem");
+inline constexpr QLatin1String UiStatus = keyword("UI_Status.txt");
 inline constexpr QLatin1String CorrectedImage = keyword("luminescentFloatCorrected.TIF");
 } // namespace File
 
@@ -59,6 +65,9 @@ inline constexpr QLatin1String Sequence = keyword("Sequence");
 inline constexpr QLatin1String ClickNumbers = keyword("ClickNumbers");
 inline constexpr QLatin1String RestoreResults = keyword("Restore Results");
 inline constexpr QLatin1String GraphControls = keyword("Graph Controls");
+// Instruments
+inline constexpr QLatin1String CameraSystemInfo = keyword("Camera System Info");
+inline constexpr QLatin1String ExtensionInfo = keyword("Extension Info");
 } // namespace Section
 
 /** Keys of the entries of a section. */
@@ -148,6 +157,56 @@ inline constexpr QLatin1String XRayTubeVoltage = keyword("X-ray tube voltage");
 inline constexpr QLatin1String XRayTubePlateCurrent = keyword("X-ray tube plate current");
 inline constexpr QLatin1String XRayTubeFilter = keyword("X-ray tube filter");
 inline constexpr QLatin1String ImagingMode = keyword("Imaging Mode");
+// Instruments
+inline constexpr QLatin1String CameraCcdType = keyword("Camera CCD Type");
+inline constexpr QLatin1String CameraSystemInfo = Section::CameraSystemInfo;
+inline constexpr QLatin1String CcdMap = keyword("CCDmap");
+inline constexpr QLatin1String ChipReader = keyword("Chip-Reader");
+inline constexpr QLatin1String CorvixImager = keyword("Corvix Imager");
+inline constexpr QLatin1String DarkchargePath = keyword("Darkcharge Path");
+inline constexpr QLatin1String ElectronicsTrayPartNumber = keyword("Electronics Tray Part Number");
+inline constexpr QLatin1String EmFilter2MotorDriver = keyword("EM Filter2 Motor Driver Number");
+inline constexpr QLatin1String FiducialBack = keyword("Fiducial Position Back");
+inline constexpr QLatin1String FiducialFront = keyword("Fiducial Position Front");
+inline constexpr QLatin1String FiducialMiddle = keyword("Fiducial Position Middle");
+inline constexpr QLatin1String FiducialMiddleBack = keyword("Fiducial Position Middle Back");
+inline constexpr QLatin1String FiducialMiddleFront = keyword("Fiducial Position Middle Front");
+inline constexpr QLatin1String Filter2MotorDriver = keyword("Filter2 Motor Driver Number");
+inline constexpr QLatin1String FluorescenceKit = keyword("Fluorescence kit installed");
+inline constexpr QLatin1String FluorescenceXMotorDriver =
+    keyword("Fluorescence X Motor Driver Number");
+inline constexpr QLatin1String FluorescenceYMotorDriver =
+    keyword("Fluorescence Y Motor Driver Number");
+inline constexpr QLatin1String LargeAnimalPosition = keyword("Large animal position");
+inline constexpr QLatin1String LightsControlPolarity = keyword("Lights Control Polarity");
+inline constexpr QLatin1String MirrorAngle = keyword("Mirror angle");
+inline constexpr QLatin1String MirrorXOffset = keyword("Mirror x-offset");
+inline constexpr QLatin1String MouseImagingShuttle = keyword("Mouse Imaging Shuttle Enabled");
+inline constexpr QLatin1String OmegaController = keyword("Omega controller installed");
+inline constexpr QLatin1String RemovableFilterWheel = keyword("Removable Filter Wheel Capable");
+inline constexpr QLatin1String RotationStageMotorDriver =
+    keyword("Rotation Stage Motor Driver Number");
+inline constexpr QLatin1String ShelfPosition = keyword("Shelf Position");
+inline constexpr QLatin1String ShelfPositionZ = keyword("Shelf Position Z FOV");
+inline constexpr QLatin1String StageOffset = keyword("Stage offset");
+inline constexpr QLatin1String StructuredLightDelay = keyword("Structured Light Delay Cycles");
+inline constexpr QLatin1String SystemConfiguration = keyword("System Configuration");
+inline constexpr QLatin1String UacBoard = keyword("UAC BOARD");
+inline constexpr QLatin1String UsbIoBoard = keyword("USB I/O BOARD");
+inline constexpr QLatin1String XRayController = keyword("Xray Controller");
+inline constexpr QLatin1String Zevr24 = keyword("ZEVR-24");
+inline constexpr QLatin1String ZoomLensSupport = keyword("Zoom Lens Support");
+// The motor steps of the large-animal position: the first marks an instrument that has the
+// position, the second one that can go there.
+inline constexpr QLatin1String XRay2PositionC = keyword("Motor Steps for x-ray2 position c");
+inline constexpr QLatin1String XRay2StagePositionC =
+    keyword("Motor Steps for x-ray2 stage position c");
+// Parts of instrument keys
+inline constexpr QLatin1String FovPart = keyword("FOV");
+inline constexpr QLatin1String StepsPart = keyword("steps");
+// Instrument extensions
+inline constexpr QLatin1String ConflictsWith = keyword("Conflicts with extensions");
+inline constexpr QLatin1String ExtensionName = keyword("Extension name");
 // Multi-view angle, newer and older spelling
 inline constexpr QLatin1String Rdx2Angle = keyword("RDX-2 Angle");
 inline constexpr QLatin1String RodxAngle = keyword("RoDX Angle");
@@ -179,14 +238,48 @@ inline constexpr QLatin1String DisplaySingle = keyword("Single");
 inline constexpr QLatin1String LargeAnimal = keyword("Large Animal");
 inline constexpr QLatin1String HighResolution = keyword("High Resolution");
 inline constexpr QLatin1String Mouse = keyword("Mouse");
+// Instruments
+inline constexpr QLatin1String Vexa50 = keyword("VEXA 50");
+inline constexpr QLatin1String Vexa100 = keyword("VEXA 100");
+inline constexpr QLatin1String Vexa200 = keyword("VEXA 200");
+inline constexpr QLatin1String Corvix = keyword("Corvix");
+inline constexpr QLatin1String Sophia = keyword("Sophia");
+inline constexpr QLatin1String Du88 = keyword("DU88");
+inline constexpr QLatin1String Emccd = keyword("EMCCD");
+inline constexpr QLatin1String OldElectronicsTray = keyword("30052");
+inline constexpr QLatin1String OmegaCni32 = keyword("cni32");
+inline constexpr QLatin1String OmegaOutput1 = keyword("output 1");
+inline constexpr QLatin1String OmegaOutput2 = keyword("output 2");
 // Label sets; the second name is the one that older files carry
 inline constexpr QLatin1String UniversalLabelSet = keyword("Orvane Universal");
 inline constexpr QLatin1String FormerUniversalLabelSet = keyword("Mirrane Universal");
 inline constexpr QLatin1String Product = keyword("Orvane");
 inline constexpr QLatin1String FormerProduct = keyword("Mirrane");
+inline constexpr QLatin1String Organization = keyword("Ostrel");
 /** Version that made-up click info of a bare image carries. */
 inline constexpr QLatin1String ImportVersion = keyword("4.8.4");
 } // namespace Value
+
+/** The machine-wide store of the operator's choices. */
+namespace Store {
+inline constexpr QLatin1String Group = keyword("/Current_Version");
+inline constexpr QLatin1String Zevr24 = keyword("ZEVR24");
+inline constexpr QLatin1String Zoom = keyword("Zoom");
+inline constexpr QLatin1String FilterWheel = keyword("filterWheel");
+} // namespace Store
+
+/** Sub-folders of the machine-wide data folder. */
+namespace Folder {
+inline constexpr QLatin1String Database = keyword("database");
+inline constexpr QLatin1String Organs = keyword("organs");
+inline constexpr QLatin1String FlReference = keyword("FLReference");
+inline constexpr QLatin1String SlReference = keyword("SLReference");
+inline constexpr QLatin1String Background = keyword("Background");
+inline constexpr QLatin1String AutoBackground = keyword("Auto Background");
+inline constexpr QLatin1String EmissionFilters = File::EmissionFilterFolder;
+inline constexpr QLatin1String Usage = keyword("Usage");
+inline constexpr QLatin1String AoiCorrections = keyword("AOICorrDB");
+} // namespace Folder
 
 } // namespace PLKeyword
 

@@ -272,12 +272,9 @@ tag_estatus CPLSection::getKeylistFromKeyAndSubkey(QString key, QString subkey,
 {
     if (key.isEmpty() || !keys)
         return eSTATUS_NULL_ARGUMENT;
-    if (subkey.isEmpty() && !subkey.isNull())
-        return eSTATUS_SUCCESS;
     for (const int position : pairIndex) {
         const QString& candidate = entryKeys.at(position);
-        if (candidate.startsWith(key, Qt::CaseInsensitive) &&
-            candidate.contains(subkey, Qt::CaseInsensitive))
+        if (isKeySelected(candidate, key, subkey))
             keys->append(candidate);
     }
     return eSTATUS_SUCCESS;

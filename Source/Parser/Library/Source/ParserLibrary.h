@@ -5,6 +5,7 @@
 #ifndef OVPARSER_PARSERLIBRARY_H
 #define OVPARSER_PARSERLIBRARY_H
 
+#include "PLCameraInfo.h"
 #include "PLClickInfo.h"
 #include "PLExport.h"
 #include "PLHelpers.h"

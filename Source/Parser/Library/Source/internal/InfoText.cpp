@@ -63,6 +63,13 @@ QString withCommentOf(const QString& old, const QString& text)
     return text + QLatin1Char('\t') + old.mid(comment);
 }
 
+bool isKeySelected(const QString& key, const QString& prefix, const QString& part)
+{
+    if (part.isEmpty() && !part.isNull())
+        return false;
+    return key.startsWith(prefix, Qt::CaseInsensitive) && key.contains(part, Qt::CaseInsensitive);
+}
+
 QString fileName(const QString& path)
 {
     return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);

@@ -32,6 +32,12 @@ namespace ovparser::internal {
     return key.toLower();
 }
 
+/**
+ * Whether a key starts with a prefix and contains a part, in any letter case. A null part is
+ * contained in every key, an empty one in none.
+ */
+[[nodiscard]] bool isKeySelected(const QString& key, const QString& prefix, const QString& part);
+
 /** The name of a file in a path that separates folders by '/'. */
 [[nodiscard]] QString fileName(const QString& path);
 

@@ -1,0 +1,550 @@
+#include "PLCameraInfo.h"
+
+#include "PLHelpers.h"
+#include "internal/Capabilities.h"
+#include "internal/InfoText.h"
+#include "internal/OperatorChoices.h"
+#include "internal/TextFile.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <optional>
+
+using namespace ovparser::internal;
+
+namespace Key = PLKeyword::Key;
+namespace Section = PLKeyword::Section;
+
+/** A debug message that carries its source location in release builds, too. */
+#define OVPARSER_DEBUG() QMessageLogger(__FILE__, __LINE__, Q_FUNC_INFO).debug().noquote()
+
+namespace {
+
+QString cameraInfoHeader()
+{
+    return PLKeyword::Text::Marker + QString(Section::CameraSystemInfo) + u':';
+}
+
+/** The family of the installed instrument, as the reference description of the machine tells it. */
+EVEXA_Types installedSystem()
+{
+    const auto bytes =
+        readFile(getOVPath(OV_PATH_BASE, true, nullptr) + PLKeyword::File::CameraInfo);
+    if (!bytes)
+        return eVEXA_STANDARD;
+    const QString text = decodeInfoText(*bytes);
+    const auto key = text.indexOf(Key::SystemConfiguration);
+    if (key < 0)
+        return eVEXA_STANDARD;
+    const auto start = key + Key::SystemConfiguration.size();
+    const auto end = text.indexOf(u'\n', start);
+    return classifySystem(text.mid(start, end < 0 ? -1 : end - start).remove(u':'));
+}
+
+/** An instrument extension that was found fit. */
+struct Extension
+{
+    QString name;
+    QString keyLines;
+};
+
+QString missingSection(QLatin1String section)
+{
+    return QStringLiteral("'%1' section not present").arg(section);
+}
+
+QString missingKey(QLatin1String key)
+{
+    return QStringLiteral("'%1' key/value not present").arg(key);
+}
+
+/** The text of a file behind its "Camera System Info" header mark. */
+std::optional<QString> keyLinesOf(const QString& path)
+{
+    const auto bytes = readFile(path);
+    if (!bytes)
+        return std::nullopt;
+    const QByteArray lines = withLineFeeds(*bytes);
+    const QString text = QString::fromLatin1(lines.constData(), lines.size());
+    const QString header = cameraInfoHeader();
+    const auto found = text.indexOf(header);
+    return found < 0 ? QString() : text.mid(found + header.size());
+}
+
+/**
+ * Whether the head of an extension lets it join those that were loaded before.
+ *
+ * @param reason  receives why not, where that is worth a message
+ */
+tag_estatus checkHead(const CPLSection& head, EVEXA_Types system, const QStringList& loaded,
+                      QString* reason)
+{
+    if (!head.isKeyPresent(Key::ExtensionName)) {
+        *reason = missingKey(Key::ExtensionName);
+        return eSTATUS_KEY_NOT_FOUND;
+    }
+    if (!head.isKeyPresent(Key::SystemConfiguration)) {
+        *reason = missingKey(Key::SystemConfiguration);
+        return eSTATUS_EXTENSION_KEY_MISSING;
+    }
+    if (classifySystem(head[Key::SystemConfiguration]) != system)
+        return eSTATUS_SYSTEM_MISMATCH;
+    if (!head.isKeyPresent(Key::ConflictsWith)) {
+        *reason = missingKey(Key::ConflictsWith);
+        return eSTATUS_EXTENSION_KEY_MISSING;
+    }
+    const QStringList rivals = head[Key::ConflictsWith].split(u',');
+    const auto isLoaded = [&](const QString& rival) { return loaded.contains(rival); };
+    if (std::any_of(rivals.begin(), rivals.end(), isLoaded)) {
+        *reason = QStringLiteral("Conflicts with already loaded extensions.");
+        return eSTATUS_EXTENSION_CONFLICT;
+    }
+    return eSTATUS_SUCCESS;
+}
+
+/** Reads an extension if it fits; `reason` receives why not, where that is worth a message. */
+tag_estatus readExtension(const QString& path, EVEXA_Types system, const QStringList& loaded,
+                          Extension* extension, QString* reason)
+{
+    CPLClickInfo info;
+    if (info.loadClickInfo(path, false) != eSTATUS_SUCCESS)
+        return eSTATUS_EXTENSION_LOAD_FAILED;
+    const CPLSection* const head = info[Section::ExtensionInfo];
+    if (!head) {
+        *reason = missingSection(Section::ExtensionInfo);
+        return eSTATUS_SECTION_NOT_FOUND;
+    }
+    const tag_estatus status = checkHead(*head, system, loaded, reason);
+    if (status != eSTATUS_SUCCESS)
+        return status;
+    if (!info.isSectionPresent(Section::CameraSystemInfo)) {
+        *reason = missingSection(Section::CameraSystemInfo);
+        return eSTATUS_SECTION_NOT_FOUND;
+    }
+    const auto keyLines = keyLinesOf(path);
+    if (!keyLines) {
+        *reason = QStringLiteral("File open failed");
+        return eSTATUS_FILE_OPEN_FAILED;
+    }
+    *extension = {(*head)[Key::ExtensionName], *keyLines};
+    return eSTATUS_SUCCESS;
+}
+
+} // namespace
+
+CPLCameraInfo::CPLCameraInfo()
+    : state(std::make_unique<InstrumentState>())
+{}
+
+CPLCameraInfo::CPLCameraInfo(const CPLCameraInfo& other)
+    : CPLClickInfo(other)
+    , state(std::make_unique<InstrumentState>(*other.state))
+    , cameraInfoSectionHeld(other.isSectionPresent(Section::CameraSystemInfo))
+{}
+
+CPLCameraInfo& CPLCameraInfo::operator=(const CPLCameraInfo& other)
+{
+    if (this != &other) {
+        CPLClickInfo::operator=(other);
+        *state = *other.state;
+        cameraInfoSectionHeld = isSectionPresent(Section::CameraSystemInfo);
+    }
+    return *this;
+}
+
+CPLCameraInfo::~CPLCameraInfo() = default;
+
+bool CPLCameraInfo::loadCameraInfo(QString path)
+{
+    cameraInfoSectionHeld = false;
+    clearData();
+    if (load(path) != eSTATUS_SUCCESS) {
+        OVPARSER_DEBUG() << "Loading camera information failed.";
+        return false;
+    }
+    cameraInfoSectionHeld = isSectionPresent(Section::CameraSystemInfo);
+    const CPLSection* const section = getCameraInfoSection();
+    if (!section) {
+        OVPARSER_DEBUG() << "Invalid camera information, while loading camera info.";
+        return false;
+    }
+    state->systemType = classifySystem((*section)[Key::SystemConfiguration]);
+    if (state->systemType == eVEXA_STANDARD && !loadStandardState(path))
+        return false;
+    deriveCapabilities(*section, *state);
+    return true;
+}
+
+bool CPLCameraInfo::loadStandardState(const QString& path)
+{
+    if (isZEVR24Available())
+        state->zevr24Attached = storedChoice(PLKeyword::Store::Zevr24, false).toBool();
+    if (isLargeAnimalCapable())
+        isLargeAnimalSelected();
+    const CPLSection& section = *getCameraInfoSection();
+    if (readsYes(section, Key::RemovableFilterWheel) && !loadFilterWheel(path))
+        return false;
+    if (readsYes(section, Key::ZoomLensSupport))
+        loadZoomLens(section);
+    return true;
+}
+
+bool CPLCameraInfo::loadFilterWheel(const QString& path)
+{
+    const QString stored =
+        storedChoice(PLKeyword::Store::FilterWheel, QString(PLKeyword::File::StandardFilterWheel))
+            .toString();
+    if (!stored.isEmpty())
+        state->currentFilterWheelName = stored;
+    if (state->currentFilterWheelName.isEmpty())
+        return true;
+    const QString wheelFile = folderOf(path) + PLKeyword::File::EmissionFilterFolder + u'/' +
+                              state->currentFilterWheelName;
+    if (!QFile::exists(wheelFile)) {
+        OVPARSER_DEBUG() << QStringLiteral(
+                                "The Emission Filter Wheel Information file %1 does not exist.")
+                                .arg(wheelFile);
+        clearData();
+        cameraInfoSectionHeld = false;
+        return false;
+    }
+    if (loadappend(wheelFile) != eSTATUS_SUCCESS) {
+        OVPARSER_DEBUG() << "Loading Removable filter wheel information file failed.";
+        return false;
+    }
+    return true;
+}
+
+void CPLCameraInfo::loadZoomLens(const CPLSection& section)
+{
+    if (!section.isKeyPresent(Key::ShelfPositionZ)) {
+        OVPARSER_DEBUG() << "The Zoom Lens is supported. The Shelf position information for the "
+                            "zoom lens is missing in the camerainfo file";
+        return;
+    }
+    state->zoomLensSupported = true;
+    state->zoomLensAttached = storedChoice(PLKeyword::Store::Zoom, false).toBool();
+}
+
+tag_estatus CPLCameraInfo::load(QString path)
+{
+    const auto bytes = readFile(path);
+    if (!bytes)
+        return eSTATUS_FILE_OPEN_FAILED;
+    clearData();
+    QString text = decodeInfoText(*bytes);
+    auto marker = text.indexOf(PLKeyword::Text::Marker);
+    if (!text.contains(cameraInfoHeader(), Qt::CaseInsensitive)) {
+        const QString header = cameraInfoHeader() + u'\n';
+        text.prepend(header);
+        marker = marker < 0 ? marker : marker + header.size();
+    }
+    QString extensionText;
+    loadCameraInfoExtensions(folderOf(path) + PLKeyword::File::ConfigFolder, extensionText);
+    if (marker < 0)
+        text.append(extensionText);
+    else if (!extensionText.isEmpty())
+        text.insert(marker, extensionText + u'\n');
+    preambleLines = preambleOf(trimmed(text));
+    const tag_estatus status = loadTextBuffer(text);
+    if (status == eSTATUS_SUCCESS)
+        fileSectionCount = sectionCount;
+    return status;
+}
+
+tag_estatus CPLCameraInfo::loadCameraInfoExtensions(QString configFolder, QString& extensionText)
+{
+    extensionText.clear();
+    const EVEXA_Types system = installedSystem();
+    QStringList loaded;
+    const QStringList files =
+        QDir(configFolder)
+            .entryList({PLKeyword::File::ExtensionPattern}, QDir::Files, QDir::Unsorted);
+    for (const QString& file : files) {
+        Extension extension;
+        QString reason;
+        const tag_estatus status =
+            readExtension(configFolder + u'/' + file, system, loaded, &extension, &reason);
+        if (status == eSTATUS_SUCCESS) {
+            extensionText += extension.keyLines;
+            loaded += extension.name;
+        } else if (!reason.isEmpty()) {
+            OVPARSER_DEBUG()
+                << QStringLiteral("Loading cameraInfo extension '%1' failed: %2").arg(file, reason);
+        }
+    }
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLCameraInfo::loadappend(QString path)
+{
+    const auto bytes = readFile(path);
+    return bytes ? addTextBuffer(decodeInfoText(*bytes)) : eSTATUS_FILE_OPEN_FAILED;
+}
+
+tag_estatus CPLCameraInfo::addTextBuffer(QString text)
+{
+    CPLSection* const section = (*this)[Section::CameraSystemInfo];
+    if (!section)
+        return eSTATUS_FILE_OPEN_FAILED;
+    const QString latin1 = latin1Form(text);
+    LineReader lines(trimmed(latin1));
+    for (QStringView line; lines.next(&line);) {
+        const ColonCut cut = cutAtColon(line);
+        if (cut.kind == ColonCut::Pair)
+            section->addKeyValue(cut.before.toString().simplified(),
+                                 cut.after.toString().simplified());
+    }
+    return eSTATUS_SUCCESS;
+}
+
+CPLSection* CPLCameraInfo::getCameraInfoSection() const
+{
+    return cameraInfoSectionHeld ? (*this)[Section::CameraSystemInfo] : nullptr;
+}
+
+tag_estatus CPLCameraInfo::getKeyListWithSameKey(QString prefix, QStringList* keys) const
+{
+    return getKeylistFromKeyAndSubkey(prefix, QString(), keys);
+}
+
+tag_estatus CPLCameraInfo::getLensFStopStepList(QString prefix, QStringList* keys) const
+{
+    return getKeylistFromKeyAndSubkey(prefix, Key::StepsPart, keys);
+}
+
+tag_estatus CPLCameraInfo::getKeylistFromKeyAndSubkey(QString key, QString subkey,
+                                                      QStringList* keys) const
+{
+    if (!keys)
+        return eSTATUS_NULL_ARGUMENT;
+    const CPLSection* const section = (*this)[Section::CameraSystemInfo];
+    if (!section)
+        return eSTATUS_SUCCESS;
+    QStringList all;
+    section->getKeyList(&all);
+    std::copy_if(all.cbegin(), all.cend(), std::back_inserter(*keys),
+                 [&](const QString& candidate) { return isKeySelected(candidate, key, subkey); });
+    return eSTATUS_SUCCESS;
+}
+
+EVEXA_Types CPLCameraInfo::getSystemType() const
+{
+    return state->systemType;
+}
+
+int CPLCameraInfo::getElectronicsTrayPartNum() const
+{
+    return state->electronicsTrayPartNum;
+}
+
+int CPLCameraInfo::getPolarity() const
+{
+    return state->polarity;
+}
+
+int CPLCameraInfo::getStructureLaserDelay() const
+{
+    return state->structureLaserDelay;
+}
+
+bool CPLCameraInfo::isFluorescentKitInstalled() const
+{
+    return state->fluorescentKitInstalled;
+}
+
+bool CPLCameraInfo::isVEXAAurora() const
+{
+    return state->aurora;
+}
+
+bool CPLCameraInfo::isPrincetonAurora() const
+{
+    return state->princetonAurora;
+}
+
+bool CPLCameraInfo::isTrayInstalled() const
+{
+    return state->trayInstalled;
+}
+
+bool CPLCameraInfo::isVEXACT() const
+{
+    return state->ct;
+}
+
+bool CPLCameraInfo::isVEXAKestrel() const
+{
+    return state->kestrel;
+}
+
+bool CPLCameraInfo::isOmegaInstalled() const
+{
+    return state->omegaInstalled;
+}
+
+bool CPLCameraInfo::isOmegaOutput2() const
+{
+    return state->omegaOutput2;
+}
+
+bool CPLCameraInfo::isEmissionWheel2Installed() const
+{
+    return state->emissionWheel2Installed;
+}
+
+bool CPLCameraInfo::isDoorClosedOnZeroStatus() const
+{
+    return state->doorClosedOnZeroStatus;
+}
+
+bool CPLCameraInfo::isUSB_IO_BoardInstalled() const
+{
+    return state->usbIoBoardInstalled;
+}
+
+bool CPLCameraInfo::isUACBoardInstalled() const
+{
+    return state->uacBoardInstalled;
+}
+
+bool CPLCameraInfo::isXrayInstalled() const
+{
+    return state->xrayInstalled;
+}
+
+bool CPLCameraInfo::isSpinnerInstalled() const
+{
+    return state->spinnerInstalled;
+}
+
+bool CPLCameraInfo::isChipReaderInstalled() const
+{
+    return state->chipReaderInstalled;
+}
+
+bool CPLCameraInfo::isSpinnerDeviceActive() const
+{
+    return state->spinnerDeviceActive;
+}
+
+bool CPLCameraInfo::isVEXATesselHT() const
+{
+    return state->tesselHT;
+}
+
+bool CPLCameraInfo::isZoomLensSupported() const
+{
+    return state->zoomLensSupported;
+}
+
+bool CPLCameraInfo::isZoomLensAttached() const
+{
+    return state->zoomLensAttached;
+}
+
+bool CPLCameraInfo::isVICChecked() const
+{
+    return state->vicChecked;
+}
+
+bool CPLCameraInfo::isTransportBedSupported() const
+{
+    return state->transportBedSupported;
+}
+
+bool CPLCameraInfo::isSideMirrorChecked() const
+{
+    return state->sideMirrorChecked;
+}
+
+bool CPLCameraInfo::isZEVR24Attached() const
+{
+    return state->zevr24Attached;
+}
+
+bool CPLCameraInfo::isVEXABL() const
+{
+    return state->bl;
+}
+
+bool CPLCameraInfo::isOldIllumController() const
+{
+    return state->systemType != eVEXA_200 && state->doorClosedOnZeroStatus;
+}
+
+bool CPLCameraInfo::isZEVR24Available() const
+{
+    const CPLSection* const section = getCameraInfoSection();
+    return section && readsYes(*section, Key::Zevr24);
+}
+
+bool CPLCameraInfo::isLargeAnimalCapable()
+{
+    const CPLSection* const section = getCameraInfoSection();
+    state->largeAnimalCapable = section && section->isKeyPresent(Key::XRay2StagePositionC);
+    return state->largeAnimalCapable;
+}
+
+bool CPLCameraInfo::isLargeAnimalSelected()
+{
+    state->largeAnimalSelected = storedLargeAnimalPosition().value_or(state->largeAnimalSelected);
+    return state->largeAnimalSelected;
+}
+
+QString CPLCameraInfo::getCurrentFilterWheelName() const
+{
+    return state->currentFilterWheelName;
+}
+
+void CPLCameraInfo::setOmegaInstalled(bool on)
+{
+    state->omegaInstalled = on;
+}
+
+void CPLCameraInfo::setSideMirrorChecked(bool on)
+{
+    state->sideMirrorChecked = on;
+}
+
+void CPLCameraInfo::setSpinnerDeviceStatus(bool on)
+{
+    state->spinnerDeviceActive = on;
+}
+
+void CPLCameraInfo::setVICChecked(bool on)
+{
+    state->vicChecked = on;
+}
+
+void CPLCameraInfo::setZEVR24Attached(bool on)
+{
+    if (on == state->zevr24Attached)
+        return;
+    state->zevr24Attached = on;
+    storeChoice(PLKeyword::Store::Zevr24, on);
+}
+
+void CPLCameraInfo::setZoomLensAttached(bool on)
+{
+    if (on == state->zoomLensAttached)
+        return;
+    state->zoomLensAttached = on;
+    storeChoice(PLKeyword::Store::Zoom, on);
+}
+
+void CPLCameraInfo::setCurrentFilterWheelName(const QString& name)
+{
+    if (name == state->currentFilterWheelName)
+        return;
+    state->currentFilterWheelName = name;
+    storeChoice(PLKeyword::Store::FilterWheel, name);
+}
+
+void CPLCameraInfo::setLargeAnimalState(bool on)
+{
+    storeLargeAnimalPosition(on);
+}

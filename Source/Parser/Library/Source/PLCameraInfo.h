@@ -1,0 +1,185 @@
+/**
+ * @file
+ * The description of the imaging instrument, and the capabilities derived from it.
+ */
+#ifndef OVPARSER_PLCAMERAINFO_H
+#define OVPARSER_PLCAMERAINFO_H
+
+#include "PLClickInfo.h"
+#include "PLExport.h"
+
+#include <memory>
+
+namespace ovparser::internal {
+struct InstrumentState;
+}
+
+/**
+ * The description of the instrument attached to the workstation.
+ *
+ * It is the text of a camera-info file, merged with the instrument extensions ("config/...cfg"
+ * beside the file) that fit the installed instrument and, where the instrument takes one, with the
+ * description of the emission filter wheel in use ("emfilters/..."). loadCameraInfo() derives the
+ * capabilities once; the queries then return what it derived.
+ *
+ * The operator's choices outlive the program: lens and filter wheel in the machine's settings
+ * store, the large-animal position in a status file of the data folder. A choice that cannot be
+ * written there holds for this object only.
+ *
+ * Messages go to the Qt log at debug level.
+ */
+class PARSERLIBRARY_EXPORT CPLCameraInfo : public CPLClickInfo
+{
+public:
+    /** An empty description; nothing is installed, the filter wheel is "standard.xem". */
+    CPLCameraInfo();
+
+    CPLCameraInfo(const CPLCameraInfo& other);
+    CPLCameraInfo& operator=(const CPLCameraInfo& other);
+    ~CPLCameraInfo() override;
+
+    /** @name Loading */
+    ///@{
+
+    /**
+     * Loads an instrument description and derives the capabilities.
+     *
+     * @param path  the camera-info file
+     * @return false when the file or the filter wheel's description cannot be loaded, or there is
+     *         no "Camera System Info" section. Derived fields keep their values when the
+     *         description itself cannot be used; the document is empty when the description of
+     *         the filter wheel does not exist.
+     */
+    bool loadCameraInfo(QString path);
+
+    /**
+     * Replaces the document by a camera-info file, merged with its extensions; derives nothing.
+     *
+     * A file without the "Camera System Info" header gets it in front. An extension that cannot be
+     * used is left out and reported to the Qt log.
+     *
+     * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened (the document is unchanged),
+     *         else the status of loadTextBuffer()
+     */
+    tag_estatus load(QString path);
+    ///@}
+
+    /** @name Keys of the description */
+    ///@{
+
+    /** The "Camera System Info" section, borrowed; null unless loadCameraInfo() has found it. */
+    [[nodiscard]] CPLSection* getCameraInfoSection() const;
+
+    /**
+     * Appends the keys of the "Camera System Info" section that start with a prefix, in any letter
+     * case.
+     *
+     * @return eSTATUS_NULL_ARGUMENT when `keys` is null; eSTATUS_SUCCESS also without the section
+     */
+    tag_estatus getKeyListWithSameKey(QString prefix, QStringList* keys) const;
+
+    /** The same for keys that also contain "steps". */
+    tag_estatus getLensFStopStepList(QString prefix, QStringList* keys) const;
+
+    /**
+     * The same for keys that also contain `subkey`; a null one takes every key, an empty one none.
+     */
+    tag_estatus getKeylistFromKeyAndSubkey(QString key, QString subkey, QStringList* keys) const;
+    ///@}
+
+    /** @name What the instrument is */
+    ///@{
+    [[nodiscard]] EVEXA_Types getSystemType() const;
+    /** Part number of the electronics tray; 0 when not given. */
+    [[nodiscard]] int getElectronicsTrayPartNum() const;
+    /** Polarity of the lights control; -1 when not given. */
+    [[nodiscard]] int getPolarity() const;
+    /** Delay of the structured light, in cycles. */
+    [[nodiscard]] int getStructureLaserDelay() const;
+    [[nodiscard]] bool isFluorescentKitInstalled() const;
+    [[nodiscard]] bool isVEXAAurora() const;
+    [[nodiscard]] bool isPrincetonAurora() const;
+    [[nodiscard]] bool isTrayInstalled() const;
+    [[nodiscard]] bool isVEXACT() const;
+    [[nodiscard]] bool isVEXAKestrel() const;
+    [[nodiscard]] bool isOmegaInstalled() const;
+    [[nodiscard]] bool isOmegaOutput2() const;
+    [[nodiscard]] bool isEmissionWheel2Installed() const;
+    [[nodiscard]] bool isDoorClosedOnZeroStatus() const;
+    [[nodiscard]] bool isUSB_IO_BoardInstalled() const;
+    [[nodiscard]] bool isUACBoardInstalled() const;
+    [[nodiscard]] bool isXrayInstalled() const;
+    [[nodiscard]] bool isSpinnerInstalled() const;
+    [[nodiscard]] bool isChipReaderInstalled() const;
+    [[nodiscard]] bool isSpinnerDeviceActive() const;
+    [[nodiscard]] bool isVEXATesselHT() const;
+    [[nodiscard]] bool isZoomLensSupported() const;
+    [[nodiscard]] bool isZoomLensAttached() const;
+    [[nodiscard]] bool isVICChecked() const;
+    [[nodiscard]] bool isTransportBedSupported() const;
+    [[nodiscard]] bool isSideMirrorChecked() const;
+    [[nodiscard]] bool isZEVR24Attached() const;
+    [[nodiscard]] bool isVEXABL() const;
+
+    /** Whether the door reads closed on a zero status; never on a VEXA 200. */
+    [[nodiscard]] bool isOldIllumController() const;
+
+    /** Whether the instrument takes the wide-field lens; reads the description. */
+    [[nodiscard]] bool isZEVR24Available() const;
+
+    /**
+     * Whether the stage has a large-animal position; reads the description anew and remembers the
+     * answer.
+     */
+    bool isLargeAnimalCapable();
+
+    /**
+     * Whether the operator has selected the large-animal position; reads the status file anew. The
+     * answer stays as it was when there is no such file, or nothing in it.
+     */
+    bool isLargeAnimalSelected();
+
+    /** File name of the description of the emission filter wheel in use. */
+    [[nodiscard]] QString getCurrentFilterWheelName() const;
+    ///@}
+
+    /** @name The operator's choices */
+    ///@{
+    void setOmegaInstalled(bool on);
+    void setSideMirrorChecked(bool on);
+    void setSpinnerDeviceStatus(bool on);
+    void setVICChecked(bool on);
+
+    /** Whether the wide-field lens is attached; a change goes to the settings store. */
+    void setZEVR24Attached(bool on);
+
+    /** Whether the zoom lens is attached; a change goes to the settings store. */
+    void setZoomLensAttached(bool on);
+
+    /** The emission filter wheel in use; a change goes to the settings store. */
+    void setCurrentFilterWheelName(const QString& name);
+
+    /**
+     * Writes the large-animal position to the status file, whose other lines stay; nothing happens
+     * without the file's folder. isLargeAnimalSelected() reads it back.
+     */
+    void setLargeAnimalState(bool on);
+    ///@}
+
+private:
+    tag_estatus loadCameraInfoExtensions(QString configFolder, QString& extensionText);
+    tag_estatus loadappend(QString path);
+    tag_estatus addTextBuffer(QString text);
+    bool loadStandardState(const QString& path);
+    bool loadFilterWheel(const QString& path);
+    void loadZoomLens(const CPLSection& section);
+
+    std::unique_ptr<ovparser::internal::InstrumentState> state;
+    /**
+     * Whether loadCameraInfo() has found the section. The section itself is looked up whenever it
+     * is needed: a pointer would dangle as soon as the section is removed.
+     */
+    bool cameraInfoSectionHeld = false;
+};
+
+#endif
