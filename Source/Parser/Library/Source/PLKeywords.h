@@ -281,6 +281,138 @@ inline constexpr QLatin1String Usage = keyword("Usage");
 inline constexpr QLatin1String AoiCorrections = keyword("AOICorrDB");
 } // namespace Folder
 
+/** The fixed texts of XML documents. */
+namespace Xml {
+/** The declaration stands around the name of the encoding. */
+inline constexpr QLatin1String DeclarationStart = keyword(R"(<?xml version="1.0" encoding=")");
+inline constexpr QLatin1String DeclarationEnd = keyword(R"("?>)");
+inline constexpr QLatin1String DocumentType = keyword("<!DOCTYPE ");
+/** Document-type name of a document into which no file has been read. */
+inline constexpr QLatin1String EmptyDocument = keyword("XMLFILE");
+/** Encoding of a document that names none. */
+inline constexpr char Utf8[] = "UTF-8";
+} // namespace Xml
+
+/** The spectral-analysis file. */
+namespace Spectral {
+
+/** Identifies an element; also its place in the table of elements. */
+enum ElementId : int {
+    Root = 0,
+    Attributes = 1,
+    ClickInfo = 2,
+    Click = 3,
+    FilterProperties = 4,
+    ClickRoi = 5,
+    RoiProperties = 6,
+    RoiMeasurements = 7,
+    Results = 8,
+    ResultsFlux = 9,
+    ResultsDepth = 10,
+    PlotResults = 11,
+    PlotValues = 12,
+    FitResults = 13,
+    FitValues = 14,
+    LinearFitValues = 15,
+};
+
+struct Element
+{
+    ElementId id = Root;
+    QLatin1String name;
+};
+
+inline constexpr Element Elements[] = {
+    {Root, keyword("OV3.0.SpectralAnalysis")},
+    {Attributes, keyword("OV3.0.SpectralAnalysis.Attributes")},
+    {ClickInfo, keyword("OV3.0.SpectralAnalysis.ClickInfo")},
+    {Click, keyword("OV3.0.SpectralAnalysis.ClickInfo.Click")},
+    {FilterProperties, keyword("OV3.0.SpectralAnalysis.Click.Filter.Properties")},
+    {ClickRoi, keyword("OV3.0.SpectralAnalysis.Click.ROI")},
+    {RoiProperties, keyword("OV3.0.SpectralAnalysis.Click.ROI.Properties")},
+    {RoiMeasurements, keyword("OV3.0.SpectralAnalysis.Click.ROI.Measurements")},
+    {Results, keyword("OV3.0.SpectralAnalysis.Results")},
+    {ResultsFlux, keyword("OV3.0.SpectralAnalysis.Results.Flux")},
+    {ResultsDepth, keyword("OV3.0.SpectralAnalysis.Results.Depth")},
+    {PlotResults, keyword("OV3.0.SpectralAnalysis.Plot.Results")},
+    {PlotValues, keyword("OV3.0.SpectralAnalysis.Plot.Values")},
+    {FitResults, keyword("OV3.0.SpectralAnalysis.Fit.Results")},
+    {FitValues, keyword("OV3.0.SpectralAnalysis.Fit.Values")},
+    {LinearFitValues, keyword("OV3.0.SpectralAnalysis.Linear.Fit.Values")},
+};
+
+/** Attribute names; letter case counts. */
+namespace Attribute {
+// Attributes
+inline constexpr QLatin1String ActiveImage = keyword("Active.Image");
+inline constexpr QLatin1String ActiveWavelength = keyword("Active.Wavelength");
+inline constexpr QLatin1String DateTime = keyword("Date.Time");
+inline constexpr QLatin1String IndexOfRefraction = keyword("Index.of.Refraction");
+inline constexpr QLatin1String NoOfClicks = keyword("No.Of.Clicks");
+inline constexpr QLatin1String SequenceId = keyword("SequenceID");
+inline constexpr QLatin1String SourceModel = keyword("Source.Model");
+inline constexpr QLatin1String TissueProperty = keyword("Tissue.Property");
+// Clicks and filters
+inline constexpr QLatin1String TotalClicks = keyword("Total.Clicks");
+inline constexpr QLatin1String ClickNumber = keyword("Click.Number");
+inline constexpr QLatin1String ImageWavelength = keyword("Image.Wavelength");
+inline constexpr QLatin1String AvgTransmission = keyword("Avg.Transmission");
+inline constexpr QLatin1String BandWidth = keyword("Band.Width");
+inline constexpr QLatin1String CentralWavelength = keyword("Central.Wavelength");
+// Regions of interest
+inline constexpr QLatin1String Roi = keyword("ROI");
+inline constexpr QLatin1String RoiLabel = keyword("ROI.Label");
+inline constexpr QLatin1String Angle = keyword("Angle");
+inline constexpr QLatin1String Area = keyword("Area");
+inline constexpr QLatin1String BkgAssociation = keyword("Bkg.Association");
+inline constexpr QLatin1String BkgRoi = keyword("Bkg.ROI");
+inline constexpr QLatin1String CmPerPixel = keyword("CmPerPixel");
+inline constexpr QLatin1String ContourDirections = keyword("Contour.Directions");
+inline constexpr QLatin1String ContourPeakX = keyword("Contour.PeakX");
+inline constexpr QLatin1String ContourPeakY = keyword("Contour.PeakY");
+inline constexpr QLatin1String ContourStartX = keyword("Contour.StartX");
+inline constexpr QLatin1String ContourStartY = keyword("Contour.StartY");
+inline constexpr QLatin1String ContourXDelta = keyword("Contour.XDelta");
+inline constexpr QLatin1String ContourYDelta = keyword("Contour.YDelta");
+inline constexpr QLatin1String FractionalPeak = keyword("Fractional.Peak");
+inline constexpr QLatin1String Height = keyword("Height");
+inline constexpr QLatin1String LockPosition = keyword("Lock.Position");
+inline constexpr QLatin1String LockSize = keyword("Lock.Size");
+inline constexpr QLatin1String RoiPixels = keyword("ROI.Pixels");
+inline constexpr QLatin1String RoiShape = keyword("ROI.Shape");
+inline constexpr QLatin1String RoiType = keyword("ROI.Type");
+inline constexpr QLatin1String SubAssociation = keyword("Sub.Association");
+inline constexpr QLatin1String Width = keyword("Width");
+inline constexpr QLatin1String Xc = keyword("Xc");
+inline constexpr QLatin1String Yc = keyword("Yc");
+inline constexpr QLatin1String AverageRadiance = keyword("Average.Radiance");
+inline constexpr QLatin1String FilterLabel = keyword("Filter.Label");
+inline constexpr QLatin1String TotalFlux = keyword("Total.Flux");
+// Results
+inline constexpr QLatin1String FluxStdDev = keyword("Flux.Std.Dev");
+inline constexpr QLatin1String FluxUnits = keyword("Flux.Units");
+inline constexpr QLatin1String AverageDepth = keyword("Average.Depth");
+inline constexpr QLatin1String DepthStdDev = keyword("Depth.Std.Dev");
+inline constexpr QLatin1String DepthUnits = keyword("Depth.Units");
+// Plot and fits
+inline constexpr QLatin1String TotalPlotValues = keyword("Total.Plot.Values");
+inline constexpr QLatin1String TotalFitValues = keyword("Total.Fit.Values");
+inline constexpr QLatin1String Intensity = keyword("Intensity");
+inline constexpr QLatin1String WaveLength = keyword("Wave.Length");
+inline constexpr QLatin1String Attenuation = keyword("Attenuation");
+inline constexpr QLatin1String FitValue = keyword("Fit.Value");
+inline constexpr QLatin1String HorizontalError = keyword("Horizontal.Error");
+inline constexpr QLatin1String VerticalError = keyword("Vertical.Error");
+inline constexpr QLatin1String LinearFitValueA = keyword("Linear.fit.value.A");
+inline constexpr QLatin1String LinearFitValueB = keyword("Linear.fit.value.B");
+} // namespace Attribute
+
+/** The shape whose contour is recorded; letter case counts. */
+inline constexpr QLatin1String ContourShape = keyword("Contour");
+inline constexpr QLatin1String WavelengthUnit = keyword("nm");
+
+} // namespace Spectral
+
 } // namespace PLKeyword
 
 #endif

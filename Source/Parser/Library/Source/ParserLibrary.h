@@ -13,7 +13,10 @@
 #include "PLKeywords.h"
 #include "PLSection.h"
 #include "PLSequenceInfo.h"
+#include "PLSpectralWrapper.h"
 #include "PLStatus.h"
+#include "PLXMLReader.h"
+#include "PLXMLWriter.h"
 
 /** A class without behaviour. */
 class PARSERLIBRARY_EXPORT CParserLibrary

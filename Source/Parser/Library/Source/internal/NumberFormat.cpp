@@ -26,4 +26,12 @@ QString generalText(double value)
     return QString::number(value, 'g', 6);
 }
 
+QString realText(double value)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << value; // a stream's own form is "%g"
+    return QString::fromStdString(text.str());
+}
+
 } // namespace ovparser::internal

@@ -18,6 +18,9 @@ namespace ovparser::internal {
 /** Six significant digits, shortest form: 1.5 gives "1.5", 1234567 gives "1.23457e+06". */
 [[nodiscard]] QString generalText(double value);
 
+/** Six significant digits exactly as printf's "%g": also "-0", and ties as printf rounds them. */
+[[nodiscard]] QString realText(double value);
+
 } // namespace ovparser::internal
 
 #endif

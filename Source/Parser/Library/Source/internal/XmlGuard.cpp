@@ -1,0 +1,288 @@
+#include "XmlGuard.h"
+
+#include "PLKeywords.h"
+
+#include <QtCore/QIODevice>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTextCodec>
+
+#include <algorithm>
+
+namespace ovparser::internal {
+
+namespace {
+
+bool isQuote(QChar character)
+{
+    return character == QLatin1Char('"') || character == QLatin1Char('\'');
+}
+
+/** How a file begins, and the encoding that this betrays; longer beginnings come first. */
+struct Signature
+{
+    const char* bytes;
+    int size;
+    const char* encoding;
+};
+
+constexpr Signature signatures[] = {
+    {"\x00\x00\xFE\xFF", 4, "UTF-32"}, {"\xFF\xFE\x00\x00", 4, "UTF-32"},
+    {"\x00\x00\x00<", 4, "UTF-32BE"},  {"<\x00\x00\x00", 4, "UTF-32LE"},
+    {"\xEF\xBB\xBF", 3, "UTF-8"},      {"\xFE\xFF", 2, "UTF-16"},
+    {"\xFF\xFE", 2, "UTF-16"},         {"\x00<", 2, "UTF-16BE"},
+    {"<\x00", 2, "UTF-16LE"},
+};
+
+/** The encoding that an XML declaration names; empty when there is none. */
+QByteArray declaredEncoding(const QByteArray& bytes)
+{
+    constexpr int longestDeclaration = 1024;
+    static const QRegularExpression declaration(
+        QStringLiteral("^<\\?xml[^>]*?\\sencoding\\s*=\\s*[\"']([A-Za-z0-9._:-]+)[\"']"));
+    const int size = std::min(bytes.size(), longestDeclaration);
+    return declaration.match(QString::fromLatin1(bytes.constData(), size)).captured(1).toLatin1();
+}
+
+QByteArray encodingOf(const QByteArray& bytes)
+{
+    for (const Signature& signature : signatures) {
+        if (bytes.startsWith(QByteArray::fromRawData(signature.bytes, signature.size)))
+            return signature.encoding;
+    }
+    return declaredEncoding(bytes);
+}
+
+/**
+ * Whether the value of an entity is text only: no markup and no reference, but for references to
+ * characters that are no markup themselves.
+ */
+bool isPlain(QStringView value)
+{
+    static const QRegularExpression harmful(
+        QStringLiteral("[<%]|&(?!#)|&#0*(38|60)\\b|&#x0*(26|3[Cc])\\b"));
+    return !harmful.match(value.toString()).hasMatch();
+}
+
+XmlHazard hazardAt(const QString& text, int position, const char* message)
+{
+    const QStringView before = QStringView(text).left(position);
+    const auto lineFeeds = std::count(before.begin(), before.end(), QLatin1Char('\n'));
+    const int lineStart = position == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), position - 1) + 1;
+    return {QLatin1String(message), int(lineFeeds) + 1, position - lineStart + 1};
+}
+
+/**
+ * Walks over the markup of a text as the parser will. Where the text is malformed the parser stops,
+ * so what the walk makes of the rest does not matter.
+ */
+class MarkupWalk
+{
+public:
+    explicit MarkupWalk(const QString& text)
+        : m_text(text)
+        , m_size(text.size())
+    {}
+
+    std::optional<XmlHazard> run()
+    {
+        while (m_hazard == nullptr && moveTo(QLatin1Char('<')))
+            passMarkup();
+        if (m_hazard != nullptr)
+            return hazardAt(m_text, std::min(m_position, m_size), m_hazard);
+        return std::nullopt;
+    }
+
+private:
+    [[nodiscard]] bool at(QLatin1String mark) const
+    {
+        return QStringView(m_text).mid(m_position).startsWith(mark);
+    }
+
+    bool moveTo(QChar character)
+    {
+        const int found = m_text.indexOf(character, m_position);
+        m_position = found < 0 ? m_size : found;
+        return found >= 0;
+    }
+
+    void movePast(QLatin1String mark)
+    {
+        const int found = m_text.indexOf(mark, m_position);
+        m_position = found < 0 ? m_size : found + mark.size();
+    }
+
+    /** Passes a quoted text that begins at the position and gives what stands in the quotes. */
+    QStringView passQuoted()
+    {
+        const QChar quote = m_text.at(m_position);
+        const int first = ++m_position;
+        moveTo(quote);
+        const QStringView quoted = QStringView(m_text).mid(first, m_position - first);
+        m_position = std::min(m_position + 1, m_size);
+        return quoted;
+    }
+
+    void passMarkup();
+    bool passUnparsed();
+    void passTag();
+    void passDocumentType();
+    void passDeclaration();
+    void passEntity();
+    void addEntity(QStringView value);
+    void checkExpansion();
+
+    const QString& m_text;
+    int m_size;
+    int m_position = 0;
+    int m_depth = 0;
+    int m_entities = 0;
+    int m_longestEntity = 0;
+    const char* m_hazard = nullptr;
+};
+
+void MarkupWalk::passMarkup()
+{
+    if (passUnparsed())
+        return;
+    if (at(PLKeyword::keyword("<!"))) {
+        passDocumentType();
+    } else if (at(PLKeyword::keyword("</"))) {
+        --m_depth;
+        movePast(PLKeyword::keyword(">"));
+    } else {
+        passTag();
+    }
+}
+
+bool MarkupWalk::passUnparsed()
+{
+    struct Span
+    {
+        QLatin1String start;
+        QLatin1String end;
+    };
+    static constexpr Span spans[] = {
+        {PLKeyword::keyword("<!--"), PLKeyword::keyword("-->")},
+        {PLKeyword::keyword("<?"), PLKeyword::keyword("?>")},
+        {PLKeyword::keyword("<![CDATA["), PLKeyword::keyword("]]>")},
+    };
+    const auto* const span = std::find_if(std::begin(spans), std::end(spans),
+                                          [&](const Span& each) { return at(each.start); });
+    if (span == std::end(spans))
+        return false;
+    m_position += span->start.size();
+    movePast(span->end);
+    return true;
+}
+
+void MarkupWalk::passTag()
+{
+    while (m_position < m_size && m_text.at(m_position) != QLatin1Char('>')) {
+        if (isQuote(m_text.at(m_position)))
+            passQuoted();
+        else
+            ++m_position;
+    }
+    if (m_depth == maxXmlNesting)
+        m_hazard = "elements are nested too deeply";
+    if (m_text.at(m_position - 1) != QLatin1Char('/'))
+        ++m_depth;
+}
+
+void MarkupWalk::passDocumentType()
+{
+    bool inSubset = false;
+    moveTo(QLatin1Char('!'));
+    while (m_position < m_size && m_hazard == nullptr) {
+        const QChar character = m_text.at(m_position);
+        if (character == QLatin1Char('>') && !inSubset)
+            break;
+        if (character == QLatin1Char('[') || character == QLatin1Char(']'))
+            inSubset = character == QLatin1Char('[');
+        passDeclaration();
+    }
+    if (m_hazard == nullptr)
+        checkExpansion();
+}
+
+/** Passes a declaration of an entity, a quoted text, a comment, or one character of the rest. */
+void MarkupWalk::passDeclaration()
+{
+    if (at(PLKeyword::keyword("<!ENTITY")))
+        passEntity();
+    else if (isQuote(m_text.at(m_position)))
+        passQuoted();
+    else if (!passUnparsed())
+        ++m_position;
+}
+
+void MarkupWalk::passEntity()
+{
+    if (++m_entities > maxXmlEntities)
+        m_hazard = "too many entities are declared";
+    for (++m_position; m_position < m_size; ++m_position) {
+        const QChar character = m_text.at(m_position);
+        if (isQuote(character))
+            return addEntity(passQuoted());
+        if (character == QLatin1Char('>'))
+            return;
+        if (character == QLatin1Char('%'))
+            m_hazard = "parameter entities are not supported";
+    }
+}
+
+void MarkupWalk::addEntity(QStringView value)
+{
+    if (!isPlain(value))
+        m_hazard = "an entity holds markup or refers to another entity";
+    m_longestEntity = std::max(m_longestEntity, int(value.size()));
+}
+
+void MarkupWalk::checkExpansion()
+{
+    const QStringView rest = QStringView(m_text).mid(m_position);
+    const auto references = std::count(rest.begin(), rest.end(), QLatin1Char('&'));
+    if (qint64(references) * m_longestEntity > maxXmlExpansion)
+        m_hazard = "entities expand to too much text";
+}
+
+/** Reads a device to its end, or just beyond the largest size. */
+QByteArray readBounded(QIODevice& device)
+{
+    constexpr int chunkSize = 64 * 1024;
+    QByteArray bytes;
+    while (bytes.size() <= maxXmlBytes) {
+        const QByteArray chunk = device.read(chunkSize);
+        if (chunk.isEmpty())
+            break;
+        bytes += chunk;
+    }
+    return bytes;
+}
+
+} // namespace
+
+// The DOM could decode the bytes itself, but then nobody would know what text it sees.
+QString decodeXml(const QByteArray& bytes)
+{
+    const QTextCodec* codec = QTextCodec::codecForName(encodingOf(bytes));
+    if (codec == nullptr)
+        codec = QTextCodec::codecForName(PLKeyword::Xml::Utf8);
+    return codec->toUnicode(bytes);
+}
+
+std::optional<XmlHazard> findXmlHazard(const QString& text)
+{
+    return MarkupWalk(text).run();
+}
+
+std::optional<XmlHazard> readXml(QIODevice& device, QString* text)
+{
+    const QByteArray bytes = readBounded(device);
+    if (bytes.size() > maxXmlBytes)
+        return XmlHazard{QLatin1String("the file is too large"), 1, 1};
+    *text = decodeXml(bytes);
+    return findXmlHazard(*text);
+}
+
+} // namespace ovparser::internal

@@ -1,0 +1,59 @@
+/**
+ * @file
+ * What an XML file must not hold before it is parsed into a DOM.
+ *
+ * The DOM parses and destroys nested elements recursively, takes time in proportion to the square
+ * of the number of entities, and lets their expansion multiply; each crashes or stalls on a small
+ * file made for it. The limits lie far above what any real file needs.
+ */
+#ifndef OVPARSER_INTERNAL_XMLGUARD_H
+#define OVPARSER_INTERNAL_XMLGUARD_H
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+class QIODevice;
+
+namespace ovparser::internal {
+
+/** The largest file, in bytes. The DOM takes about twenty times as much memory. */
+inline constexpr int maxXmlBytes = 128 * 1024 * 1024;
+/** How deep elements may be nested. */
+inline constexpr int maxXmlNesting = 256;
+/** How many entities a file may declare. */
+inline constexpr int maxXmlEntities = 256;
+/** How many characters all references to declared entities may expand to. */
+inline constexpr qint64 maxXmlExpansion = 1 << 20;
+
+/** Why a file is refused, and where: line and column count from 1. */
+struct XmlHazard
+{
+    QString message;
+    int line = 1;
+    int column = 1;
+};
+
+/** The text of an XML file, decoded by its byte-order mark, its declaration, or as UTF-8. */
+[[nodiscard]] QString decodeXml(const QByteArray& bytes);
+
+/**
+ * Looks for a hazard in an XML text, in one pass. Text that is malformed is left to the parser.
+ *
+ * @return the first hazard; nothing when the text may be parsed
+ */
+[[nodiscard]] std::optional<XmlHazard> findXmlHazard(const QString& text);
+
+/**
+ * Reads the text of an XML file that may be parsed.
+ *
+ * @param device  open for reading; never more than the largest file is read from it
+ * @param text    receives the text
+ * @return the hazard for which the file is refused; nothing on success
+ */
+[[nodiscard]] std::optional<XmlHazard> readXml(QIODevice& device, QString* text);
+
+} // namespace ovparser::internal
+
+#endif
