@@ -15,6 +15,7 @@ private Q_SLOTS:
     void setsOneValue_data();
     void setsOneValue();
     void goesOnPastABrokenAcquisition();
+    void drawsASpectralAnalysis();
 
 private:
     struct Answer
@@ -101,6 +102,25 @@ void TestOvinfo::answers_data()
         << QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s} << ""_s;
     QTest::newRow("no camera") << QStringList{"camera"_s, "absent"_s} << 1 << none
                                << "absent: Loading camera information failed."_s;
+    const QString spectral = support::example("spectral/Spectral.xml");
+    QTest::newRow("spectral")
+        << QStringList{"spectral"_s, spectral} << 0
+        << QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
+                       "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
+                       "\n1    1.75e+06    3200     4.2            0.3\n"_s,
+                       "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
+                       "\n0.2          0.21       20.25      0.01              0.02\n"_s,
+                       "\nA    B\n1.5  -0.25\n"_s}
+        << ""_s;
+    QTest::newRow("spectral as JSON")
+        << QStringList{"spectral"_s, "--json"_s, spectral} << 0
+        << QStringList{"\"clickNumber\": \"ABC20240305091502\""_s, "\"totalFlux\": 1750000"_s,
+                       "\"wavelength\": 620"_s, "\"b\": -0.25"_s}
+        << ""_s;
+    QTest::newRow("no spectral file")
+        << QStringList{"spectral"_s, "absent"_s} << 1 << none << "absent: cannot be opened"_s;
+    QTest::newRow("no XML") << QStringList{"spectral"_s, click} << 1 << none
+                            << ": line 1, column 1: "_s;
     QTest::newRow("study of no sequence") << QStringList{"study"_s, "absent"_s} << 1 << none
                                           << "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s;
 }
@@ -165,6 +185,24 @@ void TestOvinfo::goesOnPastABrokenAcquisition()
     QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s),
              qPrintable(answer.error));
     QVERIFY2(answer.output.contains("X-Ray   3 s"_s), qPrintable(answer.output));
+}
+
+void TestOvinfo::drawsASpectralAnalysis()
+{
+    const QString spectral = support::example("spectral/Spectral.xml");
+    const QString drawing = m_folder.filePath("out.svg"_s);
+    QCOMPARE(run({"spectral"_s, "--svg"_s, drawing, spectral}).code, 0);
+    CPLXMLReader reader;
+    QVERIFY(reader.createXMLDocumentFormFile(drawing, nullptr, nullptr, nullptr));
+    reader.setRootElement();
+    QString text;
+    reader.getTextDataofElement(reader.getRootElement(), text);
+    for (const char* part : {"Wavelength (nm)", "560", "Intensity", "Attenuation", "ROI 1",
+                             "A x + B with A = 1.5, B = -0.25"})
+        QVERIFY2(text.contains(QLatin1String(part)), part);
+    QCOMPARE(support::readFile(drawing).count("<circle"), 6); // four values, two in legends
+    if (!support::fullDisk().isEmpty())
+        QCOMPARE(run({"spectral"_s, "--svg"_s, support::fullDisk(), spectral}).code, 1);
 }
 
 // Words are passed to the program in the locale's encoding.

@@ -11,6 +11,7 @@ int cameraCommand(const QStringList& words);
 int getCommand(const QStringList& words);
 int setCommand(const QStringList& words);
 int showCommand(const QStringList& words);
+int spectralCommand(const QStringList& words);
 int studyCommand(const QStringList& words);
 
 #endif

@@ -19,6 +19,7 @@ constexpr Verb verbs[] = {
     {"set", "FILE SECTION KEY VALUE", "change one value in place", setCommand},
     {"study", "FOLDER", "print a sequence with a table of its acquisitions", studyCommand},
     {"camera", "FILE", "print what an instrument can do", cameraCommand},
+    {"spectral", "FILE", "print a spectral analysis, or draw it", spectralCommand},
 };
 
 QString helpText()

@@ -1,0 +1,57 @@
+/**
+ * @file
+ * Everything that a spectral-analysis file tells.
+ */
+#ifndef OVINFO_SPECTRALFILE_H
+#define OVINFO_SPECTRALFILE_H
+
+#include "ParserLibrary.h"
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+#include <optional>
+
+/** The attributes of an analysis, and its acquisitions with their first regions of interest. */
+struct SpectralAnalysis
+{
+    QString sequenceId;
+    QString activeImage;
+    QString tissue;
+    QString sourceModel;
+    QString refraction;
+    QList<_tagSClickROIInformation> clicks;
+};
+
+/** The values that were plotted and fitted for one region of interest. */
+struct SpectralCurve
+{
+    QString label;
+    QList<SPlotResults> plot;
+    QList<SFitResults> fit;
+};
+
+/** The line A x + B. */
+struct LinearFit
+{
+    double a = 0.0;
+    double b = 0.0;
+};
+
+struct SpectralFile
+{
+    QList<SpectralAnalysis> analyses;
+    QList<_tagSROISpectralResults> results;
+    QList<SpectralCurve> curves;
+    std::optional<LinearFit> linearFit;
+};
+
+/**
+ * Reads a file.
+ *
+ * @param problem  receives what is wrong
+ * @return nothing when the file cannot be read or is no spectral-analysis file
+ */
+std::optional<SpectralFile> readSpectralFile(const QString& path, QString* problem);
+
+#endif
