@@ -45,6 +45,20 @@ inline void writeFile(const QString& path, const QByteArray& bytes)
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
+/** Adds columns of texts to the table of a test. */
+inline void textColumns(std::initializer_list<const char*> names)
+{
+    for (const char* const name : names)
+        QTest::addColumn<QString>(name);
+}
+
+/** Adds a row of texts to the table of a test. */
+template <typename... Texts>
+void textRow(const char* name, Texts... texts)
+{
+    (QTest::newRow(name) << ... << QString::fromLatin1(texts));
+}
+
 /** A file in the examples that ship with the project. */
 inline QString example(const char* name)
 {

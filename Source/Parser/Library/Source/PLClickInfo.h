@@ -342,6 +342,9 @@ public:
     ///@}
 
 protected:
+    /** Empties a document that holds sections or preamble lines, before a file is read into it. */
+    void startLoading();
+
     QString clickNumber;
     QMap<QString, CPLSection*> sections;
     QStringList sectionKeys;
@@ -353,7 +356,6 @@ private:
     void copySections(const CPLClickInfo& other);
     [[nodiscard]] int sectionPosition(const QString& lowerKey) const;
     void insertSection(int position, CPLSection* section);
-    void startLoading();
     tag_estatus loadClickInfoText(const QString& text);
 };
 

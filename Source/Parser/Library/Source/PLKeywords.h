@@ -22,6 +22,7 @@ inline constexpr QLatin1String Marker = keyword("*** ");
 inline constexpr QLatin1String BareMarker = keyword("***");
 inline constexpr QLatin1String LineEnd = keyword("\r\n");
 inline constexpr QLatin1String DocumentEnd = keyword("\r\n\r\n");
+inline constexpr QLatin1String KeyEnd = keyword(":\t");
 inline constexpr QLatin1String CommentKey = keyword("CommentLine ");
 } // namespace Text
 
@@ -30,6 +31,10 @@ namespace File {
 inline constexpr QLatin1String ClickInfo = keyword("ClickInfo.txt");
 inline constexpr QLatin1String AnalyzedClickInfo = keyword("AnalyzedClickInfo.txt");
 inline constexpr QLatin1String SequenceInfo = keyword("SequenceInfo.txt");
+inline constexpr QLatin1String BkgSummary = keyword("BkgSummary.txt");
+inline constexpr QLatin1String StructureIndex = keyword("SLindex.txt");
+inline constexpr QLatin1String FluorescentIndex = keyword("FLindex.txt");
+inline constexpr QLatin1String SettingsExtension = keyword("txt");
 inline constexpr QLatin1String DicomSuffix = keyword(".dcm");
 inline constexpr QLatin1String CameraInfo = keyword("CameraInfo.txt");
 inline constexpr QLatin1String ConfigFolder = keyword("config");
@@ -68,6 +73,11 @@ inline constexpr QLatin1String GraphControls = keyword("Graph Controls");
 // Instruments
 inline constexpr QLatin1String CameraSystemInfo = keyword("Camera System Info");
 inline constexpr QLatin1String ExtensionInfo = keyword("Extension Info");
+// Catalogues and menus; a number follows
+inline constexpr QLatin1String BackgroundClick = keyword("Background Click");
+inline constexpr QLatin1String TissueProperties = keyword("Tissue Properties ");
+inline constexpr QLatin1String SourceModel = keyword("Source Model ");
+inline constexpr QLatin1String RoiFile = keyword("ROI File");
 } // namespace Section
 
 /** Keys of the entries of a section. */
@@ -210,6 +220,13 @@ inline constexpr QLatin1String ExtensionName = keyword("Extension name");
 // Multi-view angle, newer and older spelling
 inline constexpr QLatin1String Rdx2Angle = keyword("RDX-2 Angle");
 inline constexpr QLatin1String RodxAngle = keyword("RoDX Angle");
+// Catalogues; the references also are section keys, then a number follows
+inline constexpr QLatin1String Time = keyword("Time");
+inline constexpr QLatin1String StructureReference = keyword("Structure reference");
+inline constexpr QLatin1String FluorescentReference = keyword("Fluorescent reference");
+// Settings and menus
+inline constexpr QLatin1String MenuName = keyword("MenuName");
+inline constexpr QLatin1String FileName = keyword("FileName");
 } // namespace Key
 
 /** Fixed values and names. */

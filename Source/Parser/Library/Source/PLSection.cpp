@@ -48,13 +48,13 @@ void CPLSection::loadSectionData(QString text)
 
 void CPLSection::saveSectionData(QString& text) const
 {
-    text = PLKeyword::Text::Marker + sectionKey + QLatin1String(":\t") + sectionName +
+    text = PLKeyword::Text::Marker + sectionKey + PLKeyword::Text::KeyEnd + sectionName +
            PLKeyword::Text::LineEnd;
     const int written = qMin(lineCount, entryCount);
     for (int i = 0; i < written; ++i) {
         const QString& key = entryKeys.at(i);
         if (!key.contains(PLKeyword::Text::CommentKey, Qt::CaseInsensitive))
-            text += key + QLatin1String(":\t");
+            text += key + PLKeyword::Text::KeyEnd;
         text += values.value(mapKey(key)) + PLKeyword::Text::LineEnd;
     }
     text += PLKeyword::Text::LineEnd;

@@ -5,6 +5,7 @@
 #ifndef OVPARSER_PARSERLIBRARY_H
 #define OVPARSER_PARSERLIBRARY_H
 
+#include "PLBkgSummaryInfo.h"
 #include "PLCameraInfo.h"
 #include "PLClickInfo.h"
 #include "PLExport.h"
@@ -13,6 +14,7 @@
 #include "PLKeywords.h"
 #include "PLSection.h"
 #include "PLSequenceInfo.h"
+#include "PLSettingsFileWrapper.h"
 #include "PLSpectralWrapper.h"
 #include "PLStatus.h"
 #include "PLXMLReader.h"

@@ -170,20 +170,25 @@ ColonCut cutAtColon(QStringView line)
     return {ColonCut::Pair, colon, trimmed(before), trimmed(line.mid(colon + 1))};
 }
 
+std::optional<QStringView> afterMarker(QStringView line)
+{
+    for (const QLatin1String marker : {PLKeyword::Text::Marker, PLKeyword::Text::BareMarker}) {
+        const qsizetype position = indexOf(line, marker);
+        if (position >= 0)
+            return line.mid(position + marker.size());
+    }
+    return std::nullopt;
+}
+
 std::optional<QStringView> headerKey(QStringView header)
 {
     const ColonCut cut = cutAtColon(header);
-    if (cut.kind != ColonCut::Pair)
+    const auto content = afterMarker(header);
+    if (cut.kind != ColonCut::Pair || !content)
         return std::nullopt;
-    QLatin1String marker = PLKeyword::Text::Marker;
-    qsizetype position = indexOf(header, marker);
-    if (position < 0) {
-        marker = PLKeyword::Text::BareMarker;
-        position = indexOf(header, marker);
-    }
-    if (position < 0 || position > cut.colon)
+    const qsizetype start = header.size() - content->size();
+    if (start > cut.colon)
         return std::nullopt;
-    const qsizetype start = position + marker.size();
     return trimmed(header.mid(start, cut.colon - start));
 }
 

@@ -115,6 +115,9 @@ struct ColonCut
 
 [[nodiscard]] ColonCut cutAtColon(QStringView line);
 
+/** The text of a line after its section marker; nothing without one. */
+[[nodiscard]] std::optional<QStringView> afterMarker(QStringView line);
+
 /** The section key of a header line (marker, key, ':', name); nothing when it is malformed. */
 [[nodiscard]] std::optional<QStringView> headerKey(QStringView header);
 

@@ -20,6 +20,12 @@ namespace ovparser::internal {
     return std::unique_ptr<CPLSection>(new (std::nothrow) CPLSection(key, name));
 }
 
+/** A copy of a section; null when there is no memory for it. */
+[[nodiscard]] inline std::unique_ptr<CPLSection> copyOf(const CPLSection& section)
+{
+    return std::unique_ptr<CPLSection>(new (std::nothrow) CPLSection(section));
+}
+
 /**
  * Adds a section to a document. A section that the document does not take is destroyed.
  *

@@ -1,0 +1,174 @@
+#include "PLBkgSummaryInfo.h"
+
+#include "PLKeywords.h"
+#include "internal/InfoText.h"
+#include "internal/NewSection.h"
+#include "internal/TextFile.h"
+
+using namespace ovparser::internal;
+
+namespace Key = PLKeyword::Key;
+namespace Section = PLKeyword::Section;
+
+namespace {
+
+QString withLeadingZeros(const QString& time)
+{
+    const QChar separator = QLatin1Char(':');
+    QStringList parts = time.split(separator);
+    for (QString& part : parts) {
+        if (part.size() == 1)
+            part.prepend(QLatin1Char('0'));
+    }
+    return parts.join(separator);
+}
+
+void normaliseTime(CPLSection* section)
+{
+    QString time;
+    if (section && section->getValue(Key::Time, &time) == eSTATUS_SUCCESS)
+        section->setValue(Key::Time, withLeadingZeros(time));
+}
+
+void addIndexPairs(CPLSection& section, const QString& pairs)
+{
+    const QStringList pieces = pairs.split(QLatin1Char(';'));
+    for (const QString& piece : pieces) {
+        const auto colon = piece.indexOf(QLatin1Char(':'));
+        if (colon >= 0)
+            section.addKeyValue(piece.left(colon), piece.mid(colon + 1));
+    }
+}
+
+} // namespace
+
+CPLBkgSummaryInfo::CPLBkgSummaryInfo() = default;
+CPLBkgSummaryInfo::CPLBkgSummaryInfo(const CPLBkgSummaryInfo& other) = default;
+CPLBkgSummaryInfo& CPLBkgSummaryInfo::operator=(const CPLBkgSummaryInfo& other) = default;
+CPLBkgSummaryInfo::~CPLBkgSummaryInfo() = default;
+
+tag_estatus CPLBkgSummaryInfo::loadSectionData(QString& block, QString sectionKey)
+{
+    const QStringView header = firstLine(block);
+    const ColonCut cut = cutAtColon(header);
+    if (cut.kind != ColonCut::Pair)
+        return eSTATUS_BAD_FORMAT;
+    auto section = makeSection(sectionKey, cut.after.toString());
+    if (!section)
+        return eSTATUS_OUT_OF_MEMORY;
+    block.remove(0, int(header.size()));
+    section->loadSectionData(block);
+    return addOrDestroy(*this, std::move(section));
+}
+
+tag_estatus CPLBkgSummaryInfo::addSection(CPLSection* section)
+{
+    return CPLClickInfo::addSection(section);
+}
+
+tag_estatus CPLBkgSummaryInfo::removeSection(QString sectionKey)
+{
+    CPLClickInfo::removeSection(sectionKey);
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLBkgSummaryInfo::loadTextBuffer(const QString& text)
+{
+    const QString latin1 = latin1Form(text);
+    BlockReader blocks(trimmed(latin1));
+    int number = 0;
+    for (QStringView block; blocks.next(&block);) {
+        const tag_estatus status = loadBlock(block.toString(), ++number);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+    }
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
+{
+    const auto key = headerKey(firstLine(block));
+    if (!key)
+        return eSTATUS_BAD_FORMAT;
+    // Untrimmed: a header line without a body keeps the line end that the click number asks for.
+    if (key->toString().contains(Section::BackgroundClick, Qt::CaseInsensitive)) {
+        loadClickNumber(block);
+        if (clickNumber.isEmpty())
+            return eSTATUS_EMPTY_SECTION_KEY;
+    }
+    const QString sectionKey = Section::BackgroundClick + QString::number(number);
+    block = trimmed(block).toString();
+    const tag_estatus status = loadSectionData(block, sectionKey);
+    if (status == eSTATUS_SUCCESS)
+        normaliseTime(getSection(sectionKey));
+    return status;
+}
+
+tag_estatus CPLBkgSummaryInfo::load(QString path)
+{
+    const tag_estatus status = loadClickInfo(path, false);
+    return status == eSTATUS_FILE_OPEN_FAILED ? status : eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLBkgSummaryInfo::SLload(QString path)
+{
+    return loadIndex(path, Key::StructureReference);
+}
+
+tag_estatus CPLBkgSummaryInfo::FLload(QString path)
+{
+    return loadIndex(path, Key::FluorescentReference);
+}
+
+tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& referenceKey)
+{
+    const auto bytes = readFile(path);
+    if (!bytes)
+        return eSTATUS_FILE_OPEN_FAILED;
+    startLoading();
+    fileSectionCount = 0;
+    const QString text = decodeInfoText(*bytes);
+    LineReader lines(text);
+    for (QStringView line; lines.next(&line);) {
+        const auto pairs = afterMarker(line);
+        if (!pairs)
+            break;
+        addReference(*pairs, referenceKey);
+    }
+    return eSTATUS_SUCCESS;
+}
+
+void CPLBkgSummaryInfo::addReference(QStringView pairs, const QString& referenceKey)
+{
+    const QString sectionKey = referenceKey + QString::number(sectionCount + 1);
+    auto section = makeSection(sectionKey, PLKeyword::Value::Empty);
+    if (!section)
+        return;
+    addIndexPairs(*section, pairs.toString());
+    QString name;
+    if (section->getValue(referenceKey, &name) != eSTATUS_SUCCESS)
+        return;
+    section->setSectionName(name);
+    addOrDestroy(*this, std::move(section));
+}
+
+tag_estatus CPLBkgSummaryInfo::save(QString path) const
+{
+    saveClickInfo(path);
+    return eSTATUS_SUCCESS;
+}
+
+CPLSection* CPLBkgSummaryInfo::getSection(const QString& sectionKey) const
+{
+    return (*this)[sectionKey];
+}
+
+tag_estatus CPLBkgSummaryInfo::getSectionList(QList<CPLSection*>& list) const
+{
+    list.clear();
+    for (const QString& key : sectionKeys) {
+        if (CPLSection* const section = (*this)[key])
+            list.append(section);
+    }
+    return eSTATUS_SUCCESS;
+}

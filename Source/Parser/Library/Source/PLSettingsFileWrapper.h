@@ -1,0 +1,239 @@
+/**
+ * @file
+ * Named settings, kept as sections of one file or as the files of a folder.
+ */
+#ifndef OVPARSER_PLSETTINGSFILEWRAPPER_H
+#define OVPARSER_PLSETTINGSFILEWRAPPER_H
+
+#include "PLClickInfo.h"
+
+#include <QtCore/QList>
+
+/** How settings are kept. With any other value the operations that depend on it do nothing. */
+enum LOAD_MODE : int {
+    eLOAD_FOLDER = 0, ///< one ".txt" file of a folder per setting
+    eLOAD_FILE = 1,   ///< one section of a file per setting
+};
+
+/**
+ * Named settings of the user, each shown in a menu under its menu name.
+ *
+ * In file mode the document's sections are the settings. Those whose key contains the section-name
+ * tag (all of them while the tag is empty) are "the wrapper's sections". A setting's menu name is
+ * the stored value of the menu-name tag or, when the section names serve as menu names, the stored
+ * section name; comments count. In folder mode menu names derive from file names; the folder is
+ * read anew on every call.
+ *
+ * Tags and prefixes are matched with their letter case, menu names without, unless said otherwise.
+ * Sections that the lookups return are borrowed. Nothing is written before save(). Copies are deep.
+ */
+class PARSERLIBRARY_EXPORT CPLSettingsFileWrapper : public CPLClickInfo
+{
+public:
+    /** An empty wrapper in file mode; each tag that is not given is null. */
+    CPLSettingsFileWrapper();
+    CPLSettingsFileWrapper(const QString& sectionTag);
+    CPLSettingsFileWrapper(const QString& sectionTag, const QString& autoTag);
+
+    CPLSettingsFileWrapper(const CPLSettingsFileWrapper& other);
+    CPLSettingsFileWrapper& operator=(const CPLSettingsFileWrapper& other);
+    ~CPLSettingsFileWrapper() override;
+
+    /** Adds a section, as CPLClickInfo::addSection() does. */
+    tag_estatus addSection(CPLSection* section) override;
+
+    /** @name Loading and saving */
+    ///@{
+
+    /**
+     * In file mode loads a settings file and remembers its path; in folder mode checks that the
+     * folder exists.
+     *
+     * @param path  the settings file; not used in folder mode
+     * @return eSTATUS_INVALID_ARGUMENT when the file or folder path is empty,
+     *         eSTATUS_FOLDER_NOT_FOUND, else the status of loadClickInfo()
+     */
+    tag_estatus load(const QString& path);
+
+    /** The same with the remembered settings file. */
+    tag_estatus load();
+
+    /**
+     * Writes the document to a file, in every mode. The remembered settings file stays.
+     *
+     * @return eSTATUS_INVALID_ARGUMENT when the path is empty, else the status of saveClickInfo()
+     */
+    tag_estatus save(const QString& path) const;
+
+    /** The same with the remembered settings file. */
+    tag_estatus save() const;
+    ///@}
+
+    /** @name Lookup */
+    ///@{
+
+    /** The menu names of the wrapper's sections in order, in every mode; blank ones are left out.
+     */
+    [[nodiscard]] QStringList getMenuNames() const;
+
+    /**
+     * The menu names of the settings that belong to a prefix.
+     *
+     * @param prefix  in file mode, text that the section keys contain as well; in folder mode, how
+     *                the file names begin: the rest without ".txt" (in any letter case) is the
+     *                menu name
+     * @return the names in document order, or in the order of the file names
+     */
+    [[nodiscard]] QStringList getMenuNames(const QString& prefix) const;
+
+    /** Whether none of the wrapper's sections has this menu name. */
+    [[nodiscard]] bool isUnique(const QString& menuName) const;
+
+    /**
+     * The first of the wrapper's sections with this menu name. Letter case counts, unless the
+     * section names serve as menu names.
+     *
+     * @return the section, borrowed; null when there is none
+     */
+    [[nodiscard]] CPLSection* getSectionByMenuName(const QString& menuName) const;
+
+    /**
+     * The file that belongs to a menu name.
+     *
+     * In file mode it is the stored file name of the first of the wrapper's sections that has the
+     * menu name and a file name. In folder mode it is the first ".txt" file whose name contains
+     * the prefix and whose menu name (here what follows the first '-' of its name) is the one
+     * given, with the last component of the folder path in front: "Presets/Preset-Dark.txt".
+     *
+     * @return an empty string when there is none
+     */
+    [[nodiscard]] QString getFileNameForMenuName(const QString& menuName, QString prefix) const;
+
+    /**
+     * Changes the file name of every one of the wrapper's sections with this menu name; never adds
+     * the key. Works in every mode.
+     *
+     * @return eSTATUS_EMPTY_SECTION_KEY when the wrapper has no sections, eSTATUS_KEY_NOT_FOUND
+     *         when none has the menu name or the last one that has it lacks a file name
+     */
+    tag_estatus setFileNameForMenuName(const QString& menuName, const QString& fileName);
+    ///@}
+
+    /** @name New settings */
+    ///@{
+
+    /**
+     * The next free section key: prefix, blank and the first number from 1 that is missing among
+     * the numbers of the wrapper's sections. A number that occurs twice ends the search, so that
+     * the key may be taken.
+     *
+     * @param prefix  start of the key, which the counted sections contain; the section-name tag if
+     *                it is not given
+     */
+    [[nodiscard]] QString getNextAvailableSectionName() const;
+    [[nodiscard]] QString getNextAvailableSectionName(const QString& prefix) const;
+
+    /**
+     * The next automatic menu name: the auto-menu-name tag, directly followed by the first number
+     * from 1 that is missing among the menu names of the wrapper's sections. A number that occurs
+     * twice right before a gap hides the gap.
+     *
+     * @param prefix  text that the keys of the counted sections contain as well
+     */
+    [[nodiscard]] QString getNextAutoMenuName() const;
+    [[nodiscard]] QString getNextAutoMenuName(const QString& prefix) const;
+
+    /**
+     * Adds a setting under the next available section key of the prefix. The form with a file name
+     * always stores the menu name as a value.
+     *
+     * @return eSTATUS_OUT_OF_MEMORY, else the status of addSection(); eSTATUS_SUCCESS also when the
+     *         key is taken and nothing was added
+     */
+    tag_estatus addSection(const QString& prefix, const QString& menuName);
+    tag_estatus addSection(const QString& prefix, const QString& menuName, const QString& fileName);
+
+    /** The same under the next available key of the section-name tag; stores the name as a value.
+     */
+    tag_estatus addSection(const QString& menuName);
+
+    /** Not supported; changes nothing. Always eSTATUS_FAILED. */
+    tag_estatus deleteSection(const QString& menuName);
+    tag_estatus deleteSection(int index);
+
+    /**
+     * Adds a copy of every section of a list; one whose key is held already is passed over. The
+     * sections of the list stay the caller's.
+     *
+     * @return the first failing status, eSTATUS_NULL_ARGUMENT for a null section included; the
+     *         copies added before the failure stay
+     */
+    tag_estatus initFromSections(const QList<CPLSection*>& list);
+
+    /** The same with the sections whose key contains "ROI File" in any letter case. */
+    tag_estatus initFromROISections(const QList<CPLSection*>& list);
+    ///@}
+
+    /** @name Tags and mode */
+    ///@{
+
+    /** Text that marks the wrapper's sections by their keys; empty takes every section. */
+    void setSectionNameTag(const QString& tag);
+
+    /** Key of the value that holds the menu name, "MenuName" at first. An empty tag is ignored. */
+    void setMenuNameTag(const QString& tag);
+
+    /** Key of the value that holds the file name, "FileName" at first. An empty tag is ignored. */
+    void setFileNameTag(const QString& tag);
+
+    /** Stem of the automatic menu names. An empty tag is ignored. */
+    void setAutoMenuNameTag(const QString& tag);
+
+    /** The settings file that load() and save() use. An empty path is ignored. */
+    void setSettingsFileName(const QString& path);
+
+    [[nodiscard]] const QString& getMenuNameTag() const;
+    [[nodiscard]] const QString& getFileNameTag() const;
+    [[nodiscard]] const QString& getAutoMenuNameTag() const;
+    [[nodiscard]] const QString& getSettingsFileName() const;
+
+    /** The folder of folder mode; folders are separated by '/'. */
+    void setFolderPath(const QString& path);
+    [[nodiscard]] QString getFolderPath() const;
+
+    /** Whether settings are sections of a file or files of a folder. */
+    void setLoadMode(LOAD_MODE mode);
+    [[nodiscard]] LOAD_MODE getLoadMode() const;
+
+    /** Whether the section names serve as menu names. */
+    void setUseSectionNameForMenuName(bool use);
+    [[nodiscard]] bool isUsingSectionNameForMenuName() const;
+    ///@}
+
+protected:
+    /** The wrapper's sections in document order, borrowed; only those whose key contains the
+     * prefix, if one is given. */
+    [[nodiscard]] QList<CPLSection*> getSections() const;
+    [[nodiscard]] QList<CPLSection*> getSections(QString prefix) const;
+
+private:
+    tag_estatus checkFolder() const;
+    tag_estatus readMenuName(const CPLSection& section, QString* name) const;
+    [[nodiscard]] QStringList menuNamesOf(const QList<CPLSection*>& settings) const;
+    [[nodiscard]] QList<CPLSection*> withMenuName(const QString& menuName,
+                                                  Qt::CaseSensitivity letterCase) const;
+    [[nodiscard]] QString getNextAvailableSectionName_core(const QList<CPLSection*>& settings,
+                                                           const QString& prefix) const;
+    [[nodiscard]] QString getNextAutoMenuName_core(const QList<CPLSection*>& settings) const;
+
+    QString sectionNameTag;
+    QString settingsFileName;
+    QString menuNameTag;
+    QString fileNameTag;
+    QString autoMenuNameTag;
+    LOAD_MODE loadMode = eLOAD_FILE;
+    QString folderPath;
+    bool useSectionNameForMenuName = false;
+};
+
+#endif
