@@ -6,12 +6,18 @@
 #define OVPARSER_PARSERLIBRARY_H
 
 #include "PLBkgSummaryInfo.h"
+#include "PLBrowseInfo.h"
 #include "PLCameraInfo.h"
 #include "PLClickInfo.h"
 #include "PLExport.h"
 #include "PLHelpers.h"
 #include "PLIASetupInfo.h"
+#include "PLInfoItem.h"
 #include "PLKeywords.h"
+#include "PLLabelDataSet.h"
+#include "PLOptPropInfo.h"
+#include "PLPreferenceKey.h"
+#include "PLPreferenceKeyList.h"
 #include "PLSection.h"
 #include "PLSequenceInfo.h"
 #include "PLSettingsFileWrapper.h"

@@ -1,0 +1,104 @@
+#include "PLLabelDataSet.h"
+
+#include "PLKeywords.h"
+#include "internal/InfoText.h"
+
+#include <algorithm>
+
+using namespace ovparser::internal;
+
+CPLLabelDataSet::CPLLabelDataSet() = default;
+
+CPLLabelDataSet::CPLLabelDataSet(QString name)
+    : labelName(name)
+{}
+
+CPLLabelDataSet::CPLLabelDataSet(const CPLLabelDataSet& other) = default;
+CPLLabelDataSet& CPLLabelDataSet::operator=(const CPLLabelDataSet& other) = default;
+CPLLabelDataSet::~CPLLabelDataSet() = default;
+
+tag_estatus CPLLabelDataSet::loadData(QString text)
+{
+    LineReader lines(text);
+    QStringView line;
+    lines.next(&line);
+    if (labelName.isEmpty()) {
+        const bool closed = line.endsWith(QLatin1Char('\n'));
+        const tag_estatus status = loadLabelName(line.chopped(closed ? 1 : 0).toString());
+        if (status != eSTATUS_SUCCESS)
+            return status;
+    }
+    while (lines.next(&line))
+        appendLabel(line);
+    return eSTATUS_SUCCESS;
+}
+
+void CPLLabelDataSet::appendLabel(QStringView line)
+{
+    const auto* const colon = std::find(line.begin(), line.end(), QLatin1Char(':'));
+    if (colon == line.end())
+        return;
+    const QStringView label(line.begin(), colon);
+    if (!line.endsWith(QLatin1Char('\n')))
+        labelData.append(trimmed(label).toString());
+    else if (!label.isEmpty())
+        labelData.append(label.toString());
+}
+
+tag_estatus CPLLabelDataSet::loadLabelName(QString headerLine)
+{
+    const int keyStart = PLKeyword::Text::Marker.size();
+    const auto colon = headerLine.indexOf(QLatin1Char(':'));
+    if (!headerLine.startsWith(PLKeyword::Text::Marker) || colon < 0)
+        return eSTATUS_BAD_LABEL_FORMAT;
+    const auto nameStart = colon + PLKeyword::Text::KeyEnd.size();
+    const auto comment = headerLine.indexOf(QLatin1Char('#'));
+    if (comment >= 0 && comment <= nameStart)
+        return eSTATUS_BAD_LABEL_FORMAT;
+    const QString sectionKey = headerLine.mid(keyStart, colon - keyStart);
+    if (sectionKey.compare(PLKeyword::Section::UserLabelNameSet, Qt::CaseInsensitive) != 0)
+        return eSTATUS_SECTION_NOT_FOUND;
+    if (headerLine.indexOf(QLatin1Char('\t')) != colon + 1)
+        return eSTATUS_BAD_LABEL_FORMAT;
+    labelName = headerLine.mid(nameStart, comment < 0 ? -1 : comment - nameStart);
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLLabelDataSet::getLabelName(QString* name) const
+{
+    if (!name)
+        return eSTATUS_INVALID_VALUE;
+    *name = labelName;
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLLabelDataSet::setLabelName(QString name)
+{
+    if (name.isEmpty())
+        return eSTATUS_INVALID_VALUE;
+    labelName = name;
+    return eSTATUS_SUCCESS;
+}
+
+tag_estatus CPLLabelDataSet::getLabelData(QStringList* labels) const
+{
+    if (!labels)
+        return eSTATUS_INVALID_VALUE;
+    *labels = labelData;
+    return eSTATUS_SUCCESS;
+}
+
+void CPLLabelDataSet::setLabelData(QStringList labels)
+{
+    labelData = labels;
+}
+
+int CPLLabelDataSet::getCount() const
+{
+    return int(labelData.size());
+}
+
+QString CPLLabelDataSet::operator[](int index) const
+{
+    return labelData.value(index);
+}
