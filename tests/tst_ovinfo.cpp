@@ -91,6 +91,34 @@ void TestOvinfo::answers_data()
                                           "Luminescent, Photograph, Bias  7.5 s     8        "
                                           "12.5\n"_s}
                            << ""_s;
+    const auto kind = [](const char* name, const char* heading, const char* line) {
+        QTest::newRow(name) << QStringList{"show"_s, support::example(name)} << 0
+                            << QStringList{QLatin1String(heading), QLatin1String(line)} << ""_s;
+    };
+    kind("background/BkgSummary.txt",
+         "Background summary, 2 sections\nBackground images, bench 2\n",
+         "\n[Background Click2] BKG20240302070000\n");
+    kind("background/SLindex.txt", "Structure references, 2 sections\n",
+         "\n  Frequency            Coarse\n\n[Structure reference2] SL_B_20240301\n");
+    kind("background/FLindex.txt", "Fluorescent references, 1 section\n", "520\n");
+    kind("settings/OpticalProperties.txt", "Optical properties, 4 sections\n", "rat\n");
+    kind("settings/Labels.txt", "Label set, 1 section\n", "\n  User        ABC;DEF;\n");
+    kind("settings/Presets.txt", "Settings, 3 sections\n", "\n  Exposure  120\n");
+    const QString references = support::example("background/SLindex.txt");
+    QTest::newRow("value of a reference")
+        << QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s} << 0
+        << QStringList{"Coarse\n"_s} << ""_s;
+    QTest::newRow("catalogues stay")
+        << QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s} << 1
+        << none << "a catalogue; not changed"_s;
+    QTest::newRow("presets of a file")
+        << QStringList{"presets"_s, support::example("settings/Presets.txt")} << 0
+        << QStringList{"3 presets\n"_s, "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}
+        << ""_s;
+    QTest::newRow("presets of a folder")
+        << QStringList{"presets"_s, support::example("settings/presets/")} << 0
+        << QStringList{"2 presets\n"_s, "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}
+        << ""_s;
     const QString camera = support::example("instrument/CameraInfo.txt");
     QTest::newRow("camera") << QStringList{"camera"_s, camera} << 0
                             << QStringList{"\nTessel HT                     yes\n"_s,

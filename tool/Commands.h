@@ -9,6 +9,7 @@
 
 int cameraCommand(const QStringList& words);
 int getCommand(const QStringList& words);
+int presetsCommand(const QStringList& words);
 int setCommand(const QStringList& words);
 int showCommand(const QStringList& words);
 int spectralCommand(const QStringList& words);

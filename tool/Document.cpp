@@ -11,6 +11,29 @@ QList<CPLSection*> allSections(const Sections& document)
     return sections;
 }
 
+constexpr Document::Kind kinds[] = {
+    {PLKeyword::Section::BackgroundClick, PLKeyword::keyword("Background summary"),
+     &CPLBkgSummaryInfo::load},
+    {PLKeyword::Key::StructureReference, PLKeyword::keyword("Structure references"),
+     &CPLBkgSummaryInfo::SLload},
+    {PLKeyword::Key::FluorescentReference, PLKeyword::keyword("Fluorescent references"),
+     &CPLBkgSummaryInfo::FLload},
+    {PLKeyword::Section::TissueProperties, PLKeyword::keyword("Optical properties"), nullptr},
+    {PLKeyword::Section::SourceModel, PLKeyword::keyword("Optical properties"), nullptr},
+    {PLKeyword::Section::UserLabelNameSet, PLKeyword::keyword("Label set"), nullptr},
+};
+
+const Document::Kind* kindOf(const CPLSection& first)
+{
+    QString key;
+    first.getSectionKey(&key);
+    for (const Document::Kind& kind : kinds) {
+        if (key.startsWith(kind.sectionKey, Qt::CaseInsensitive))
+            return &kind;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 tag_estatus Document::load(const QString& file)
@@ -25,7 +48,17 @@ tag_estatus Document::load(const QString& file)
         const bool empty = loaded == eSTATUS_EMPTY_SEQUENCE || loaded == eSTATUS_NO_CLICK_NUMBERS;
         return empty ? eSTATUS_SUCCESS : loaded;
     }
-    return m_text[0] ? eSTATUS_SUCCESS : eSTATUS_BAD_FORMAT;
+    if (!m_text[0])
+        return eSTATUS_BAD_FORMAT;
+    recognise(file);
+    return eSTATUS_SUCCESS;
+}
+
+void Document::recognise(const QString& file)
+{
+    m_kind = kindOf(*m_text[0]);
+    if (m_kind && m_kind->load)
+        (m_catalogue.*m_kind->load)(file);
 }
 
 QString Document::title() const
@@ -34,8 +67,12 @@ QString Document::title() const
         return QLatin1String("Sequence ") + m_sequence.getDatasetName();
     QString clickNumber;
     m_text.getClickNumber(&clickNumber);
-    return clickNumber.isEmpty() ? QString(QLatin1String("Info file"))
-                                 : QLatin1String("Acquisition ") + clickNumber;
+    if (!clickNumber.isEmpty())
+        return QLatin1String("Acquisition ") + clickNumber;
+    if (m_kind)
+        return m_kind->title;
+    const bool menu = m_text[0]->isKeyPresent(PLKeyword::Key::MenuName);
+    return menu ? QStringLiteral("Settings") : QStringLiteral("Info file");
 }
 
 CPLSection* Document::section(const QString& key) const
@@ -52,5 +89,7 @@ CPLSection* Document::section(const QString& key) const
 
 QList<CPLSection*> Document::sections() const
 {
+    if (isCatalogue())
+        return allSections(m_catalogue);
     return m_isSequence ? allSections(m_sequence) : allSections(m_text);
 }

@@ -1,6 +1,6 @@
 /**
  * @file
- * A file of either kind, opened by what it holds.
+ * A file of any kind, opened by what it holds.
  */
 #ifndef OVINFO_DOCUMENT_H
 #define OVINFO_DOCUMENT_H
@@ -9,10 +9,19 @@
 
 #include <QtCore/QList>
 
-/** An acquisition or a sequence. */
+/** An acquisition, a sequence, a catalogue of images, settings, menus or a label set. */
 class Document
 {
 public:
+    /** A kind of file that its first section tells. */
+    struct Kind
+    {
+        QLatin1String sectionKey; ///< how the key of the first section begins
+        QLatin1String title;
+        tag_estatus (CPLBkgSummaryInfo::*load)(QString) =
+            nullptr; ///< how a catalogue is read, else null
+    };
+
     /** Loads a file; any status but eSTATUS_SUCCESS leaves the document unusable. */
     tag_estatus load(const QString& file);
 
@@ -21,18 +30,25 @@ public:
 
     [[nodiscard]] bool isSequence() const { return m_isSequence; }
 
+    /** Whether the sections are those of a catalogue: they are not the file's own ones. */
+    [[nodiscard]] bool isCatalogue() const { return m_catalogue[0] != nullptr; }
+
     /** The section with this key, in any letter case; null when there is none. */
     [[nodiscard]] CPLSection* section(const QString& key) const;
 
     /** Every section in order. */
     [[nodiscard]] QList<CPLSection*> sections() const;
 
-    /** The acquisition, or the text of the sequence with every byte of it kept. */
+    /** The file as an info text, or the text of the sequence with every byte of it kept. */
     [[nodiscard]] CPLClickInfo& text() { return m_text; }
 
 private:
+    void recognise(const QString& file);
+
     CPLClickInfo m_text;
     CPLSequenceInfo m_sequence;
+    CPLBkgSummaryInfo m_catalogue;
+    const Kind* m_kind = nullptr;
     bool m_isSequence = false;
 };
 

@@ -22,6 +22,7 @@ int getCommand(const QStringList& words)
     const tag_estatus found = section->getValue(arguments.at(2), &value);
     if (found != eSTATUS_SUCCESS)
         return fail(arguments.at(2), found);
-    print(value + QLatin1Char('\n'));
+    // The last value of a reference keeps the line end of its file.
+    print(value.endsWith(QLatin1Char('\n')) ? value : value + QLatin1Char('\n'));
     return Success;
 }

@@ -53,6 +53,8 @@ int setCommand(const QStringList& words)
     tag_estatus status = document.load(file);
     if (status != eSTATUS_SUCCESS)
         return fail(file, status);
+    if (document.isCatalogue())
+        return fail(BadFile, file + QLatin1String(": a catalogue; not changed"));
     const bool sequence = document.isSequence();
     if (!sequence && fileForm(value, false) != value)
         return fail(WrongUsage,

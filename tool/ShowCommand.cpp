@@ -10,6 +10,8 @@ QList<QStringList> entriesOf(const CPLSection& section)
     QString text;
     section.saveSectionData(text);
     QStringList lines = text.split(PLKeyword::Text::LineEnd);
+    // The last value of a reference keeps the line end of its file.
+    lines.replaceInStrings(QStringLiteral("\n"), QString());
     // The header line comes first; the empty line behind a section leaves two empty parts.
     lines = lines.mid(1, lines.size() - 3);
     QList<QStringList> entries;

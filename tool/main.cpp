@@ -14,10 +14,11 @@ struct Verb
 };
 
 constexpr Verb verbs[] = {
-    {"show", "FILE", "print an acquisition or a sequence", showCommand},
+    {"show", "FILE", "print a file of any kind", showCommand},
     {"get", "FILE SECTION KEY", "print one value", getCommand},
     {"set", "FILE SECTION KEY VALUE", "change one value in place", setCommand},
     {"study", "FOLDER", "print a sequence with a table of its acquisitions", studyCommand},
+    {"presets", "FILE|FOLDER", "print the menu names of settings with their files", presetsCommand},
     {"camera", "FILE", "print what an instrument can do", cameraCommand},
     {"spectral", "FILE", "print a spectral analysis, or draw it", spectralCommand},
 };
