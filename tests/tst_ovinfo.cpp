@@ -51,52 +51,47 @@ void TestOvinfo::answers_data()
     const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
     const QStringList none;
     QTest::newRow("help") << QStringList{"--help"_s} << 0 << QStringList{"ovinfo study"_s} << ""_s;
-    QTest::newRow("help of a verb")
-        << QStringList{"get"_s, "--help"_s} << 0 << QStringList{"get FILE SECTION KEY"_s} << ""_s;
+    QTest::newRow("help of a verb") << QStringList{"get"_s, "--help"_s} << 0 << QStringList{"get FILE SECTION KEY"_s}
+                                    << ""_s;
     QTest::newRow("no verb") << none << 2 << none << "no verb given"_s;
     QTest::newRow("unknown verb") << QStringList{"shwo"_s} << 2 << none << "no verb 'shwo'"_s;
-    QTest::newRow("missing word") << QStringList{"get"_s, click} << 2 << none
-                                  << "get takes FILE SECTION KEY"_s;
-    QTest::newRow("unknown option")
-        << QStringList{"show"_s, "--colour"_s, click} << 2 << none << "colour"_s;
-    QTest::newRow("acquisition")
-        << QStringList{"show"_s, click} << 0
-        << QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
-                       "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
-                       "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
-                       "\n  Field of View        12.5  # cm\n"_s,
-                       "\n  # exposure chosen by the auto-exposure run\n"_s,
-                       "\n  Comment2\n"_s}
-        << ""_s;
+    QTest::newRow("missing word") << QStringList{"get"_s, click} << 2 << none << "get takes FILE SECTION KEY"_s;
+    QTest::newRow("unknown option") << QStringList{"show"_s, "--colour"_s, click} << 2 << none << "colour"_s;
+    QTest::newRow("acquisition") << QStringList{"show"_s, click} << 0
+                                 << QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
+                                                "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
+                                                "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
+                                                "\n  Field of View        12.5  # cm\n"_s,
+                                                "\n  # exposure chosen by the auto-exposure run\n"_s,
+                                                "\n  Comment2\n"_s}
+                                 << ""_s;
     QTest::newRow("sequence") << QStringList{"show"_s, sequence} << 0
                               << QStringList{"Sequence Dose response, day 3, 4 sections\n"_s,
                                              "\n  Axis            log\n"_s}
                               << ""_s;
-    QTest::newRow("value") << QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s}
-                           << 0 << QStringList{"12.5\n"_s} << ""_s;
-    QTest::newRow("value of a sequence")
-        << QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s} << 0
-        << QStringList{"ABC20240305092010\n"_s} << ""_s;
+    QTest::newRow("value") << QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s} << 0
+                           << QStringList{"12.5\n"_s} << ""_s;
+    QTest::newRow("value of a sequence") << QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s} << 0
+                                         << QStringList{"ABC20240305092010\n"_s} << ""_s;
     QTest::newRow("no such section") << QStringList{"get"_s, click, "x"_s, "y"_s} << 1 << none
                                      << "x: eSTATUS_SECTION_NOT_FOUND"_s;
     QTest::newRow("no such key") << QStringList{"get"_s, click, "User Input"_s, "y"_s} << 1 << none
                                  << "y: eSTATUS_KEY_NOT_FOUND"_s;
     QTest::newRow("no such file") << QStringList{"show"_s, "absent"_s} << 1 << none
                                   << "absent: eSTATUS_FILE_OPEN_FAILED"_s;
-    QTest::newRow("no sections") << QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)} << 1
-                                 << none << "eSTATUS_BAD_FORMAT"_s;
+    QTest::newRow("no sections") << QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)} << 1 << none
+                                 << "eSTATUS_BAD_FORMAT"_s;
     QTest::newRow("study") << QStringList{"study"_s, study} << 0
                            << QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
                                           "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
-                                          "Luminescent, Photograph, Bias  7.5 s     8        "
+                                          "Luminescent, Photograph, Bias  7.5 sec   8        "
                                           "12.5\n"_s}
                            << ""_s;
     const auto kind = [](const char* name, const char* heading, const char* line) {
         QTest::newRow(name) << QStringList{"show"_s, support::example(name)} << 0
                             << QStringList{QLatin1String(heading), QLatin1String(line)} << ""_s;
     };
-    kind("background/BkgSummary.txt",
-         "Background summary, 2 sections\nBackground images, bench 2\n",
+    kind("background/BkgSummary.txt", "Background summary, 2 sections\nBackground images, bench 2\n",
          "\n[Background Click2] BKG20240302070000\n");
     kind("background/SLindex.txt", "Structure references, 2 sections\n",
          "\n  Frequency            Coarse\n\n[Structure reference2] SL_B_20240301\n");
@@ -105,52 +100,46 @@ void TestOvinfo::answers_data()
     kind("settings/Labels.txt", "Label set, 1 section\n", "\n  User        ABC;DEF;\n");
     kind("settings/Presets.txt", "Settings, 3 sections\n", "\n  Exposure  120\n");
     const QString references = support::example("background/SLindex.txt");
-    QTest::newRow("value of a reference")
-        << QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s} << 0
-        << QStringList{"Coarse\n"_s} << ""_s;
-    QTest::newRow("catalogues stay")
-        << QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s} << 1
-        << none << "a catalogue; not changed"_s;
-    QTest::newRow("presets of a file")
-        << QStringList{"presets"_s, support::example("settings/Presets.txt")} << 0
-        << QStringList{"3 presets\n"_s, "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}
-        << ""_s;
-    QTest::newRow("presets of a folder")
-        << QStringList{"presets"_s, support::example("settings/presets/")} << 0
-        << QStringList{"2 presets\n"_s, "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}
-        << ""_s;
+    QTest::newRow("value of a reference") << QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s}
+                                          << 0 << QStringList{"Coarse\n"_s} << ""_s;
+    QTest::newRow("catalogues stay") << QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s}
+                                     << 1 << none << "a catalogue; not changed"_s;
+    QTest::newRow("presets of a file") << QStringList{"presets"_s, support::example("settings/Presets.txt")} << 0
+                                       << QStringList{"3 presets\n"_s,
+                                                      "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}
+                                       << ""_s;
+    QTest::newRow("presets of a folder") << QStringList{"presets"_s, support::example("settings/presets/")} << 0
+                                         << QStringList{"2 presets\n"_s,
+                                                        "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}
+                                         << ""_s;
     const QString camera = support::example("instrument/CameraInfo.txt");
     QTest::newRow("camera") << QStringList{"camera"_s, camera} << 0
-                            << QStringList{"\nTessel HT                     yes\n"_s,
-                                           "\nC         12.5\n"_s,
+                            << QStringList{"\nTessel HT                     yes\n"_s, "\nC         12.5\n"_s,
                                            "\nX-Ray        4      2       1\n"_s}
                             << ""_s;
-    QTest::newRow("camera as JSON")
-        << QStringList{"camera"_s, "--json"_s, camera} << 0
-        << QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s} << ""_s;
+    QTest::newRow("camera as JSON") << QStringList{"camera"_s, "--json"_s, camera} << 0
+                                    << QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s} << ""_s;
     QTest::newRow("no camera") << QStringList{"camera"_s, "absent"_s} << 1 << none
                                << "absent: Loading camera information failed."_s;
     const QString spectral = support::example("spectral/Spectral.xml");
-    QTest::newRow("spectral")
-        << QStringList{"spectral"_s, spectral} << 0
-        << QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
-                       "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
-                       "\n1    1.75e+06    3200     4.2            0.3\n"_s,
-                       "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
-                       "\n0.2          0.21       20.25      0.01              0.02\n"_s,
-                       "\nA    B\n1.5  -0.25\n"_s}
-        << ""_s;
-    QTest::newRow("spectral as JSON")
-        << QStringList{"spectral"_s, "--json"_s, spectral} << 0
-        << QStringList{"\"clickNumber\": \"ABC20240305091502\""_s, "\"totalFlux\": 1750000"_s,
-                       "\"wavelength\": 620"_s, "\"b\": -0.25"_s}
-        << ""_s;
-    QTest::newRow("no spectral file")
-        << QStringList{"spectral"_s, "absent"_s} << 1 << none << "absent: cannot be opened"_s;
-    QTest::newRow("no XML") << QStringList{"spectral"_s, click} << 1 << none
-                            << ": line 1, column 1: "_s;
-    QTest::newRow("study of no sequence") << QStringList{"study"_s, "absent"_s} << 1 << none
-                                          << "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s;
+    QTest::newRow("spectral") << QStringList{"spectral"_s, spectral} << 0
+                              << QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
+                                             "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
+                                             "\n1    1.75e+06    3200     4.2            0.3\n"_s,
+                                             "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
+                                             "\n0.2          0.21       20.25      0.01              0.02\n"_s,
+                                             "\nA    B\n1.5  -0.25\n"_s}
+                              << ""_s;
+    QTest::newRow("spectral as JSON") << QStringList{"spectral"_s, "--json"_s, spectral} << 0
+                                      << QStringList{"\"clickNumber\": \"ABC20240305091502\""_s,
+                                                     "\"totalFlux\": 1750000"_s, "\"wavelength\": 620"_s,
+                                                     "\"b\": -0.25"_s}
+                                      << ""_s;
+    QTest::newRow("no spectral file") << QStringList{"spectral"_s, "absent"_s} << 1 << none
+                                      << "absent: cannot be opened"_s;
+    QTest::newRow("no XML") << QStringList{"spectral"_s, click} << 1 << none << ": line 1, column 1: "_s;
+    QTest::newRow("study of no sequence")
+        << QStringList{"study"_s, "absent"_s} << 1 << none << "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s;
 }
 
 void TestOvinfo::answers()
@@ -185,6 +174,9 @@ void TestOvinfo::setsOneValue_data()
     QTest::newRow("absent key") << info << QStringList{"A"_s, "x"_s, "1"_s} << 1 << info;
     QTest::newRow("sequence") << sequence << QStringList{"Sequence"_s, "k"_s, "\u20ac"_s} << 0
                               << QByteArray(sequence).replace("old", "\xE2\x82\xAC");
+    QTest::newRow("mark in a sequence") << sequence << QStringList{"Sequence"_s, "k"_s, "*** x: y"_s} << 2 << sequence;
+    const QByteArray keyTwice = "*** A: 1\nk: v\nx: 1\nX: 2\n";
+    QTest::newRow("key twice") << keyTwice << QStringList{"A"_s, "k"_s, "w"_s} << 1 << keyTwice;
     QTest::newRow("section twice") << twice << QStringList{"A"_s, "k"_s, "x"_s} << 1 << twice;
 }
 
@@ -203,16 +195,13 @@ void TestOvinfo::setsOneValue()
 
 void TestOvinfo::goesOnPastABrokenAcquisition()
 {
-    support::writeFile(m_folder.filePath("SequenceInfo.txt"_s),
-                       "*** Sequence: S\n\n*** ClickNumbers:\na: A\nb: B\n");
+    support::writeFile(m_folder.filePath("SequenceInfo.txt"_s), "*** Sequence: S\n\n*** ClickNumbers:\na: A\nb: B\n");
     QVERIFY(QDir(m_folder.path()).mkdir("B"_s));
-    support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s),
-                       "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
+    support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s), "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
     const Answer answer = run({"study"_s, m_folder.path()});
     QCOMPARE(answer.code, 1);
-    QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s),
-             qPrintable(answer.error));
-    QVERIFY2(answer.output.contains("X-Ray   3 s"_s), qPrintable(answer.output));
+    QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s), qPrintable(answer.error));
+    QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
 }
 
 void TestOvinfo::drawsASpectralAnalysis()
@@ -225,8 +214,8 @@ void TestOvinfo::drawsASpectralAnalysis()
     reader.setRootElement();
     QString text;
     reader.getTextDataofElement(reader.getRootElement(), text);
-    for (const char* part : {"Wavelength (nm)", "560", "Intensity", "Attenuation", "ROI 1",
-                             "A x + B with A = 1.5, B = -0.25"})
+    for (const char* part :
+         {"Wavelength (nm)", "560", "Intensity", "Attenuation", "ROI 1", "A x + B with A = 1.5, B = -0.25"})
         QVERIFY2(text.contains(QLatin1String(part)), part);
     QCOMPARE(support::readFile(drawing).count("<circle"), 6); // four values, two in legends
     if (!support::fullDisk().isEmpty())

@@ -47,16 +47,13 @@ QString TestBkgSummaryInfo::file(const QString& text) const
 void TestBkgSummaryInfo::reading_data()
 {
     support::textColumns({"text", "status", "names", "clickNumber"});
-    support::textRow("any key",
-                     "*** Background Click: A\n*** Background Click: B\nk\n*** Other: C # c",
+    support::textRow("any key", "*** Background Click: A\n*** Background Click: B\nk\n*** Other: C # c",
                      "eSTATUS_SUCCESS", "A|B|C # c", "B");
-    support::textRow("word in a key", "pre\n***my background CLICK7: 1: x\r\r\nk",
-                     "eSTATUS_SUCCESS", "1: x", "X1: x");
+    support::textRow("word in a key", "pre\n***my background CLICK7: 1: x\r\r\nk", "eSTATUS_SUCCESS", "1: x", "X1: x");
     support::textRow("key twice", "*** Other: A\n*** Other: B", "eSTATUS_SUCCESS", "A|B", "");
-    support::textRow("no click number", "*** Other: A\n*** Background Click: B",
-                     "eSTATUS_EMPTY_SECTION_KEY", "A", "");
-    support::textRow("comment", "*** Background Click: A\n*** Background Click # x: B\n*** O: C",
-                     "eSTATUS_BAD_FORMAT", "A", "A");
+    support::textRow("no click number", "*** Other: A\n*** Background Click: B", "eSTATUS_EMPTY_SECTION_KEY", "A", "");
+    support::textRow("comment", "*** Background Click: A\n*** Background Click # x: B\n*** O: C", "eSTATUS_BAD_FORMAT",
+                     "A", "A");
     support::textRow("no colon", "*** Other: A\n*** Other\nk: v", "eSTATUS_BAD_FORMAT", "A", "");
 }
 
@@ -92,16 +89,13 @@ void TestBkgSummaryInfo::normalisesTime()
 void TestBkgSummaryInfo::indexes_data()
 {
     support::textColumns({"text", "keys", "names", "pairs"});
-    support::textRow("nothing is trimmed",
-                     "lead***structure REFERENCE: A # x; k :v: w ;;no pair;:none;K: ;\r\n",
+    support::textRow("nothing is trimmed", "lead***structure REFERENCE: A # x; k :v: w ;;no pair;:none;K: ;\r\n",
                      "Structure reference1", "A", "structure REFERENCE| k |K= A # x|v: w | ");
     support::textRow("only references are numbered",
                      "***k: v; Structure reference: no\n*** Structure reference:B\n***\n"
                      "*** Structure reference:C",
-                     "Structure reference1|Structure reference2", "B\n|C",
-                     "Structure reference=B\n");
-    support::textRow("a line without the mark ends it",
-                     "*** Structure reference:A;\n\n*** Structure reference:B;",
+                     "Structure reference1|Structure reference2", "B\n|C", "Structure reference=B\n");
+    support::textRow("a line without the mark ends it", "*** Structure reference:A;\n\n*** Structure reference:B;",
                      "Structure reference1", "A", "Structure reference=A");
     support::textRow("other kind", "*** Fluorescent reference:A", "", "", "=");
 }

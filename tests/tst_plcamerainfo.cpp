@@ -63,8 +63,7 @@ void TestCameraInfo::init()
     QVERIFY(m_folder->isValid());
     qputenv("XDG_DATA_HOME", m_folder->filePath("home"_s).toLocal8Bit());
     qputenv("XDG_DATA_DIRS", m_folder->filePath("share"_s).toLocal8Bit());
-    QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope,
-                       m_folder->filePath("store"_s));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope, m_folder->filePath("store"_s));
     messages.clear();
     qInstallMessageHandler(collectMessage);
 }
@@ -88,8 +87,7 @@ bool TestCameraInfo::loadText(CPLCameraInfo& camera, const QByteArray& text) con
 
 QSettings* TestCameraInfo::store()
 {
-    auto* const settings =
-        new QSettings(QSettings::NativeFormat, QSettings::SystemScope, "Ostrel"_s, "Orvane"_s);
+    auto* const settings = new QSettings(QSettings::NativeFormat, QSettings::SystemScope, "Ostrel"_s, "Orvane"_s);
     settings->beginGroup("Current_Version"_s);
     return settings;
 }
@@ -99,8 +97,7 @@ void TestCameraInfo::capabilities_data()
     QTest::addColumn<Query>("query");
     QTest::addColumn<QByteArray>("keys");
     QTest::addColumn<bool>("expected");
-    const auto rule = [](const char* name, Query query, const QByteArray& with,
-                         const QByteArray& without) {
+    const auto rule = [](const char* name, Query query, const QByteArray& with, const QByteArray& without) {
         QTest::addRow("%s", name) << query << with << true;
         QTest::addRow("not %s", name) << query << without << false;
     };
@@ -118,8 +115,8 @@ void TestCameraInfo::capabilities_data()
     rule("X-ray", &Camera::isXrayInstalled, "Xray Controller: yes", "Xray Controller: no");
     rule("second wheel", &Camera::isEmissionWheel2Installed, "Filter2 Motor Driver Number: x",
          "Filter Motor Driver Number: 1");
-    rule("second emission wheel", &Camera::isEmissionWheel2Installed,
-         "EM Filter2 Motor Driver Number: 1", "EM Filter Motor Driver Number: 1");
+    rule("second emission wheel", &Camera::isEmissionWheel2Installed, "EM Filter2 Motor Driver Number: 1",
+         "EM Filter Motor Driver Number: 1");
     rule("kit", &Camera::isFluorescentKitInstalled, kit, "Fluorescence kit installed: no");
     rule("BL", &Camera::isVEXABL, v200, v200 + kit);
     rule("BL only on 200", &Camera::isVEXABL, v200, v100);
@@ -134,16 +131,14 @@ void TestCameraInfo::capabilities_data()
     rule("CT, no number", &Camera::isVEXACT, v200 + "Rotation Stage Motor Driver Number: x",
          v100 + "Rotation Stage Motor Driver Number: 0");
     rule("Kestrel", &Camera::isVEXAKestrel, "Camera System Info: du888", "Camera System Info: 88");
-    rule("Kestrel by CCD", &Camera::isVEXAKestrel, "Camera CCD Type: an emccd",
-         "Camera CCD Type: ccd");
+    rule("Kestrel by CCD", &Camera::isVEXAKestrel, "Camera CCD Type: an emccd", "Camera CCD Type: ccd");
     rule("Tessel", &Camera::isVEXATesselHT, v100 + "Filter2 Motor Driver Number: 1",
          v200 + "Filter2 Motor Driver Number: 1");
     rule("bed with Aurora", &Camera::isTransportBedSupported, v200 + kit + drivers, v200 + kit);
-    rule("bed with shuttle", &Camera::isTransportBedSupported,
-         v200 + "Mouse Imaging Shuttle Enabled: yes", v100 + "Mouse Imaging Shuttle Enabled: yes");
+    rule("bed with shuttle", &Camera::isTransportBedSupported, v200 + "Mouse Imaging Shuttle Enabled: yes",
+         v100 + "Mouse Imaging Shuttle Enabled: yes");
     const QByteArray mirror = "Side View Mirror Enabled: yes\nStage offset: 1\nMirror angle: 2\n";
-    rule("mirror", &Camera::isSideMirrorChecked, v200 + mirror + "Mirror x-offset: 3",
-         v200 + mirror);
+    rule("mirror", &Camera::isSideMirrorChecked, v200 + mirror + "Mirror x-offset: 3", v200 + mirror);
     rule("mirror only on 200", &Camera::isSideMirrorChecked, v200 + mirror + "Mirror x-offset: 3",
          v100 + mirror + "Mirror x-offset: 3");
     rule("wide-field lens", &Camera::isZEVR24Available, v200 + "ZEVR-24: yes", "ZEVR-24: no");
@@ -152,8 +147,7 @@ void TestCameraInfo::capabilities_data()
              QByteArray("Fiducial ") + place + ": 1");
     const auto omega = [&](const char* name, const QByteArray& keys, bool installed, bool output2) {
         QTest::addRow("omega, %s", name) << Query(&Camera::isOmegaInstalled) << keys << installed;
-        QTest::addRow("omega on output 2, %s", name)
-            << Query(&Camera::isOmegaOutput2) << keys << output2;
+        QTest::addRow("omega on output 2, %s", name) << Query(&Camera::isOmegaOutput2) << keys << output2;
     };
     omega("CNi32", "Omega controller installed: CNi32", true, true);
     omega("output 2", "Omega controller installed: Output 2", true, true);
@@ -165,10 +159,8 @@ void TestCameraInfo::capabilities_data()
     omega("absent", v100, false, false);
     omega("board", v100 + "UAC BOARD: yes\nOmega controller installed: no", true, false);
     const auto door = [&](const char* name, const QByteArray& keys, bool closed, bool old) {
-        QTest::addRow("door, %s", name)
-            << Query(&Camera::isDoorClosedOnZeroStatus) << keys << closed;
-        QTest::addRow("controller, %s", name)
-            << Query(&Camera::isOldIllumController) << keys << old;
+        QTest::addRow("door, %s", name) << Query(&Camera::isDoorClosedOnZeroStatus) << keys << closed;
+        QTest::addRow("controller, %s", name) << Query(&Camera::isOldIllumController) << keys << old;
     };
     door("old tray", v100 + "Electronics Tray Part Number: 30052 # c", false, false);
     door("new tray", v100 + "Electronics Tray Part Number: 12345", true, true);
@@ -202,11 +194,10 @@ void TestCameraInfo::numbers_data()
     QTest::newRow("no numbers") << QByteArray("System Configuration: Corvix 2\nElectronics Tray "
                                               "Part Number: abc\nLights Control Polarity: x")
                                 << 2 << 0 << 0 << 0;
-    QTest::newRow("delay only on 200")
-        << QByteArray("System Configuration: vexa 50 200\nStructured Light Delay Cycles: 9") << 0
-        << 0 << -1 << 0;
-    QTest::newRow("first name wins")
-        << QByteArray("System Configuration: Corvix VEXA 200") << 1 << 0 << -1 << 0;
+    QTest::newRow("delay only on 200") << QByteArray(
+                                              "System Configuration: vexa 50 200\nStructured Light Delay Cycles: 9")
+                                       << 0 << 0 << -1 << 0;
+    QTest::newRow("first name wins") << QByteArray("System Configuration: Corvix VEXA 200") << 1 << 0 << -1 << 0;
 }
 
 void TestCameraInfo::numbers()
@@ -228,9 +219,18 @@ void TestCameraInfo::derivesAnew()
     QVERIFY(loadText(camera, "System Configuration: VEXA 200\nUSB I/O BOARD: yes\n"
                              "Corvix Imager: yes\nXray Controller: yes\n"
                              "Fiducial Position Back: 1\nCamera CCD Type: EMCCD\n"
-                             "Electronics Tray Part Number: 5"));
+                             "Electronics Tray Part Number: 5\nStructured Light Delay Cycles: 3\n"
+                             "Mouse Imaging Shuttle Enabled: yes\nSide View Mirror Enabled: yes\nStage offset: 1\n"
+                             "Mirror x-offset: 1\nMirror angle: 1"));
     QVERIFY(camera.isVEXABL() && camera.isXrayInstalled() && camera.isOmegaInstalled());
+    QCOMPARE(camera.getStructureLaserDelay(), 3);
+    QVERIFY(camera.isTransportBedSupported() && camera.isSideMirrorChecked());
+    QVERIFY(loadText(camera, "Filter2 Motor Driver Number: 1"));
+    QVERIFY(camera.isVEXATesselHT() && camera.isEmissionWheel2Installed());
     QVERIFY(loadText(camera, "System Configuration: VEXA 100"));
+    QVERIFY(camera.isVEXATesselHT() && !camera.isEmissionWheel2Installed() && !camera.isTransportBedSupported());
+    QVERIFY(camera.isSideMirrorChecked() && !camera.isDoorClosedOnZeroStatus());
+    QCOMPARE(camera.getStructureLaserDelay(), 0);
     // These only ever rise ...
     QVERIFY(camera.isVEXABL() && camera.isUSB_IO_BoardInstalled() && camera.isSpinnerInstalled() &&
             camera.isSpinnerDeviceActive() && camera.isVICChecked() && camera.isOmegaInstalled());
@@ -239,8 +239,7 @@ void TestCameraInfo::derivesAnew()
     QCOMPARE(camera.getElectronicsTrayPartNum(), 0);
     camera.setSpinnerDeviceStatus(false);
     camera.setSideMirrorChecked(true);
-    QVERIFY(!camera.isSpinnerDeviceActive() && camera.isSpinnerInstalled() &&
-            camera.isSideMirrorChecked());
+    QVERIFY(!camera.isSpinnerDeviceActive() && camera.isSpinnerInstalled() && camera.isSideMirrorChecked());
 }
 
 void TestCameraInfo::sample()
@@ -287,10 +286,9 @@ void TestCameraInfo::mergesExtensions()
 {
     QFETCH(QByteArray, file);
     write("share/Ostrel/Orvane/CameraInfo.txt"_s, "x: 1\r\nSystem Configuration:\tVEXA 200\r\n");
-    write("config/a.cfg"_s,
-          "*** Extension Info: e\r\nExtension name: A\r\nSystem Configuration: VEXA 200\r\n"
-          "Conflicts with extensions:\r\n*** Camera System Info:\r\nB: 3\r\nC: 4\r\n"
-          "*** More:\r\nk: v");
+    write("config/a.cfg"_s, "*** Extension Info: e\r\nExtension name: A\r\nSystem Configuration: VEXA 200\r\n"
+                            "Conflicts with extensions:\r\n*** Camera System Info:\r\nB: 3\r\nC: 4\r\n"
+                            "*** More:\r\nk: v");
     write("config/a.txt"_s, "*** no extension");
     write("CameraInfo.txt"_s, file);
     CPLCameraInfo camera;
@@ -311,20 +309,22 @@ void TestCameraInfo::checksExtensions_data()
     const QByteArray conflicts = "Conflicts with extensions: A, B\n";
     const QByteArray camera = "*** Camera System Info:\nKey: v\n";
     QTest::newRow("fits") << info + name + system + conflicts + camera << QString() << true;
+    QTest::newRow("unusual header") << QByteArray(info + name + system + conflicts + camera)
+                                           .replace("*** C", "***c")
+                                           .replace("o:\nKey", "o : n\nKey")
+                                    << QString() << true;
     QTest::newRow("no text") << QByteArray() << "'Extension Info' section not present"_s << false;
-    QTest::newRow("no name") << info + system + conflicts + camera
-                             << "'Extension name' key/value not present"_s << false;
-    QTest::newRow("no system") << info + name + conflicts + camera
-                               << "'System Configuration' key/value not present"_s << false;
+    QTest::newRow("no name") << info + system + conflicts + camera << "'Extension name' key/value not present"_s
+                             << false;
+    QTest::newRow("no system") << info + name + conflicts + camera << "'System Configuration' key/value not present"_s
+                               << false;
     QTest::newRow("no conflicts") << info + name + system + camera
                                   << "'Conflicts with extensions' key/value not present"_s << false;
-    QTest::newRow("no camera") << info + name + system + conflicts
-                               << "'Camera System Info' section not present"_s << false;
-    QTest::newRow("other family") << info + name + "System Configuration: VEXA 200\n" + conflicts +
-                                         camera
-                                  << QString() << false;
-    QTest::newRow("malformed") << info + name + system + conflicts + camera + "*** x" << QString()
+    QTest::newRow("no camera") << info + name + system + conflicts << "'Camera System Info' section not present"_s
                                << false;
+    QTest::newRow("other family") << info + name + "System Configuration: VEXA 200\n" + conflicts + camera << QString()
+                                  << false;
+    QTest::newRow("malformed") << info + name + system + conflicts + camera + "*** x" << QString() << false;
 }
 
 void TestCameraInfo::checksExtensions()
@@ -345,8 +345,7 @@ void TestCameraInfo::conflictsGoByFolderOrder()
 {
     const auto extension = [](const QByteArray& name, const QByteArray& rivals) -> QByteArray {
         return "*** Extension Info:\nExtension name: " + name + "\nSystem Configuration: x\n" +
-               "Conflicts with extensions: " + rivals + "\n*** Camera System Info:\n" + name +
-               ": 1\n";
+               "Conflicts with extensions: " + rivals + "\n*** Camera System Info:\n" + name + ": 1\n";
     };
     write("config/1.cfg"_s, extension("A", "X,B"));
     write("config/2.cfg"_s, extension("B", "A"));
@@ -371,20 +370,17 @@ void TestCameraInfo::filterWheels_data()
     QTest::addColumn<QString>("message");
     const QByteArray capable = "A: 1\nRemovable Filter Wheel Capable: YES\n";
     const QString own = "A|Removable Filter Wheel Capable"_s;
-    QTest::newRow("standard") << capable << QString() << true << "standard.xem"_s << own + "|B"_s
-                              << QString();
-    QTest::newRow("stored") << capable << "mine.xem"_s << true << "mine.xem"_s << own + "|C"_s
-                            << QString();
-    QTest::newRow("stored empty") << capable << ""_s << true << "standard.xem"_s << own + "|B"_s
-                                  << QString();
+    QTest::newRow("standard") << capable << QString() << true << "standard.xem"_s << own + "|B"_s << QString();
+    QTest::newRow("stored") << capable << "mine.xem"_s << true << "mine.xem"_s << own + "|C"_s << QString();
+    QTest::newRow("stored empty") << capable << ""_s << true << "standard.xem"_s << own + "|B"_s << QString();
     QTest::newRow("missing") << capable << "gone.xem"_s << false << "gone.xem"_s << QString()
                              << "The Emission Filter Wheel Information file %1 does not exist."_s;
     QTest::newRow("unreadable") << capable << "folder"_s << false << "folder"_s << own
                                 << "Loading Removable filter wheel information file failed."_s;
     QTest::newRow("not capable") << QByteArray("A: 1") << "gone.xem"_s << true << "standard.xem"_s
                                  << "A"_s << QString();
-    QTest::newRow("other family") << "System Configuration: VEXA 200\n" + capable << "gone.xem"_s
-                                  << true << "standard.xem"_s
+    QTest::newRow("other family") << "System Configuration: VEXA 200\n" + capable << "gone.xem"_s << true
+                                  << "standard.xem"_s
                                   << "System Configuration|"_s + own << QString();
 }
 
@@ -396,7 +392,7 @@ void TestCameraInfo::filterWheels()
     QFETCH(QString, message);
     if (!stored.isNull())
         std::unique_ptr<QSettings>(store())->setValue("filterWheel"_s, stored);
-    write("emfilters/standard.xem"_s, "# none\n  B  x : 1\n# C: 2\nplain\nA: 7   8\n");
+    write("emfilters/standard.xem"_s, "# none\n  B  x : 1\n# C: 2\nplain\nA: 7   8\xA0\n");
     write("emfilters/mine.xem"_s, "C: 1");
     QVERIFY(QDir().mkpath(instrument("emfilters/folder"_s)));
     CPLCameraInfo camera;
@@ -407,7 +403,7 @@ void TestCameraInfo::filterWheels()
     QCOMPARE(section == nullptr, keysAfter.isNull());
     QCOMPARE(camera[0], section);
     if (keysAfter.endsWith("|B"_s))
-        QCOMPARE((*section)["A"_s], "7 8"_s);
+        QCOMPARE((*section)["A"_s], "7 8\u00a0"_s);
     QStringList expected;
     if (!message.isNull())
         expected += message.replace("%1"_s, instrument("emfilters/"_s + stored));
@@ -453,17 +449,13 @@ void TestCameraInfo::largeAnimal_data()
     const QByteArray line = "Large animal position:1";
     QTest::newRow("no file") << QByteArray() << false << line;
     QTest::newRow("no line") << QByteArray("a:\xE9\r\nb") << false << "a:\xE9\nb\n" + line;
-    QTest::newRow("selected") << QByteArray("Large animal position:1\r\nx") << true
-                              << line + "\nx\n";
-    QTest::newRow("blank before the value")
-        << QByteArray("Large animal position: 1\n") << false << line + "\n";
-    QTest::newRow("last line wins")
-        << QByteArray("Large animal position:1\nLarge animal position:0") << false
-        << line + "\n" + line + "\n";
-    QTest::newRow("further parts")
-        << QByteArray("Large animal position:1:2") << true << line + "\n";
-    QTest::newRow("other letter case")
-        << QByteArray("large animal position:1\n") << false << "large animal position:1\n" + line;
+    QTest::newRow("selected") << QByteArray("Large animal position:1\r\nx") << true << line + "\nx\n";
+    QTest::newRow("blank before the value") << QByteArray("Large animal position: 1\n") << false << line + "\n";
+    QTest::newRow("last line wins") << QByteArray("Large animal position:1\nLarge animal position:0") << false
+                                    << line + "\n" + line + "\n";
+    QTest::newRow("further parts") << QByteArray("Large animal position:1:2") << true << line + "\n";
+    QTest::newRow("other letter case") << QByteArray("large animal position:1\n") << false
+                                       << "large animal position:1\n" + line;
     QTest::newRow("no colon") << QByteArray("Large animal position") << false << line + "\n";
 }
 

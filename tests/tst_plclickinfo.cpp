@@ -65,6 +65,16 @@ sIASetupInfo fullSetup()
 {
     sIASetupInfo setup;
     setup.acquisitionTime = 1709630102; // 5 March 2024, 09:15:02 UTC
+    setup.excitationFilter = "X2"_s;
+    setup.emissionFilter = "E5"_s;
+    setup.fluorescenceLevelText = "Low"_s;
+    setup.luminescentFNumber = "1.2"_s;
+    setup.photographFNumber = "5.6"_s;
+    setup.xrayFNumber = "4"_s;
+    setup.xrayTubeFilter = "in"_s;
+    setup.luminescentExposureUnits = "min"_s;
+    setup.structureFrequencyText = "Fine"_s;
+    setup.subjectSize = 2.5;
     setup.demandTemperature = "-90"_s;
     setup.measuredTemperature = "-89.8"_s;
     setup.luminescentBinning = 8;
@@ -170,9 +180,8 @@ void TestClickInfo::valuesBySectionAndKey()
     QCOMPARE(info.setValue("Camera"_s, "Binning"_s, 7L), eSTATUS_SUCCESS);
     QCOMPARE(info.setValue("Camera"_s, "Zoom"_s, 1), eSTATUS_KEY_NOT_FOUND);
     QCOMPARE(info.setValue("Lens"_s, "Zoom"_s, "x"_s), eSTATUS_SECTION_NOT_FOUND);
-    QCOMPARE(
-        info.getClickInfoData(),
-        QByteArray("*** Camera:\tA\r\nGain:\t3.000000\t# auto\r\nBinning:\t7\r\n\r\n\r\n\r\n"));
+    QCOMPARE(info.getClickInfoData(),
+             QByteArray("*** Camera:\tA\r\nGain:\t3.000000\t# auto\r\nBinning:\t7\r\n\r\n\r\n\r\n"));
 }
 
 void TestClickInfo::loadsText_data()
@@ -181,21 +190,15 @@ void TestClickInfo::loadsText_data()
     QTest::addColumn<tag_estatus>("status");
     QTest::addColumn<QString>("sections");
     QTest::newRow("no header") << QByteArray("just: text") << eSTATUS_SUCCESS << ""_s;
-    QTest::newRow("two") << QByteArray("lead\n*** A: 1\n k: v\n \t***B: 2\n") << eSTATUS_SUCCESS
-                         << "A|B"_s;
-    QTest::newRow("first of a key wins")
-        << QByteArray("*** A: 1\n*** a: 2\n*** B: 3") << eSTATUS_SUCCESS << "A|B"_s;
-    QTest::newRow("no colon") << QByteArray("*** A: 1\n*** B\nk: v\n*** C: 2") << eSTATUS_BAD_FORMAT
-                              << "A"_s;
+    QTest::newRow("two") << QByteArray("lead\n*** A: 1\n k: v\n \t***B: 2\n") << eSTATUS_SUCCESS << "A|B"_s;
+    QTest::newRow("first of a key wins") << QByteArray("*** A: 1\n*** a: 2\n*** B: 3") << eSTATUS_SUCCESS << "A|B"_s;
+    QTest::newRow("no colon") << QByteArray("*** A: 1\n*** B\nk: v\n*** C: 2") << eSTATUS_BAD_FORMAT << "A"_s;
     QTest::newRow("comment sign") << QByteArray("*** A # x: 1") << eSTATUS_BAD_FORMAT << ""_s;
-    QTest::newRow("asterisks inside a line")
-        << QByteArray("*** A: 1\nk: *** B: 2") << eSTATUS_SUCCESS << "A"_s;
-    QTest::newRow("empty key") << QByteArray("*** A: 1\n*** : 2") << eSTATUS_EMPTY_SECTION_KEY
-                               << "A"_s;
+    QTest::newRow("asterisks inside a line") << QByteArray("*** A: 1\nk: *** B: 2") << eSTATUS_SUCCESS << "A"_s;
+    QTest::newRow("empty key") << QByteArray("*** A: 1\n*** : 2") << eSTATUS_EMPTY_SECTION_KEY << "A"_s;
     QTest::newRow("click number without body")
         << QByteArray("*** A: 1\n*** ClickNumber: X1") << eSTATUS_EMPTY_SECTION_KEY << "A"_s;
-    QTest::newRow("outside Latin-1")
-        << QByteArray("*** A\xE2\x82\xAC: 1") << eSTATUS_SUCCESS << "A?"_s;
+    QTest::newRow("outside Latin-1") << QByteArray("*** A\xE2\x82\xAC: 1") << eSTATUS_SUCCESS << "A?"_s;
 }
 
 void TestClickInfo::loadsText()
@@ -254,6 +257,7 @@ void TestClickInfo::savesWhatItLoaded_data()
 
 void TestClickInfo::savesWhatItLoaded()
 {
+    QVERIFY(QFile::exists(support::example("study/SEQ20240305/ABC20240305091502/AnalyzedClickInfo.txt")));
     QFETCH(QString, file);
     CPLClickInfo info;
     QCOMPARE(info.loadClickInfo(file, false), eSTATUS_SUCCESS);
@@ -275,8 +279,7 @@ void TestClickInfo::keepsEveryByte()
         if (!strchr("\t\n\v\f\r ", c) || c == '\0')
             value += c;
     }
-    const QByteArray text =
-        "pre" + value + "\r\n*** A:\t" + value.mid(0, 27) + "\r\nk:\t" + value + "\r\n\r\n\r\n\r\n";
+    const QByteArray text = "pre" + value + "\r\n*** A:\t" + value.mid(0, 27) + "\r\nk:\t" + value + "\r\n\r\n\r\n\r\n";
     const QString file = m_folder.filePath("bytes.txt"_s);
     support::writeFile(file, text);
     CPLClickInfo info;
@@ -395,14 +398,12 @@ void TestClickInfo::singleSections_data()
     QTest::addColumn<tag_estatus>("status");
     QTest::addColumn<QString>("section");
     QTest::addColumn<QString>("key");
-    QTest::newRow("commented header")
-        << "*** A :1\n#*** B:2\n*** C:3"_s << eSTATUS_SUCCESS << "*** A :1\n#*** B:2\n"_s
-        << "A"_s;
+    QTest::newRow("commented header") << "*** A :1\n#*** B:2\n*** C:3"_s << eSTATUS_SUCCESS << "*** A :1\n#*** B:2\n"_s
+                                      << "A"_s;
     QTest::newRow("mark inside a line") << "*** A:1 *** B:2"_s << eSTATUS_SUCCESS << "*** A:1 "_s
                                         << "A"_s;
-    QTest::newRow("comment to the end")
-        << "*** A:1\n# *** B *** C"_s << eSTATUS_SUCCESS << "*** A:1\n# *** B *** C"_s
-        << "A"_s;
+    QTest::newRow("comment to the end") << "*** A:1\n# *** B *** C"_s << eSTATUS_SUCCESS << "*** A:1\n# *** B *** C"_s
+                                        << "A"_s;
     QTest::newRow("not at the start") << " *** A:1"_s << eSTATUS_BAD_FORMAT << "old"_s
                                       << "old"_s;
     QTest::newRow("no blank") << "***A:1"_s << eSTATUS_BAD_FORMAT << "old"_s
@@ -448,8 +449,7 @@ void TestClickInfo::parsesOneSection()
     QCOMPARE(CPLClickInfo::parseSectionFromBuffer(broken, key, &section, true), eSTATUS_BAD_FORMAT);
     QCOMPARE(CPLClickInfo::parseSectionFromBuffer(buffer, nothing, &section, true), eSTATUS_FAILED);
     QVERIFY(!section);
-    QCOMPARE(CPLClickInfo::parseSectionFromBuffer(buffer, key, nullptr, true),
-             eSTATUS_NULL_ARGUMENT);
+    QCOMPARE(CPLClickInfo::parseSectionFromBuffer(buffer, key, nullptr, true), eSTATUS_NULL_ARGUMENT);
 }
 
 void TestClickInfo::findsOneValue_data()
@@ -501,8 +501,7 @@ void TestClickInfo::findsOneValue()
     QCOMPARE(info.obtainValueFromClickInfoFile(text.data(), key, &value),
              inText.isNull() ? eSTATUS_KEY_NOT_FOUND : eSTATUS_SUCCESS);
     QCOMPARE(value, inText);
-    QCOMPARE(info.obtainValueFromClickInfoFile(m_folder.filePath("absent"_s), key, &value),
-             eSTATUS_FILE_OPEN_FAILED);
+    QCOMPARE(info.obtainValueFromClickInfoFile(m_folder.filePath("absent"_s), key, &value), eSTATUS_FILE_OPEN_FAILED);
     QCOMPARE(info.obtainValueFromClickInfoFile(file, key, nullptr), eSTATUS_NULL_ARGUMENT);
     char* const noText = nullptr;
     QCOMPARE(info.obtainValueFromClickInfoFile(noText, key, &value), eSTATUS_NULL_ARGUMENT);
@@ -518,14 +517,13 @@ void TestClickInfo::labelSets_data()
                               "Luc Injection Time|IACUC Number|Displayed Key Choices"_s;
     const QString firstFive = " = User;Group;Experiment;Comment1;Comment2;"_s;
     QTest::newRow("none") << ""_s << false << universal + firstFive;
-    QTest::newRow("user fields") << ""_s << true
-                                 << "User ID|Display Type|"_s + universal + firstFive;
+    QTest::newRow("user fields") << ""_s << true << "User ID|Display Type|"_s + universal + firstFive;
     QTest::newRow("former name") << "*** User Label Name Set: MIRRANE universal # c\nA: 1"_s << true
                                  << "User ID|Display Type|A|Displayed Key Choices = A;"_s;
     QTest::newRow("own set") << "*** User Label Name Set: Mine\nA:\nB:\nC:"_s << false
                              << "Displayed Key Choices = A;B;C;"_s;
-    QTest::newRow("own large set") << "*** User Label Name Set: Mine\nA:\nB:\nC:\nD:\nE:\nF:\nG:"_s
-                                   << false << "Displayed Key Choices = A;B;C;D;E;"_s;
+    QTest::newRow("own large set") << "*** User Label Name Set: Mine\nA:\nB:\nC:\nD:\nE:\nF:\nG:"_s << false
+                                   << "Displayed Key Choices = A;B;C;D;E;"_s;
     QTest::newRow("user input held") << "*** User Input:\nX: 1"_s << true << "X = "_s;
 }
 
@@ -538,8 +536,7 @@ void TestClickInfo::labelSets()
     QCOMPARE(info.appendUserSpecificSections(userFields), eSTATUS_SUCCESS);
     QVERIFY(info.isSectionPresent("User Label Name Set"_s));
     const CPLSection& userInput = *info["User Input"_s];
-    QTEST(support::keysOf(&userInput) + " = "_s + userInput["Displayed Key Choices"_s],
-          "userInput");
+    QTEST(support::keysOf(&userInput) + " = "_s + userInput["Displayed Key Choices"_s], "userInput");
     const QByteArray data = info.getClickInfoData();
     QCOMPARE(info.appendUserSpecificSections(userFields), eSTATUS_SUCCESS);
     QCOMPARE(info.getClickInfoData(), data);
@@ -550,8 +547,7 @@ void TestClickInfo::analysisInput()
     CPLClickInfo info;
     QCOMPARE(info.appendAnalysisUserInputSection(), eSTATUS_SUCCESS);
     QCOMPARE(info.appendAnalysisUserInputSection(), eSTATUS_SUCCESS);
-    QCOMPARE(info.getClickInfoData(),
-             QByteArray("*** Analysis User Input:\t\r\nComment2:\t\r\n\r\n\r\n\r\n"));
+    QCOMPARE(info.getClickInfoData(), QByteArray("*** Analysis User Input:\t\r\nComment2:\t\r\n\r\n\r\n\r\n"));
 }
 
 void TestClickInfo::bareImages()
@@ -562,8 +558,7 @@ void TestClickInfo::bareImages()
     info.getClickNumber(&number);
     const QRegularExpression form("^ABC20[0-9]{2}[01][0-9][0-3][0-9][0-2][0-9][0-5][0-9]{3}$"_s);
     QVERIFY2(form.match(number).hasMatch(), qPrintable(number));
-    QCOMPARE(support::sectionsOf(info),
-             "ClickNumber|User Input|User Label Name Set|structure image"_s);
+    QCOMPARE(support::sectionsOf(info), "ClickNumber|User Input|User Label Name Set|structure image"_s);
     QVERIFY((*info["ClickNumber"_s])["Orvane Version"_s].startsWith("4.8.4 ("_s));
     QCOMPARE((*info["User Input"_s])["User ID"_s], "ABC"_s);
     // The binning of a structure image is not among those that an import sets.
@@ -606,86 +601,81 @@ void TestClickInfo::imageSections_data()
         s.flGridEnabled = true;
         s.rawBinning = 0;
     };
-    const QString optics = "Image Units=counts|f Number=8|Field of View=12.5|Filter Position=1|"
-                           "Emission filter=Open|Exposure Time Sec=1e-05|Object radius=0.75|"
-                           "Subject size=1.5|"_s;
+    const QString optics = "Image Units=counts|f Number=5.6|Field of View=12.5|Filter Position=1|"
+                           "Emission filter=Open|Exposure Time Sec=1e-05|Object radius=1.25|"
+                           "Subject size=2.5|"_s;
     const QString error = "Error Wave=No Error"_s;
-    QTest::newRow("photograph") << int(eIMAGE_PHOTOGRAPH) << true << mode1
-                                << "Binning Factor=4|"_s + optics + error;
+    QTest::newRow("photograph") << int(eIMAGE_PHOTOGRAPH) << true << mode1 << "Binning Factor=4|"_s + optics + error;
     QTest::newRow("photograph, mirror") << int(eIMAGE_PHOTOGRAPH) << false << mirror
                                         << "Side View Mirror Enabled=Yes|Binning Factor=4"_s;
     QTest::newRow("structure") << int(eIMAGE_STRUCTURE) << true << mirror
-                               << "Binning Factor=2|"_s + optics + "Structure frequency=Coarse|"_s +
-                                      error;
+                               << "Binning Factor=2|"_s + optics + "Structure frequency=Fine|"_s + error;
     QTest::newRow("structure, mode 1")
         << int(eIMAGE_STRUCTURE) << true << mode1
         << "Binning Factor=2|"_s + optics +
                "Height Reference=h|Height Reference Pixel X=x|Height Reference Pixel Y=y|"
-               "Structure frequency=Coarse|"_s +
+               "Structure frequency=Fine|"_s +
                error;
-    QTest::newRow("structure, mode 2")
-        << int(eIMAGE_STRUCTURE) << true << mode2
-        << "Imaging Angle=30|Binning Factor=2|"_s + optics +
-               "MV stage distance=1.23457e+06|Structured Light Little L=1.23457e+06|"
-               "Structure frequency=0.25|"_s +
-               error;
+    QTest::newRow("structure, mode 2") << int(eIMAGE_STRUCTURE) << true << mode2
+                                       << "Imaging Angle=30|Binning Factor=2|"_s + optics +
+                                              "MV stage distance=1.23457e+06|Structured Light Little L=1.23457e+06|"
+                                              "Structure frequency=0.25|"_s +
+                                              error;
     const QString light = "Image Units=counts|Binning Factor=8|"_s;
-    const QString settings = "Field of View=12.5|Read Bias Level=0.1|Emission filter=Open|"
-                             "Filter Position=3|Excitation filter=Block|Subject size=1.5|"_s;
-    const QString exposure = "Luminescent Exposure (Seconds)=60|Luminescent Exposure Units=sec|"_s;
+    const QString settings =
+        "Field of View=12.5|Read Bias Level=0.1|Emission filter=E5|Filter Position=3|Excitation filter=X2|Subject size=2.5|"_s;
+    const QString exposure = "Luminescent Exposure (Seconds)=60|Luminescent Exposure Units=min|"_s;
     const QString fluorescence = "Image Subtype=fluorescent|Fluorescence level=0.0001|"
-                                 "Fluorescence level string=High|"_s;
+                                 "Fluorescence level string=Low|"_s;
     const QString temperatures = "Demand Temperature=-90|Measured Temperature=-89.8"_s;
     const QString raw = "Cosmic=0|Background Corrected=0|Flat Field Corrected=0"_s;
     QTest::newRow("luminescent") << int(eIMAGE_LUMINESCENT) << true << none
-                                 << light + exposure + "f Number=2|"_s + settings + temperatures +
-                                        u'|' + error + u'|' + raw;
+                                 << light + exposure + "f Number=1.2|"_s + settings + temperatures + u'|' + error +
+                                        u'|' + raw;
     QTest::newRow("luminescent without settings")
-        << int(eIMAGE_LUMINESCENT) << false << mirror
-        << light + "Side View Mirror Enabled=Yes|"_s + raw;
+        << int(eIMAGE_LUMINESCENT) << false << mirror << light + "Side View Mirror Enabled=Yes|"_s + raw;
     QTest::newRow("luminescent corrected")
         << int(eIMAGE_LUMINESCENT_CORRECTED) << false << mode2
-        << "Imaging Angle=30|"_s + light +
-               "Cosmic=1|Background Corrected=1|Flat Field Corrected=1"_s;
+        << "Imaging Angle=30|"_s + light + "Cosmic=1|Background Corrected=1|Flat Field Corrected=1"_s;
     QTest::newRow("reference on a grid")
         << int(eIMAGE_FL_REFERENCE) << true << grid
-        << light + exposure + "EM Gain=50|f Number=2|"_s + settings + fluorescence +
+        << light + exposure + "EM Gain=50|f Number=1.2|"_s + settings + fluorescence +
                "FL Grid Name=G|FL Grid Position=7, 8|FL X motor position=5|FL Y motor position=6|"
                "FL x-spot=1.5000|FL y-spot=-2.0000|Minimal Counts For Normalization=400|"
                "Raw Binning=4|"_s +
                temperatures + u'|' + error + u'|' + raw;
     QTest::newRow("reference on two spots")
         << int(eIMAGE_FL_REFERENCE) << true << twoSpots
-        << "Image Units=counts|Binning Factor=4|"_s + exposure + "f Number=2|"_s + settings +
-               fluorescence +
+        << "Image Units=counts|Binning Factor=4|"_s + exposure + "f Number=1.2|"_s + settings + fluorescence +
                "FL Grid Name=G|FL Grid Position=3, 4;5, 6;|FL X motor position=xm|"
                "FL Y motor position=ym|FL x-spot=xs|FL y-spot=ys|"
                "Minimal Counts For Normalization=0|Raw Binning=8|"_s +
                temperatures + u'|' + error + u'|' + raw;
     QTest::newRow("luminescent on a grid, no raw binning")
         << int(eIMAGE_LUMINESCENT) << true << noRawBinning
-        << light + exposure + "f Number=2|"_s + settings + fluorescence +
+        << light + exposure + "f Number=1.2|"_s + settings + fluorescence +
                "FL Grid Name=G|FL Grid Position=7, 8|FL X motor position=5|FL Y motor position=6|"
                "FL x-spot=1.5000|FL y-spot=-2.0000|"_s +
                temperatures + u'|' + error + u'|' + raw;
     QTest::newRow("read bias only") << int(eIMAGE_BIAS) << true << none
                                     << "Binning Factor=8|Read Bias Level=0.1|"_s + temperatures +
                                            "|Data Multiplier=1|Background Exposure (Seconds)=0.0"_s;
-    QTest::newRow("read bias only without settings")
-        << int(eIMAGE_BIAS) << false << none << "Binning Factor=8"_s;
+    QTest::newRow("read bias only without settings") << int(eIMAGE_BIAS) << false << none << "Binning Factor=8"_s;
     QTest::newRow("fluorescent background")
         << int(eIMAGE_FLUORESCENT_BKG) << false << none
-        << "Binning Factor=8|f Number=2|Field of View=12.5|Read Bias Level=0.1|"
-           "Fluorescence level=0.0001|Fluorescence level string=High|"_s +
+        << "Binning Factor=8|f Number=1.2|Field of View=12.5|Read Bias Level=0.1|"
+           "Fluorescence level=0.0001|Fluorescence level string=Low|"_s +
                temperatures + "|Data Multiplier=1|Background Exposure (Seconds)=60"_s;
     QTest::newRow("read bias") << int(eIMAGE_READ_BIAS) << true << none << ""_s;
-    QTest::newRow("dark charge, mode 2")
-        << int(eIMAGE_BACKGROUND) << true << mode2 << "Imaging Angle=30"_s;
-    QTest::newRow("X-ray")
-        << int(eIMAGE_XRAY) << false << mirror
-        << "Binning Factor=16|f Number=8|Field of View=12.5|Read Bias Level=1.25|"
-           "X-ray tube voltage=40|X-ray tube plate current=0.1|X-ray tube filter=out|"
-           "Exposure Time Sec=7.5|Side View Mirror Enabled=Yes|Imaging Mode=Mouse"_s;
+    QTest::newRow("dark charge, mode 2") << int(eIMAGE_BACKGROUND) << true << mode2 << "Imaging Angle=30"_s;
+    const SetupChange large = [](sIASetupInfo& s) { s.xrayImagingMode = 1; };
+    const SetupChange high = [](sIASetupInfo& s) { s.xrayImagingMode = 2; };
+    const QString tube = "Binning Factor=16|f Number=4|Field of View=12.5|Read Bias Level=1.25|X-ray tube voltage=40|"
+                         "X-ray tube plate current=0.1|X-ray tube filter=in|Exposure Time Sec=7.5|"_s;
+    QTest::newRow("X-ray, large") << int(eIMAGE_XRAY) << true << large << tube + "Imaging Mode=Large Animal"_s;
+    QTest::newRow("X-ray, high") << int(eIMAGE_XRAY) << true << high << tube + "Imaging Mode=High Resolution"_s;
+    QTest::newRow("X-ray") << int(eIMAGE_XRAY) << false << mirror
+                           << tube + "Side View Mirror Enabled=Yes|Imaging Mode=Mouse"_s;
     QTest::newRow("blemish") << int(eIMAGE_BLEMISH) << false << mode2
                              << "Imaging Angle=30|Binning Factor=32|"_s + temperatures;
 }
@@ -710,8 +700,7 @@ void TestClickInfo::imageSections()
     QCOMPARE(section["Acquisition Time"_s], blemish ? "12:40"_s : "09:15:02"_s);
     QCOMPARE(section["Acquisition Seconds"_s], blemish ? "23"_s : "3792474902"_s);
     QCOMPARE(section["Pixel Width"_s] + section["Pixel Height"_s], "11"_s);
-    QCOMPARE(info.addTiffImageSection("j.TIF"_s, imageType, &setup, settings),
-             eSTATUS_SECTION_EXISTS);
+    QCOMPARE(info.addTiffImageSection("j.TIF"_s, imageType, &setup, settings), eSTATUS_SECTION_EXISTS);
 }
 
 void TestClickInfo::imageSectionOrder()
@@ -723,18 +712,21 @@ void TestClickInfo::imageSectionOrder()
     QCOMPARE(info.addTiffImageSection("c"_s, eIMAGE_BACKGROUND, &setup, true), eSTATUS_SUCCESS);
     QCOMPARE(info.addTiffImageSection("d"_s, eIMAGE_LUMINESCENT, &setup, false), eSTATUS_SUCCESS);
     QCOMPARE(info.addTiffImageSection("e"_s, eIMAGE_READ_BIAS, &setup, true), eSTATUS_SUCCESS);
-    QCOMPARE(info.addTiffImageSection("f"_s, eIMAGE_FL_REFERENCE, &setup, false), eSTATUS_SUCCESS);
+    for (const tag_eimagetype type : {eIMAGE_FL_REFERENCE, eIMAGE_FLUORESCENT_BKG, eIMAGE_STRUCTURE, eIMAGE_PHOTOGRAPH,
+                                      eIMAGE_XRAY, eIMAGE_BLEMISH})
+        QCOMPARE(info.addTiffImageSection("f"_s, type, &setup, false), eSTATUS_SUCCESS);
     QCOMPARE(support::sectionsOf(info),
              "readsigma image|readbiasonly image|readbias image|darkcharge image|luminescent image|"
-             "saved luminescent corrected image|fluorescent reference image"_s);
+             "saved luminescent corrected image|fluorescent reference image|fluorescent bkg image|structure "
+             "image|photographic image|x-ray image|"
+             "Blemish Image"_s);
     QString name;
     info["saved luminescent corrected image"_s]->getSectionName(&name, true);
     QCOMPARE(name, "luminescentFloatCorrected.TIF"_s);
     const QByteArray before = info.getClickInfoData();
     for (const tag_eimagetype type : {eIMAGE_REFERENCE, eIMAGE_OVERLAY, tag_eimagetype(99)})
-        QCOMPARE(info.addTiffImageSection("g"_s, type, &setup, true),
-                 eSTATUS_UNSUPPORTED_IMAGE_TYPE);
-    QCOMPARE(info.addTiffImageSection("g"_s, eIMAGE_XRAY, nullptr, true), eSTATUS_NULL_ARGUMENT);
+        QCOMPARE(info.addTiffImageSection("g"_s, type, &setup, true), eSTATUS_UNSUPPORTED_IMAGE_TYPE);
+    QCOMPARE(info.addTiffImageSection("g"_s, eIMAGE_LUMINESCENT_A, nullptr, true), eSTATUS_NULL_ARGUMENT);
     QCOMPARE(info.getClickInfoData(), before);
 }
 
@@ -748,14 +740,20 @@ void TestClickInfo::newAcquisition()
     QCOMPARE(info.addTiffUserSection(eIMAGE_LUMINESCENT, "ABC"_s), eSTATUS_SUCCESS);
     QCOMPARE(info.addTiffUserSection(eIMAGE_STRUCTURE, "DEF"_s), eSTATUS_SUCCESS);
     const CPLSection& click = *info["ClickNumber"_s];
-    QCOMPARE(support::keysOf(&click),
-             "ClickInfoType|Orvane Version|Modified Since Saved|Sequence ID"_s);
+    QCOMPARE(support::keysOf(&click), "ClickInfoType|Orvane Version|Modified Since Saved|Sequence ID"_s);
     QVERIFY(click["Orvane Version"_s].startsWith("4.9 ("_s));
     QCOMPARE(click["Sequence ID"_s], "ABC1"_s);
-    QCOMPARE((*info["User Input"_s])["Display Type"_s], "luminescent"_s);
+    const QPair<tag_eimagetype, QString> displays[] = {{eIMAGE_PHOTOGRAPH, "photographic"_s},
+                                                       {eIMAGE_LUMINESCENT, "luminescent"_s},
+                                                       {eIMAGE_STRUCTURE, "structure"_s}};
+    for (const auto& display : displays) {
+        CPLClickInfo other;
+        QCOMPARE(other.addTiffUserSection(display.first, "ABC"_s), eSTATUS_SUCCESS);
+        QCOMPARE((*other["User Input"_s])["User ID"_s] + (*other["User Input"_s])["Display Type"_s],
+                 "ABC"_s + display.second);
+    }
     const sIASetupInfo setup;
-    QCOMPARE(info.addImageSection("/data/x/photo.TIF"_s, "XYZ"_s, eIMAGE_PHOTOGRAPH, &setup, true),
-             eSTATUS_SUCCESS);
+    QCOMPARE(info.addImageSection("/data/x/photo.TIF"_s, "XYZ"_s, eIMAGE_PHOTOGRAPH, &setup, true), eSTATUS_SUCCESS);
     QCOMPARE((*info["User Input"_s])["User ID"_s], "XYZ"_s);
     QString name;
     info["photographic image"_s]->getSectionName(&name, true);

@@ -35,11 +35,10 @@ private Q_SLOTS:
 
 void TestHelpers::imageTypes()
 {
-    const char* const names[] = {
-        "Photograph",    "Luminescent",   "Read Bias",   "Read Sigma",      "Background",
-        "Bias",          "Reference",     "Structure",   "Fluorescent Bkg", "FL Reference",
-        "Luminescent A", "Luminescent B", "X-Ray",       "Overlay",         "Saturation Map",
-        "Height Map",    "Photo Mask",    "Luminescent", "Saturation Map",  "Blemish"};
+    const char* const names[] = {"Photograph",    "Luminescent",   "Read Bias",   "Read Sigma",      "Background",
+                                 "Bias",          "Reference",     "Structure",   "Fluorescent Bkg", "FL Reference",
+                                 "Luminescent A", "Luminescent B", "X-Ray",       "Overlay",         "Saturation Map",
+                                 "Height Map",    "Photo Mask",    "Luminescent", "Saturation Map",  "Blemish"};
     int value = 0;
     for (const char* const name : names)
         QCOMPARE(getImageTypeString(tag_eimagetype(value++)), QString::fromLatin1(name));
@@ -49,11 +48,33 @@ void TestHelpers::imageTypes()
 
 void TestHelpers::statuses()
 {
-    QCOMPARE(getStatusString(eSTATUS_BAD_FORMAT), "eSTATUS_BAD_FORMAT"_s);
-    int named = 0;
-    for (int value = -1; value < 200; ++value)
-        named += getStatusString(tag_estatus(value)).isEmpty() ? 0 : 1;
-    QCOMPARE(named, 23);
+    const QMap<int, QString> names = {{0, "SUCCESS"_s},
+                                      {2, "EXTENSION_LOAD_FAILED"_s},
+                                      {4, "NO_CLICK_NUMBERS"_s},
+                                      {5, "BAD_FORMAT"_s},
+                                      {10, "FILE_READ_FAILED"_s},
+                                      {11, "FILE_OPEN_FAILED"_s},
+                                      {12, "FILE_NOT_FOUND"_s},
+                                      {16, "NULL_ARGUMENT"_s},
+                                      {19, "INVALID_ARGUMENT"_s},
+                                      {20, "BAD_LABEL_FORMAT"_s},
+                                      {24, "KEY_NOT_FOUND"_s},
+                                      {28, "SYSTEM_MISMATCH"_s},
+                                      {30, "EXTENSION_CONFLICT"_s},
+                                      {31, "FAILED"_s},
+                                      {33, "EMPTY_SECTION_KEY"_s},
+                                      {34, "OUT_OF_MEMORY"_s},
+                                      {38, "SECTION_EXISTS"_s},
+                                      {47, "EXTENSION_KEY_MISSING"_s},
+                                      {48, "INVALID_VALUE"_s},
+                                      {49, "SECTION_NOT_FOUND"_s},
+                                      {61, "UNSUPPORTED_IMAGE_TYPE"_s},
+                                      {62, "FOLDER_NOT_FOUND"_s},
+                                      {88, "EMPTY_SEQUENCE"_s}};
+    for (int value = -1; value < 200; ++value) {
+        const QString name = names.contains(value) ? "eSTATUS_"_s + names.value(value) : QString();
+        QCOMPARE(getStatusString(tag_estatus(value)), name);
+    }
 }
 
 void TestHelpers::secondsSince1904_data()
@@ -81,8 +102,7 @@ void TestHelpers::datesAndTimes_data()
     QTest::addColumn<QString>("time");
     QTest::newRow("one digit") << QDateTime({2024, 3, 5}, {9, 5, 0}) << "Tuesday, March 05, 2024"_s
                                << "09:05:00"_s;
-    QTest::newRow("two digits") << QDateTime({2023, 12, 25}, {17, 30, 59})
-                                << "Monday, December 25, 2023"_s
+    QTest::newRow("two digits") << QDateTime({2023, 12, 25}, {17, 30, 59}) << "Monday, December 25, 2023"_s
                                 << "17:30:59"_s;
     QTest::newRow("midnight") << QDateTime({2023, 1, 1}, {0, 0, 0}) << "Sunday, January 01, 2023"_s
                               << "00:00:00"_s;
@@ -219,10 +239,9 @@ void TestHelpers::binnings_data()
     QTest::newRow("Sophia X-ray") << "site"_s
                                   << "x"_s << sophia << int(eIMAGE_XRAY) << "-1 2 1"_s
                                   << "4 2 1"_s;
-    QTest::newRow("Sophia elsewhere")
-        << "site"_s
-        << "VEXA 100"_s << sophia << int(eIMAGE_PHOTOGRAPH) << "-1 2 1"_s
-        << "2 2 1"_s;
+    QTest::newRow("Sophia elsewhere") << "site"_s
+                                      << "VEXA 100"_s << sophia << int(eIMAGE_PHOTOGRAPH) << "-1 2 1"_s
+                                      << "2 2 1"_s;
 }
 
 void TestHelpers::binnings()
@@ -237,15 +256,13 @@ void TestHelpers::binnings()
     int large = 0;
     int medium = 0;
     int small = 0;
-    getCCDBinningsForImageType(camera, system, info,
-                               getImageTypeString(tag_eimagetype(type)).toUpper(), large, medium,
+    getCCDBinningsForImageType(camera, system, info, getImageTypeString(tag_eimagetype(type)).toUpper(), large, medium,
                                small);
     QTEST(text(large, medium, small), "whole");
     float largest = 0;
     float middle = 0;
     float smallest = 0;
-    getCCDBinningsForImageType(camera, system, info, tag_eimagetype(type), largest, middle,
-                               smallest);
+    getCCDBinningsForImageType(camera, system, info, tag_eimagetype(type), largest, middle, smallest);
     QTEST(text(largest, middle, smallest), "contained");
 }
 
@@ -257,11 +274,10 @@ void TestHelpers::binningCodes_data()
     const QString other = "luminescent"_s;
     QTest::newRow("style 0") << other << 0 << QStringList{"HR"_s, "M"_s, "HS"_s};
     for (const int style : {1, 2})
-        QTest::addRow("style %d", style)
-            << other << style << QStringList{"Small (Hi Res)"_s, "Med."_s, "Large (Hi Sens)"_s};
+        QTest::addRow("style %d", style) << other << style
+                                         << QStringList{"Small (Hi Res)"_s, "Med."_s, "Large (Hi Sens)"_s};
     QTest::newRow("style 3") << other << 3
-                             << QStringList{"Small (Hi Resolution)"_s, "Medium"_s,
-                                            "Large (Hi Sensitivity)"_s};
+                             << QStringList{"Small (Hi Resolution)"_s, "Medium"_s, "Large (Hi Sensitivity)"_s};
     QTest::newRow("no style") << other << 4 << QStringList{""_s, ""_s, ""_s};
     QTest::newRow("negative style") << other << -1 << QStringList{""_s, ""_s, ""_s};
     QTest::newRow("photograph") << "photograph"_s << 0 << QStringList{"M"_s, ""_s, ""_s};
@@ -351,11 +367,10 @@ void TestHelpers::fieldsOfView()
     QByteArray found = "old";
     QVERIFY(!getFOVName(&info, 5.0, found) && !getFOVName(nullptr, 5.0, found));
     QVERIFY(!hasCCDMapData(info));
-    info.loadTextBuffer(
-        "*** Camera System Info:\nShelf Position FOV: 1\nShelf Position A fov: 5.0\n"
-        "SHELF position b FOV: 12.5 # cm\nShelf Position C FOV: 5\n"
-        "Shelf Position D: 1\nx Shelf Position D FOV: 1\nShelf Position E FOV: wide\n"
-        "Shelf Position _ FOV: 7.1\nShelf Position \u00e9 FOV: 9\nCCDmap:"_s);
+    info.loadTextBuffer("*** Camera System Info:\nShelf Position FOV: 1\nShelf Position A fov: 5.0\n"
+                        "SHELF position b FOV: 12.5 # cm\nShelf Position C FOV: 5\n"
+                        "Shelf Position D: 1\nx Shelf Position D FOV: 1\nShelf Position E FOV: wide\n"
+                        "Shelf Position _ FOV: 7.1\nShelf Position \u00e9 FOV: 9\nCCDmap:"_s);
     QVERIFY(hasCCDMapData(info));
     QCOMPARE(getFOVName(&info, fieldOfView, found), !name.isNull());
     QCOMPARE(found, name.isNull() ? QByteArray("old") : name);
@@ -365,9 +380,8 @@ void TestHelpers::paths()
 {
     const QString base = getOVPath(OV_PATH_BASE, false, nullptr);
     QVERIFY2(base.endsWith("/Ostrel/Orvane/"_s), qPrintable(base));
-    const char* const names[] = {"database",   "organs",          "FLReference", "SLReference",
-                                 "Background", "Auto Background", nullptr,       "emfilters",
-                                 "Usage",      "AOICorrDB"};
+    const char* const names[] = {"database",        "organs", "FLReference", "SLReference", "Background",
+                                 "Auto Background", nullptr,  "emfilters",   "Usage",       "AOICorrDB"};
     int tag = OV_PATH_DATABASE;
     for (const char* const name : names) {
         const QString path = name ? base + QString::fromLatin1(name) : QString();
@@ -376,8 +390,7 @@ void TestHelpers::paths()
         ++tag;
     }
     QCOMPARE(getOVPath(OV_PATH_BASE, true, nullptr), base);
-    QCOMPARE(getOVPath(OV_PATH_APPLICATION, false, nullptr),
-             QCoreApplication::applicationDirPath());
+    QCOMPARE(getOVPath(OV_PATH_APPLICATION, false, nullptr), QCoreApplication::applicationDirPath());
     QCOMPARE(getOVPath(OV_PATH_TAGS(12), true, nullptr), "/"_s);
 }
 

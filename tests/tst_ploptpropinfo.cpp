@@ -12,13 +12,11 @@ private Q_SLOTS:
 void TestOptPropInfo::menus_data()
 {
     support::textColumns({"text", "names"});
-    support::textRow(
-        "gaps",
-        "*** Tissue Properties 2:\nMenuName: B\n*** Tissue Properties 1:\nMenuName: A\n"
-        "*** Tissue Properties 4:\nMenuName: D\n*** Source Model 2:\nMenuName: B\n",
-        "A|B:");
-    support::textRow("no name", "*** Source Model 1:\nk: v\n*** SOURCE model 2:\nmenuname: B # b\n",
-                     ":B");
+    support::textRow("gaps",
+                     "*** Tissue Properties 2:\nMenuName: B\n*** Tissue Properties 1:\nMenuName: A\n"
+                     "*** Tissue Properties 4:\nMenuName: D\n*** Source Model 2:\nMenuName: B\n",
+                     "A|B:");
+    support::textRow("no name", "*** Source Model 1:\nk: v\n*** SOURCE model 2:\nmenuname: B # b\n", ":B");
     support::textRow("malformed", "*** Source Model 1:\nMenuName: A\n*** no colon\n", ":");
 }
 
@@ -28,8 +26,7 @@ void TestOptPropInfo::menus()
         return menus.getTissuePropList().join(u'|') + u':' + menus.getSrcModelList().join(u'|');
     };
     CPLOptPropInfo menus;
-    QCOMPARE(menus.readSettingFile(support::example("settings/OpticalProperties.txt")),
-             eSTATUS_SUCCESS);
+    QCOMPARE(menus.readSettingFile(support::example("settings/OpticalProperties.txt")), eSTATUS_SUCCESS);
     QCOMPARE(namesIn(CPLOptPropInfo(menus)), "Mouse tissue|Muscle:Firefly|Bacterial"_s);
     QVERIFY(!menus[0]);
     QTemporaryDir folder;

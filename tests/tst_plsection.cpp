@@ -1,7 +1,13 @@
 #include "support/Support.h"
 
-#include <clocale>
 #include <limits>
+#include <locale>
+
+/** What a number must not be written with, whatever the program's locale. */
+class DecimalComma : public std::numpunct<char>
+{
+    char do_decimal_point() const override { return ','; }
+};
 
 class TestSection : public QObject
 {
@@ -52,16 +58,11 @@ void TestSection::readsValues_data()
     QTest::addColumn<QString>("value");
     QTest::addColumn<tag_estatus>("rawStatus");
     QTest::addColumn<QString>("raw");
-    QTest::newRow("comment") << "fov"_s << eSTATUS_SUCCESS << "10.0"_s << eSTATUS_SUCCESS
-                             << "10.0 # mm"_s;
-    QTest::newRow("only a comment")
-        << "note"_s << eSTATUS_SUCCESS << ""_s << eSTATUS_SUCCESS << "# none"_s;
-    QTest::newRow("spaces stay") << "gain"_s << eSTATUS_SUCCESS << " high "_s << eSTATUS_SUCCESS
-                                 << " high "_s;
-    QTest::newRow("absent") << "x"_s << eSTATUS_KEY_NOT_FOUND << "old"_s << eSTATUS_KEY_NOT_FOUND
-                            << "old"_s;
-    QTest::newRow("empty key") << ""_s << eSTATUS_NULL_ARGUMENT << "old"_s << eSTATUS_KEY_NOT_FOUND
-                               << "old"_s;
+    QTest::newRow("comment") << "fov"_s << eSTATUS_SUCCESS << "10.0"_s << eSTATUS_SUCCESS << "10.0 # mm"_s;
+    QTest::newRow("only a comment") << "note"_s << eSTATUS_SUCCESS << ""_s << eSTATUS_SUCCESS << "# none"_s;
+    QTest::newRow("spaces stay") << "gain"_s << eSTATUS_SUCCESS << " high "_s << eSTATUS_SUCCESS << " high "_s;
+    QTest::newRow("absent") << "x"_s << eSTATUS_KEY_NOT_FOUND << "old"_s << eSTATUS_KEY_NOT_FOUND << "old"_s;
+    QTest::newRow("empty key") << ""_s << eSTATUS_NULL_ARGUMENT << "old"_s << eSTATUS_KEY_NOT_FOUND << "old"_s;
 }
 
 void TestSection::readsValues()
@@ -137,7 +138,7 @@ void TestSection::writesNumbers_data()
 void TestSection::writesNumbers()
 {
     QFETCH(double, number);
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new DecimalComma));
     CPLSection section;
     section.addKeyValue("n"_s, ""_s);
     QCOMPARE(section.setValue("n"_s, number), eSTATUS_SUCCESS);
@@ -151,7 +152,7 @@ void TestSection::writesNumbers()
     section.setValue("n"_s, 7L);
     QCOMPARE(section["n"_s], "7"_s);
     QCOMPARE(section.setValue("absent"_s, number), eSTATUS_KEY_NOT_FOUND);
-    std::setlocale(LC_ALL, "C");
+    std::locale::global(before);
 }
 
 void TestSection::keepsComments_data()
@@ -233,8 +234,7 @@ void TestSection::selectsKeys_data()
     QTest::addColumn<QString>("subkey");
     QTest::addColumn<tag_estatus>("status");
     QTest::addColumn<QString>("keys");
-    QTest::newRow("null subkey") << "filter"_s << QString() << eSTATUS_SUCCESS
-                                 << "old|Filter 1|Filter 2"_s;
+    QTest::newRow("null subkey") << "filter"_s << QString() << eSTATUS_SUCCESS << "old|Filter 1|Filter 2"_s;
     QTest::newRow("empty subkey") << "filter"_s
                                   << ""_s << eSTATUS_SUCCESS << "old"_s;
     QTest::newRow("subkey") << "FILTER"_s

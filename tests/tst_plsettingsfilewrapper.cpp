@@ -82,8 +82,7 @@ void TestSettingsFileWrapper::lookup()
     wrapper.setUseSectionNameForMenuName(names);
     QCOMPARE(wrapper.getSectionByMenuName(menuName), wrapper[section]);
     QTEST(wrapper.isUnique(menuName), "unique");
-    QCOMPARE(wrapper.getMenuNames().join(u'|'),
-             names ? "bright # a|BRIGHT"_s : "Bright # 1|BRIGHT # 1"_s);
+    QCOMPARE(wrapper.getMenuNames().join(u'|'), names ? "bright # a|BRIGHT"_s : "Bright # 1|BRIGHT # 1"_s);
     QCOMPARE(wrapper.getMenuNames("My"_s).size(), names ? 0 : 1);
     wrapper.setSectionNameTag(""_s);
     QCOMPARE(wrapper.getMenuNames().size(), 3);
@@ -192,8 +191,7 @@ void TestSettingsFileWrapper::folders()
 {
     QTemporaryDir folder;
     QVERIFY(QDir(folder.path()).mkpath("Sets/Preset-Folder.txt"_s));
-    for (const char* name :
-         {"txt", "Preset-C.dat", "Preset-B.x-y.TXT", "notes.txt", "Preset-A.txt"})
+    for (const char* name : {"txt", "Preset-C.dat", "Preset-B.x-y.TXT", "notes.txt", "Preset-A.txt"})
         support::writeFile(folder.filePath("Sets/"_s + QLatin1String(name)), "x");
     QFETCH(QString, prefix);
     QFETCH(QString, menuName);

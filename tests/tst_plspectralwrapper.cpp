@@ -95,8 +95,7 @@ private:
     QString path();
 
     /** Loads a file whose root holds the given children; "OV:" stands for the element prefix. */
-    bool load(CPLSpectralWrapper& wrapper, QByteArray children,
-              const QByteArray& root = "OV3.0.SpectralAnalysis");
+    bool load(CPLSpectralWrapper& wrapper, QByteArray children, const QByteArray& root = "OV3.0.SpectralAnalysis");
 
     QTemporaryDir m_folder;
 };
@@ -106,8 +105,7 @@ QString TestSpectralWrapper::path()
     return m_folder.filePath("file.xml"_s);
 }
 
-bool TestSpectralWrapper::load(CPLSpectralWrapper& wrapper, QByteArray children,
-                               const QByteArray& root)
+bool TestSpectralWrapper::load(CPLSpectralWrapper& wrapper, QByteArray children, const QByteArray& root)
 {
     children.replace("OV:", "OV3.0.SpectralAnalysis.");
     support::writeFile(path(), "<" + root + ">" + children + "</" + root + ">");
@@ -148,10 +146,9 @@ void TestSpectralWrapper::numbersAndContour()
     QVERIFY(lines[4].endsWith("Transmission=\"1e+06\" Band.Width=\"1e-05\" "
                               "Central.Wavelength=\"-5nm\"/>"));
     QVERIFY(lines[5].endsWith(" ROI=\"1\" ROI.Label=\"&lt;&amp;&gt;\">"));
-    QVERIFY(lines[6].contains(
-        " CmPerPixel=\"0.0125\" Contour.Directions=\"NSWE\" Contour.PeakX=\"123456\" "
-        "Contour.PeakY=\"0\" Contour.StartX=\"0\" Contour.StartY=\"0\" Contour.XDelta=\"0\" "
-        "Contour.YDelta=\"-2\" Fractional.Peak=\"0.5\" "));
+    QVERIFY(lines[6].contains(" CmPerPixel=\"0.0125\" Contour.Directions=\"NSWE\" Contour.PeakX=\"123456\" "
+                              "Contour.PeakY=\"0\" Contour.StartX=\"0\" Contour.StartY=\"0\" Contour.XDelta=\"0\" "
+                              "Contour.YDelta=\"-2\" Fractional.Peak=\"0.5\" "));
     QCOMPARE(lines[6].count("=\""), 22);
 }
 
@@ -193,8 +190,7 @@ void TestSpectralWrapper::readsAttributes()
              "SEQ20240305|luminescent|Muscle|Firefly|1.4"_s);
     QVERIFY(file.getNumberOfClicksForROIIndex(&clicks));
     for (const int index : {-1, 1, 6, 7})
-        QVERIFY(
-            !file.getSpectralAttributes(&id, &clicks, &image, &tissue, &model, index, &refraction));
+        QVERIFY(!file.getSpectralAttributes(&id, &clicks, &image, &tissue, &model, index, &refraction));
     QVERIFY(!file.getSpectralAttributes(&id, &clicks, &image, &tissue, &model, 0, nullptr));
     int wavelength = -1;
     QVERIFY(!file.getSpectralAnalysisAttributes(&id, &clicks, &wavelength, &tissue, &model));
@@ -216,15 +212,14 @@ void TestSpectralWrapper::readsClicks()
     info.filterLabel = "kept"_s;
     info.contourXDelta = 7;
     QVERIFY(!file.getClickAndROIInformationForIndex(&info, 1, 0)); // measurements elsewhere
-    QCOMPARE(QStringList({info.clickNumber, info.imageWavelength, info.centralWavelength, info.roi,
-                          info.roiLabel, info.roiShape, info.roiType, info.lockPosition,
-                          info.lockSize, info.bkgAssociation, info.filterLabel})
+    QCOMPARE(QStringList({info.clickNumber, info.imageWavelength, info.centralWavelength, info.roi, info.roiLabel,
+                          info.roiShape, info.roiType, info.lockPosition, info.lockSize, info.bkgAssociation,
+                          info.filterLabel})
                  .join(QLatin1Char('|')),
              "ABC20240305092010|620nm|620nm|1|ROI 1|Circle|Measurement|No|No|"
              "None|kept"_s);
-    const QList<double> reals = {
-        info.avgTransmission, info.bandWidth, info.xc,         info.yc,   info.angle,
-        info.width,           info.height,    info.cmPerPixel, info.area, info.fractionalPeak};
+    const QList<double> reals = {info.avgTransmission, info.bandWidth, info.xc,         info.yc,   info.angle,
+                                 info.width,           info.height,    info.cmPerPixel, info.area, info.fractionalPeak};
     QCOMPARE(reals, QList<double>({0.85, 20, 6.25, 5.5, 0, 1.2, 1.2, 0.0125, 1.13097, 0.5}));
     QCOMPARE(info.roiPixels, 7238);
     QCOMPARE(info.contourXDelta, 7);
@@ -246,15 +241,14 @@ void TestSpectralWrapper::readsContourAndMeasurements()
     QFETCH(QByteArray, shape);
     QFETCH(int, delta);
     CPLSpectralWrapper file;
-    QVERIFY(load(file,
-                 "<OV:Attributes/><OV:ClickInfo/><ov3.0.spectralANALYSIS.Attributes/><OV:ClickInfo>"
-                 "<OV:ClickInfo.Click><OV:Click.Filter.Properties/><OV:Click.ROI>"
-                 "<OV:Click.ROI.Properties ROI.Shape='" +
-                     shape +
-                     "' Contour.XDelta='3' Sub.Association='s'/>"
-                     "<OV:Click.ROI.Measurements Filter.Label='f' Total.Flux='2.5' "
-                     "Average.Radiance='x'/></OV:Click.ROI></OV:ClickInfo.Click>"
-                     "</OV:ClickInfo>"));
+    QVERIFY(load(file, "<OV:Attributes/><OV:ClickInfo/><ov3.0.spectralANALYSIS.Attributes/><OV:ClickInfo>"
+                       "<OV:ClickInfo.Click><OV:Click.Filter.Properties/><OV:Click.ROI>"
+                       "<OV:Click.ROI.Properties ROI.Shape='" +
+                           shape +
+                           "' Contour.XDelta='3' Sub.Association='s'/>"
+                           "<OV:Click.ROI.Measurements Filter.Label='f' Total.Flux='2.5' "
+                           "Average.Radiance='x'/></OV:Click.ROI></OV:ClickInfo.Click>"
+                           "</OV:ClickInfo>"));
     _tagSClickROIInformation info;
     QVERIFY(file.getClickAndROIInformationForIndex(&info, 0, 1));
     QCOMPARE(info.contourXDelta, delta);
@@ -276,11 +270,8 @@ void TestSpectralWrapper::readsResults()
     QStringList found;
     const auto results = file.getROISpectralResults();
     for (const auto& r : results)
-        found += "%1:%2,%3,%4,%5"_s.arg(r.roi)
-                     .arg(r.totalFlux)
-                     .arg(r.fluxStdDev)
-                     .arg(r.averageDepth)
-                     .arg(r.depthStdDev);
+        found +=
+            "%1:%2,%3,%4,%5"_s.arg(r.roi).arg(r.totalFlux).arg(r.fluxStdDev).arg(r.averageDepth).arg(r.depthStdDev);
     QCOMPARE(found.join(QLatin1Char(' ')), "1:2,3,4,5 :0,0,6,7 3:0,0,0,0"_s);
     QVERIFY(!file.loadXMLFile(m_folder.filePath("missing"_s)));
     QCOMPARE(file.getROISpectralResults().size(), 3);
@@ -308,8 +299,8 @@ void TestSpectralWrapper::readsPlotAndFits()
     QCOMPARE(plot[1].intensity * plot[1].waveLength, 1240.0);
     const QList<SFitResults> fit = file.getROIFitResultsForROI("a"_s);
     QCOMPARE(fit.size(), 1);
-    QCOMPARE(QList<double>({fit[0].intensity, fit[0].attenuation, fit[0].fitValue,
-                            fit[0].horizontalError, fit[0].verticalError}),
+    QCOMPARE(QList<double>(
+                 {fit[0].intensity, fit[0].attenuation, fit[0].fitValue, fit[0].horizontalError, fit[0].verticalError}),
              QList<double>({1, 2, 3, 4, 5}));
     QVERIFY(file.getROIFitResultsForROI("b"_s).isEmpty());
     double valueA = 0;
@@ -327,8 +318,8 @@ void TestSpectralWrapper::timeGrowsWithTheFile()
     for (const int size : {10000, 80000}) {
         CPLSpectralWrapper file;
         const QByteArray values = QByteArray("<OV:Plot.Values Intensity='2.5'/>").repeated(size);
-        QVERIFY(load(file, "<OV:Plot.Results ROI.Label='A' Total.Plot.Values='" +
-                               QByteArray::number(size) + "'>" + values + "</OV:Plot.Results>"));
+        QVERIFY(load(file, "<OV:Plot.Results ROI.Label='A' Total.Plot.Values='" + QByteArray::number(size) + "'>" +
+                               values + "</OV:Plot.Results>"));
         std::clock_t best = std::numeric_limits<std::clock_t>::max();
         for (int run = 0; run < 3; ++run) {
             const std::clock_t start = std::clock();

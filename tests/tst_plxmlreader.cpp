@@ -101,9 +101,8 @@ void TestXmlReader::movesFromAnElementLookAtOneNode()
     const QDomElement root = reader.getRootElement();
     const QDomElement b = reader.getCurrentElement();
     for (const QDomElement& missed :
-         {reader.getFirstChild(b), reader.getLastChild(b), reader.getLastChild(root),
-          reader.getNextSiblingElement(b), reader.getPreviousSiblingElement(b),
-          reader.getParentElement(root)}) {
+         {reader.getFirstChild(b), reader.getLastChild(b), reader.getLastChild(root), reader.getNextSiblingElement(b),
+          reader.getPreviousSiblingElement(b), reader.getParentElement(root)}) {
         QVERIFY(missed.isNull());
         QCOMPARE(reader.getCurrentElementTag(), "b"_s);
     }
@@ -149,8 +148,7 @@ void TestXmlReader::failures()
     QCOMPARE(reader.getRootElementTag(), "a"_s);
     QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
 
-    QVERIFY(
-        !reader.createXMLDocumentFormFile(stored("<a>\n<b></c></a>"), &message, &line, &column));
+    QVERIFY(!reader.createXMLDocumentFormFile(stored("<a>\n<b></c></a>"), &message, &line, &column));
     QVERIFY(message != "untouched"_s);
     QCOMPARE(line, 2);
     QVERIFY(column > 3);
@@ -165,9 +163,7 @@ void TestXmlReader::encodings_data()
     QTest::addColumn<QByteArray>("bytes");
     const QString plain = "<a>\u00e9\u03b1</a>"_s;
     const QByteArray utf8 = plain.toUtf8();
-    const auto coded = [&](const char* codec) {
-        return QTextCodec::codecForName(codec)->fromUnicode(plain);
-    };
+    const auto coded = [&](const char* codec) { return QTextCodec::codecForName(codec)->fromUnicode(plain); };
     QTest::newRow("UTF-8") << utf8;
     QTest::newRow("UTF-8 with mark") << "\xEF\xBB\xBF" + utf8;
     QTest::newRow("unknown name") << "<?xml version='1.0' encoding='none'?>" + utf8;
@@ -205,17 +201,16 @@ void TestXmlReader::hostileFiles_data()
     row("deep", nested(256), true);
     row("too deep", nested(257), false, 3 * 257);
     row("a million open", QByteArray("<a>").repeated(1000000), false, 3 * 257);
-    row("hidden by an encoding",
-        "<?xml version='1.0' encoding='UTF-7'?>" + QByteArray("+ADw-a+AD4-").repeated(100000),
+    row("hidden by an encoding", "<?xml version='1.0' encoding='UTF-7'?>" + QByteArray("+ADw-a+AD4-").repeated(100000),
         false);
     const QByteArray decoys = QByteArray("<!-- </a></a> --><?p </a></a>?><![CDATA[</a></a>]]>"
                                          "<a x='/>' y=\"</a>\">");
     row("hidden by decoys", decoys.repeated(100000), false);
     const QByteArray tag = QByteArray("<a> ").repeated(1000);
     row("tags that are none",
-        withSubset("<!-- ' ]>" + tag + "--><!ELEMENT a ANY>",
-                   "<a><!--" + tag + "--><?p " + tag + "?><![CDATA[" + tag + "]]>" +
-                       QByteArray("<b x='>'/>").repeated(1000) + "</a>"),
+        withSubset("<!-- ' ]>" + tag + "--><!ELEMENT a ANY>", "<a><!--" + tag + "--><?p " + tag + "?><![CDATA[" + tag +
+                                                                  "]]>" + QByteArray("<b x='>'/>").repeated(1000) +
+                                                                  "</a>"),
         true);
     row(
         "a million attributes' tenth",
@@ -229,13 +224,12 @@ void TestXmlReader::hostileFiles_data()
 
     row("plain entity", withSubset("<!ENTITY q 'a&#160;b'>", "<a>&q;&amp;</a>"), true);
     row("nested entities", withSubset("<!ENTITY q 'qq'><!ENTITY r '&q;&q;'>", "<a>&r;</a>"), false);
-    row("entity that opens an element",
-        withSubset("<!ENTITY q '<b>'>", "<a>" + QByteArray("&q;").repeated(1000000)), false);
-    row("the same in disguise",
-        withSubset("<!ENTITY q \"&#x3C;b>\">", "<a>" + QByteArray("&q;").repeated(1000000)), false);
+    row("entity that opens an element", withSubset("<!ENTITY q '<b>'>", "<a>" + QByteArray("&q;").repeated(1000000)),
+        false);
+    row("the same in disguise", withSubset("<!ENTITY q \"&#x3C;b>\">", "<a>" + QByteArray("&q;").repeated(1000000)),
+        false);
     row("long entity, often",
-        withSubset("<!ENTITY q '" + QByteArray(4000, 'q') + "'>",
-                   "<a>" + QByteArray("&q;").repeated(20000) + "</a>"),
+        withSubset("<!ENTITY q '" + QByteArray(4000, 'q') + "'>", "<a>" + QByteArray("&q;").repeated(20000) + "</a>"),
         false);
     row("many entities", withSubset(QByteArray("<!ENTITY q 'q'>").repeated(100000), "<a/>"), false);
     row("parameter entity", withSubset("<!ENTITY % p 'q'>%p;", "<a/>"), false);

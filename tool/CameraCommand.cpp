@@ -105,7 +105,8 @@ QString familyName(EVEXA_Types type)
 
 QList<StagePosition> stagePositions(const CPLCameraInfo& info)
 {
-    static const QRegularExpression name(QStringLiteral("\\s(\\w)\\s"));
+    static const QRegularExpression name(QStringLiteral("\\s(\\w)\\s"),
+                                         QRegularExpression::UseUnicodePropertiesOption);
     const CPLSection& section = *info.getCameraInfoSection();
     QStringList keys;
     info.getKeylistFromKeyAndSubkey(Key::ShelfPosition, Key::FovPart, &keys);
@@ -134,6 +135,8 @@ Instrument describe(CPLCameraInfo& info)
         instrument.capabilities += {QLatin1String(capability.name), (info.*capability.query)()};
     instrument.capabilities +=
         {QStringLiteral("Large-animal position"), info.isLargeAnimalCapable()};
+    instrument.capabilities +=
+        {QStringLiteral("Large-animal selected"), info.isLargeAnimalSelected()};
     instrument.positions = stagePositions(info);
     for (const tag_eimagetype type : binnedTypes) {
         Binning binning;

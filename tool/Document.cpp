@@ -39,6 +39,11 @@ const Document::Kind* kindOf(const CPLSection& first)
 tag_estatus Document::load(const QString& file)
 {
     const tag_estatus status = m_text.loadClickInfo(file, false);
+    if (status == eSTATUS_BAD_FORMAT && m_sequence.loadFile(file) == eSTATUS_SUCCESS) {
+        // The reader of sequences passes over what is malformed.
+        m_isSequence = true;
+        return eSTATUS_SUCCESS;
+    }
     if (status != eSTATUS_SUCCESS)
         return status;
     m_isSequence = m_text.isSectionPresent(PLKeyword::Section::ClickNumbers) ||

@@ -39,8 +39,8 @@ public:
     /** Every section in order. */
     [[nodiscard]] QList<CPLSection*> sections() const;
 
-    /** The file as an info text, or the text of the sequence with every byte of it kept. */
-    [[nodiscard]] CPLClickInfo& text() { return m_text; }
+    /** The file as an info text; incomplete for a sequence with malformed sections. */
+    [[nodiscard]] const CPLClickInfo& text() const { return m_text; }
 
 private:
     void recognise(const QString& file);

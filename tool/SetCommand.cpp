@@ -3,6 +3,7 @@
 #include "Terminal.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -21,8 +22,10 @@ QString fileForm(const QString& text, bool sequence)
 }
 
 /** Whether the document holds every section of the file: of two with one key it takes the first. */
-bool holdsEverySection(const Document& document, const QString& file)
+bool holdsEverySection(const CPLClickInfo& document, const QString& file)
 {
+    int sections = 0;
+    document.getSectionCount(&sections);
     QFile input(file);
     if (!input.open(QIODevice::ReadOnly))
         return false;
@@ -30,7 +33,26 @@ bool holdsEverySection(const Document& document, const QString& file)
     const auto headers = std::count_if(lines.cbegin(), lines.cend(), [](const QByteArray& line) {
         return line.trimmed().startsWith(PLKeyword::Text::BareMarker.data());
     });
-    return headers == document.sections().size();
+    return headers == sections;
+}
+
+/**
+ * Whether every line of the sections is written back with its own value: of repeated keys the last
+ * value is written, and a key like that of a comment gives a bare value.
+ */
+bool keepsEveryLine(const CPLClickInfo& document)
+{
+    for (int i = 0; const CPLSection* const section = document[i]; ++i) {
+        QStringList keys;
+        section->getKeyList(&keys);
+        QSet<QString> distinct;
+        for (const QString& key : qAsConst(keys))
+            distinct.insert(key.toLower());
+        const QStringList bare = keys.filter(PLKeyword::Text::CommentKey, Qt::CaseInsensitive);
+        if (!bare.isEmpty() || distinct.size() != keys.size())
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -59,13 +81,21 @@ int setCommand(const QStringList& words)
     if (!sequence && fileForm(value, false) != value)
         return fail(WrongUsage,
                     QLatin1String("the value has characters that the file cannot hold"));
-    if (!holdsEverySection(document, file))
+    if (sequence && value.contains(PLKeyword::Text::Marker))
+        return fail(WrongUsage, QLatin1String("the value would begin a new section"));
+    // The text of a sequence keeps more of its file than the sequence does.
+    CPLClickInfo text;
+    status = text.loadClickInfo(file, false);
+    if (status != eSTATUS_SUCCESS)
+        return fail(file, status);
+    if (!holdsEverySection(text, file))
         return fail(BadFile, file + QLatin1String(": a section occurs twice; not changed"));
-    status =
-        document.text().setValue(fileForm(arguments.at(1), sequence),
-                                 fileForm(arguments.at(2), sequence), fileForm(value, sequence));
+    if (!keepsEveryLine(text))
+        return fail(BadFile, file + QLatin1String(": a key occurs twice; not changed"));
+    status = text.setValue(fileForm(arguments.at(1), sequence), fileForm(arguments.at(2), sequence),
+                           fileForm(value, sequence));
     if (status != eSTATUS_SUCCESS)
         return fail(arguments.at(1) + QLatin1String(", ") + arguments.at(2), status);
-    status = document.text().saveClickInfo(file);
+    status = text.saveClickInfo(file);
     return status == eSTATUS_SUCCESS ? Success : fail(file, status);
 }

@@ -2,6 +2,8 @@
 #include "Document.h"
 #include "Terminal.h"
 
+#include <algorithm>
+
 namespace {
 
 /** The lines of a section behind its header line: pairs as two cells, comments as one. */
@@ -55,8 +57,16 @@ QString sectionText(const CPLSection& section)
 QString preambleOf(const CPLClickInfo& document)
 {
     const QByteArray data = document.getClickInfoData();
-    const auto header = data.indexOf(PLKeyword::Text::BareMarker.data());
-    return QString::fromLatin1(data.constData(), int(header)).remove(QLatin1Char('\r'));
+    const QStringList lines =
+        QString::fromLatin1(data.constData(), data.size()).split(PLKeyword::Text::LineEnd);
+    const auto isHeader = [](const QString& line) {
+        return line.trimmed().startsWith(PLKeyword::Text::BareMarker);
+    };
+    const auto header = std::find_if(lines.cbegin(), lines.cend(), isHeader) - lines.cbegin();
+    QString text;
+    for (const QString& line : lines.mid(0, int(header)))
+        text += line + QLatin1Char('\n');
+    return text;
 }
 
 } // namespace

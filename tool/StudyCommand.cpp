@@ -17,6 +17,7 @@ struct ImageKind
 /** The image sections; of those that an acquisition holds, the first is its main image. */
 constexpr ImageKind imageKinds[] = {
     {Section::Luminescent, eIMAGE_LUMINESCENT},
+    {Section::LuminescentCorrected, eIMAGE_LUMINESCENT_CORRECTED},
     {Section::FluorescentReference, eIMAGE_FL_REFERENCE},
     {Section::XRay, eIMAGE_XRAY},
     {Section::Structure, eIMAGE_STRUCTURE},
@@ -35,8 +36,11 @@ constexpr QLatin1String exposureKeys[] = {Key::LuminescentExposure, Key::Exposur
 QString exposureOf(const CPLSection& image)
 {
     for (const QLatin1String key : exposureKeys) {
-        if (image.isKeyPresent(key))
-            return image[key] + QLatin1String(" s");
+        if (!image.isKeyPresent(key))
+            continue;
+        const QString units =
+            key == Key::LuminescentExposure ? image[Key::LuminescentExposureUnits] : QString();
+        return image[key] + QLatin1Char(' ') + (units.isEmpty() ? QStringLiteral("sec") : units);
     }
     return {};
 }
@@ -49,7 +53,9 @@ QStringList rowOf(const QString& clickNumber, const CPLClickInfo& acquisition)
         const CPLSection* const section = acquisition[kind.section];
         if (!section)
             continue;
-        images += getImageTypeString(kind.type);
+        const QString image = getImageTypeString(kind.type);
+        if (!images.contains(image))
+            images += image;
         if (!main)
             main = section;
     }
@@ -97,7 +103,6 @@ int studyCommand(const QStringList& words)
         }
     }
     print(QLatin1String("Sequence ") + sequence.getDatasetName() + QLatin1String(", ") +
-          QString::number(clickNumbers.size()) + QLatin1String(" acquisitions\n\n") +
-          columns(rows));
+          counted(int(clickNumbers.size()), "acquisition") + QLatin1String("\n\n") + columns(rows));
     return result;
 }

@@ -3,6 +3,8 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <cstdio>
+
 namespace {
 
 struct Verb
@@ -34,6 +36,13 @@ QString helpText()
                          "fault, 2 wrong usage.\n");
 }
 
+/** Sees to it that the output has arrived before success is claimed. */
+int finish(int code)
+{
+    const bool written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return written ? code : fail(BadFile, QStringLiteral("the output cannot be written"));
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -51,7 +60,7 @@ int main(int argc, char* argv[])
     }
     for (const Verb& verb : verbs) {
         if (name == QLatin1String(verb.name))
-            return verb.run(words.mid(2));
+            return finish(verb.run(words.mid(2)));
     }
     return fail(WrongUsage, name.isEmpty() ? QLatin1String("no verb given; see 'ovinfo --help'")
                                            : QLatin1String("no verb '") + name +

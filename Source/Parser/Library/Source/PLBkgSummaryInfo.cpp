@@ -106,8 +106,11 @@ tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
 
 tag_estatus CPLBkgSummaryInfo::load(QString path)
 {
-    const tag_estatus status = loadClickInfo(path, false);
-    return status == eSTATUS_FILE_OPEN_FAILED ? status : eSTATUS_SUCCESS;
+    QByteArray bytes;
+    const tag_estatus read = readFile(path, &bytes);
+    if (read == eSTATUS_SUCCESS)
+        loadClickInfoText(decodeInfoText(bytes));
+    return read;
 }
 
 tag_estatus CPLBkgSummaryInfo::SLload(QString path)
@@ -122,12 +125,13 @@ tag_estatus CPLBkgSummaryInfo::FLload(QString path)
 
 tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& referenceKey)
 {
-    const auto bytes = readFile(path);
-    if (!bytes)
-        return eSTATUS_FILE_OPEN_FAILED;
+    QByteArray bytes;
+    const tag_estatus read = readFile(path, &bytes);
+    if (read != eSTATUS_SUCCESS)
+        return read;
     startLoading();
     fileSectionCount = 0;
-    const QString text = decodeInfoText(*bytes);
+    const QString text = decodeInfoText(bytes);
     LineReader lines(text);
     for (QStringView line; lines.next(&line);) {
         const auto pairs = afterMarker(line);

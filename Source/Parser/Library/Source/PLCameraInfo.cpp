@@ -31,11 +31,11 @@ QString cameraInfoHeader()
 /** The family of the installed instrument, as the reference description of the machine tells it. */
 EVEXA_Types installedSystem()
 {
-    const auto bytes =
-        readFile(getOVPath(OV_PATH_BASE, true, nullptr) + PLKeyword::File::CameraInfo);
-    if (!bytes)
+    const QString file = getOVPath(OV_PATH_BASE, true, nullptr) + PLKeyword::File::CameraInfo;
+    QByteArray bytes;
+    if (readFile(file, &bytes) != eSTATUS_SUCCESS)
         return eVEXA_STANDARD;
-    const QString text = decodeInfoText(*bytes);
+    const QString text = decodeInfoText(bytes);
     const auto key = text.indexOf(Key::SystemConfiguration);
     if (key < 0)
         return eVEXA_STANDARD;
@@ -61,17 +61,29 @@ QString missingKey(QLatin1String key)
     return QStringLiteral("'%1' key/value not present").arg(key);
 }
 
+/** The text behind a "Camera System Info" header that is spelled in an unusual way. */
+QString otherKeyLines(const QString& text)
+{
+    LineReader lines(text);
+    for (QStringView line; lines.next(&line);) {
+        const auto key = isHeaderLine(line) ? headerKey(line) : std::nullopt;
+        if (key && key->toString().compare(Section::CameraSystemInfo, Qt::CaseInsensitive) == 0)
+            return text.mid(int(lines.position() - line.size() + cutAtColon(line).colon + 1));
+    }
+    return {};
+}
+
 /** The text of a file behind its "Camera System Info" header mark. */
 std::optional<QString> keyLinesOf(const QString& path)
 {
-    const auto bytes = readFile(path);
-    if (!bytes)
+    QByteArray bytes;
+    if (readFile(path, &bytes) != eSTATUS_SUCCESS)
         return std::nullopt;
-    const QByteArray lines = withLineFeeds(*bytes);
+    const QByteArray lines = withLineFeeds(bytes);
     const QString text = QString::fromLatin1(lines.constData(), lines.size());
     const QString header = cameraInfoHeader();
     const auto found = text.indexOf(header);
-    return found < 0 ? QString() : text.mid(found + header.size());
+    return found < 0 ? otherKeyLines(text) : text.mid(found + header.size());
 }
 
 /**
@@ -231,11 +243,12 @@ void CPLCameraInfo::loadZoomLens(const CPLSection& section)
 
 tag_estatus CPLCameraInfo::load(QString path)
 {
-    const auto bytes = readFile(path);
-    if (!bytes)
-        return eSTATUS_FILE_OPEN_FAILED;
+    QByteArray bytes;
+    const tag_estatus read = readFile(path, &bytes);
+    if (read != eSTATUS_SUCCESS)
+        return read;
     clearData();
-    QString text = decodeInfoText(*bytes);
+    QString text = decodeInfoText(bytes);
     auto marker = text.indexOf(PLKeyword::Text::Marker);
     if (!text.contains(cameraInfoHeader(), Qt::CaseInsensitive)) {
         const QString header = cameraInfoHeader() + u'\n';
@@ -281,8 +294,9 @@ tag_estatus CPLCameraInfo::loadCameraInfoExtensions(QString configFolder, QStrin
 
 tag_estatus CPLCameraInfo::loadappend(QString path)
 {
-    const auto bytes = readFile(path);
-    return bytes ? addTextBuffer(decodeInfoText(*bytes)) : eSTATUS_FILE_OPEN_FAILED;
+    QByteArray bytes;
+    const tag_estatus read = readFile(path, &bytes);
+    return read == eSTATUS_SUCCESS ? addTextBuffer(decodeInfoText(bytes)) : read;
 }
 
 tag_estatus CPLCameraInfo::addTextBuffer(QString text)
@@ -295,8 +309,7 @@ tag_estatus CPLCameraInfo::addTextBuffer(QString text)
     for (QStringView line; lines.next(&line);) {
         const ColonCut cut = cutAtColon(line);
         if (cut.kind == ColonCut::Pair)
-            section->addKeyValue(cut.before.toString().simplified(),
-                                 cut.after.toString().simplified());
+            section->addKeyValue(simplified(cut.before), simplified(cut.after));
     }
     return eSTATUS_SUCCESS;
 }

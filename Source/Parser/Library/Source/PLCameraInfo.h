@@ -23,8 +23,8 @@ struct InstrumentState;
  * capabilities once; the queries then return what it derived.
  *
  * The operator's choices outlive the program: lens and filter wheel in the machine's settings
- * store, the large-animal position in a status file of the data folder. A choice that cannot be
- * written there holds for this object only.
+ * store (a choice that cannot be written there holds for this object only), the large-animal
+ * position in a status file of the data folder.
  *
  * Messages go to the Qt log at debug level.
  */
@@ -34,6 +34,7 @@ public:
     /** An empty description; nothing is installed, the filter wheel is "standard.xem". */
     CPLCameraInfo();
 
+    /** A deep copy; getCameraInfoSection() gives the copy's own section if it holds one. */
     CPLCameraInfo(const CPLCameraInfo& other);
     CPLCameraInfo& operator=(const CPLCameraInfo& other);
     ~CPLCameraInfo() override;
@@ -47,8 +48,9 @@ public:
      * @param path  the camera-info file
      * @return false when the file or the filter wheel's description cannot be loaded, or there is
      *         no "Camera System Info" section. Derived fields keep their values when the
-     *         description itself cannot be used; the document is empty when the description of
-     *         the filter wheel does not exist.
+     *         description itself cannot be used. When the description of the filter wheel does
+     *         not exist, the document is empty; when it cannot be read, the document stays loaded
+     *         and only the system type and the operator's choices are new.
      */
     bool loadCameraInfo(QString path);
 
@@ -56,10 +58,11 @@ public:
      * Replaces the document by a camera-info file, merged with its extensions; derives nothing.
      *
      * A file without the "Camera System Info" header gets it in front. An extension that cannot be
-     * used is left out and reported to the Qt log.
+     * used is left out; what it lacks, or that it conflicts with another, goes to the Qt log.
      *
-     * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened (the document is unchanged),
-     *         else the status of loadTextBuffer()
+     * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file of more than
+     *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); else the status of
+     *         loadTextBuffer()
      */
     tag_estatus load(QString path);
     ///@}
@@ -67,7 +70,10 @@ public:
     /** @name Keys of the description */
     ///@{
 
-    /** The "Camera System Info" section, borrowed; null unless loadCameraInfo() has found it. */
+    /**
+     * The "Camera System Info" section, borrowed; null unless loadCameraInfo() has found it or the
+     * document is a copy of one that holds it.
+     */
     [[nodiscard]] CPLSection* getCameraInfoSection() const;
 
     /**
@@ -160,8 +166,8 @@ public:
     void setCurrentFilterWheelName(const QString& name);
 
     /**
-     * Writes the large-animal position to the status file, whose other lines stay; nothing happens
-     * without the file's folder. isLargeAnimalSelected() reads it back.
+     * Writes the large-animal position to the status file, whose other lines stay (ended by LF);
+     * nothing happens without the file's folder. isLargeAnimalSelected() reads it back.
      */
     void setLargeAnimalState(bool on);
     ///@}

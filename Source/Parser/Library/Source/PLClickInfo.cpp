@@ -205,6 +205,13 @@ tag_estatus CPLClickInfo::removeSection(QString sectionKey)
 
 int CPLClickInfo::sectionPosition(const QString& lowerKey) const
 {
+    // Making a map key takes memory, so do it only for keys that look alike.
+    for (int i = 0; i < sectionKeys.size(); ++i) {
+        const QString& key = sectionKeys.at(i);
+        if (key.compare(lowerKey, Qt::CaseInsensitive) == 0 && mapKey(key) == lowerKey)
+            return i;
+    }
+    // A few letters, such as a capital I with a dot, do not look like their lower-case form.
     for (int i = 0; i < sectionKeys.size(); ++i) {
         if (mapKey(sectionKeys.at(i)) == lowerKey)
             return i;
@@ -250,10 +257,11 @@ void CPLClickInfo::clearData()
 
 tag_estatus CPLClickInfo::loadClickInfo(QString path, bool appendUser)
 {
-    const auto bytes = readFile(path);
-    if (!bytes)
-        return eSTATUS_FILE_OPEN_FAILED;
-    const tag_estatus status = loadClickInfoText(decodeInfoText(*bytes));
+    QByteArray bytes;
+    tag_estatus status = readFile(path, &bytes);
+    if (status != eSTATUS_SUCCESS)
+        return status;
+    status = loadClickInfoText(decodeInfoText(bytes));
     if (status != eSTATUS_SUCCESS || !appendUser)
         return status;
     return appendUserSpecificSections(false);
@@ -261,11 +269,12 @@ tag_estatus CPLClickInfo::loadClickInfo(QString path, bool appendUser)
 
 tag_estatus CPLClickInfo::loadAnalyzedClickInfo(QString path)
 {
-    const auto bytes = readFile(path);
-    if (!bytes)
-        return eSTATUS_FILE_OPEN_FAILED;
+    QByteArray bytes;
+    tag_estatus status = readFile(path, &bytes);
+    if (status != eSTATUS_SUCCESS)
+        return status;
     startLoading();
-    const tag_estatus status = loadTextBuffer(decodeInfoText(*bytes));
+    status = loadTextBuffer(decodeInfoText(bytes));
     return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
 }
 
@@ -322,7 +331,7 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(QString path, QString key
     if (!value)
         return eSTATUS_NULL_ARGUMENT;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
         return eSTATUS_FILE_OPEN_FAILED;
     *value = QString();
     const QString searched = key + QLatin1Char(':');
@@ -600,12 +609,14 @@ tag_estatus CPLClickInfo::copySectionBuffer(const QString& text, QString& sectio
     length = 0;
     if (text.isEmpty())
         return eSTATUS_NULL_ARGUMENT;
-    const ColonCut cut = cutAtColon(firstLine(text));
+    const QStringView header = firstLine(text);
+    const ColonCut cut = cutAtColon(header);
     if (!text.startsWith(PLKeyword::Text::Marker) || cut.kind != ColonCut::Pair)
         return eSTATUS_BAD_FORMAT;
+    const auto keyStart = PLKeyword::Text::Marker.size();
     length = int(sectionLength(text));
     sectionText = text.left(length);
     if (sectionKey)
-        *sectionKey = trimmed(cut.before.mid(PLKeyword::Text::Marker.size())).toString();
+        *sectionKey = trimmed(header.mid(keyStart, cut.colon - keyStart)).toString();
     return eSTATUS_SUCCESS;
 }

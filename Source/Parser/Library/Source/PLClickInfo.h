@@ -23,8 +23,10 @@
  * until the section is removed or the document is cleared, loaded anew, assigned to or destroyed.
  * Section keys are matched ignoring letter case. Copies are deep.
  *
- * Text is Latin-1: every byte that a loader reads is written back, and a character outside Latin-1
- * is written as '?'. Nothing is printed and nothing is thrown.
+ * Text is Latin-1, each byte of a file one character; a character outside Latin-1 is written as
+ * '?'. A file in the form in which documents are written saves back byte for byte; in any other the
+ * first section of a key and the last value of a key count, white space around keys and values is
+ * normalised, and a line that is no pair becomes a '#' comment. Nothing is printed.
  */
 class PARSERLIBRARY_EXPORT CPLClickInfo
 {
@@ -84,9 +86,10 @@ public:
      *
      * @param path        the file
      * @param appendUser  whether to add the label set and the "User Input" section where missing
-     * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened (the document is unchanged);
-     *         else the status of loadTextBuffer() or of appendUserSpecificSections(). Sections
-     *         read before a failure stay.
+     * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file of more than
+     *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); else the status of
+     *         loadTextBuffer() or of appendUserSpecificSections(). Sections read before a failure
+     *         stay.
      */
     tag_estatus loadClickInfo(QString path, bool appendUser);
 
@@ -345,6 +348,9 @@ protected:
     /** Empties a document that holds sections or preamble lines, before a file is read into it. */
     void startLoading();
 
+    /** Reads a whole info text into the document: preamble, sections, file section count. */
+    tag_estatus loadClickInfoText(const QString& text);
+
     QString clickNumber;
     QMap<QString, CPLSection*> sections;
     QStringList sectionKeys;
@@ -356,7 +362,6 @@ private:
     void copySections(const CPLClickInfo& other);
     [[nodiscard]] int sectionPosition(const QString& lowerKey) const;
     void insertSection(int position, CPLSection* section);
-    tag_estatus loadClickInfoText(const QString& text);
 };
 
 #endif

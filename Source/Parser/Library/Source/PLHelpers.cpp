@@ -254,27 +254,26 @@ QString dataFolder()
 {
     const QStringList locations =
         QStandardPaths::standardLocations(QStandardPaths::AppLocalDataLocation);
-    const QString location = locations.value(1, locations.value(0));
-    const QString parent = QDir::cleanPath(QDir(location).absolutePath() + QLatin1String("/.."));
+    const QString location =
+        QDir::cleanPath(QDir(locations.value(1, locations.value(0))).absolutePath());
+    const QString parent = location.left(location.lastIndexOf(QLatin1Char('/')));
     return parent + QLatin1Char('/') + PLKeyword::Value::Organization + QLatin1Char('/') +
            PLKeyword::Value::Product + QLatin1Char('/');
 }
 
-/** The background folder that the instrument asks for; null when it asks for none. */
-QString instrumentBackground(OV_PATH_TAGS tag, const CPLCameraInfo* camera)
+/** Gives the background folder that the instrument asks for; false when it asks for none. */
+bool getInstrumentBackground(const CPLCameraInfo* camera, QString* path)
 {
-    if (tag != OV_PATH_BACKGROUND || !camera)
-        return {};
-    const CPLSection* const section = camera->getCameraInfoSection();
-    return section ? (*section)[PLKeyword::Key::DarkchargePath] : QString();
+    const CPLSection* const section = camera ? camera->getCameraInfoSection() : nullptr;
+    return section && section->getValue(PLKeyword::Key::DarkchargePath, path) == eSTATUS_SUCCESS;
 }
 
 QString folderPath(OV_PATH_TAGS tag, const CPLCameraInfo* camera)
 {
     if (tag == OV_PATH_APPLICATION)
         return QCoreApplication::applicationDirPath();
-    const QString background = instrumentBackground(tag, camera);
-    if (!background.isNull())
+    QString background;
+    if (tag == OV_PATH_BACKGROUND && getInstrumentBackground(camera, &background))
         return background;
     for (const DataFolder& folder : dataFolders) {
         if (folder.tag == tag)

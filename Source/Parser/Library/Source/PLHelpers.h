@@ -167,6 +167,9 @@ enum OV_PATH_TAGS : int {
 /**
  * The path of a folder; it need not exist.
  *
+ * The data folder stands beside the platform's second location for an application's local data,
+ * which goes by the organisation and application names of the running program.
+ *
  * @param withSlash  whether the path must end in '/'
  * @param camera     the instrument, for OV_PATH_BACKGROUND; may be null
  * @return an empty path, or "/" with a slash, for a value that is no tag

@@ -206,8 +206,8 @@ inline constexpr QLatin1String UsbIoBoard = keyword("USB I/O BOARD");
 inline constexpr QLatin1String XRayController = keyword("Xray Controller");
 inline constexpr QLatin1String Zevr24 = keyword("ZEVR-24");
 inline constexpr QLatin1String ZoomLensSupport = keyword("Zoom Lens Support");
-// The motor steps of the large-animal position: the first marks an instrument that has the
-// position, the second one that can go there.
+// Two keys tell of the large-animal position: the first one when a description is loaded, the
+// second one when the instrument is asked later.
 inline constexpr QLatin1String XRay2PositionC = keyword("Motor Steps for x-ray2 position c");
 inline constexpr QLatin1String XRay2StagePositionC =
     keyword("Motor Steps for x-ray2 stage position c");

@@ -70,8 +70,8 @@ public:
     /**
      * Reads a value without its comment.
      *
-     * The forms with a number convert the text (base 10, '.' as decimal point); a text that is no
-     * number gives 0 and eSTATUS_SUCCESS.
+     * The forms with a number convert the text (base 10, '.' as decimal point, a long as wide as
+     * the platform's); a text that is no such number gives 0 and eSTATUS_SUCCESS.
      *
      * @param value  receives the value
      * @return eSTATUS_NULL_ARGUMENT when `value` is null or the key is null or empty,

@@ -26,8 +26,9 @@ namespace Value = PLKeyword::Value;
 namespace {
 
 /**
- * A section mark may have its ':' behind the next mark; its key then spans both. No real key is
- * this long, and without a limit many marks before one ':' would take quadratic memory.
+ * A section mark may have its ':' behind the next mark; its key then spans both. A section whose
+ * ':' lies further behind that mark is passed over: without a limit, many marks before one ':'
+ * would take quadratic memory.
  */
 constexpr std::ptrdiff_t maxSpanningKey = 128;
 
@@ -87,9 +88,7 @@ FileBytes readWhole(const QByteArray& path)
     struct stat info = {};
     if (::stat(path.constData(), &info) != 0)
         return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
-    // QString could not hold more than about a thousand million characters.
-    constexpr qint64 maxSize = qint64(1) << 30;
-    if (qint64(info.st_size) > maxSize)
+    if (qint64(info.st_size) > maxTextFileSize)
         return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
     const auto size = std::size_t(info.st_size);
     std::unique_ptr<char[]> bytes(new (std::nothrow) char[size + 1]());
@@ -156,7 +155,11 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
         return eSTATUS_INVALID_ARGUMENT;
     clearSections();
     sequenceInfoPath = folderOf(path);
-    FileBytes file = readWhole(path.toLatin1());
+    const QByteArray latin1Path = path.toLatin1();
+    FileBytes file;
+    file.status = eSTATUS_FILE_NOT_FOUND;
+    if (QString::fromLatin1(latin1Path) == path)
+        file = readWhole(latin1Path);
     if (file.status == eSTATUS_FILE_NOT_FOUND)
         file = readWhole(QFile::encodeName(path));
     if (file.status != eSTATUS_SUCCESS)
@@ -171,21 +174,25 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
 void CPLSequenceInfo::loadSections(const char* bytes, int size)
 {
     const char* const end = bytes + size;
-    const char* mark = findMark(bytes, end);
-    while (mark != end) {
+    const char* colon = bytes;
+    const char* next = nullptr;
+    for (const char* mark = findMark(bytes, end); mark != end; mark = next) {
         const char* const keyStart = mark + PLKeyword::Text::Marker.size();
-        const char* const next = findMark(keyStart, end);
-        const char* const keyLimit = next + qMin(maxSpanningKey, end - next);
-        const char* const colon = std::find(keyStart, keyLimit, ':');
-        if (colon == keyLimit)
+        next = findMark(keyStart, end);
+        colon = std::find(std::max(colon, keyStart), end, ':');
+        if (colon == end)
             return;
-        const QByteArray chunk(mark, int(next - mark));
-        const ChunkDecoder decode(chunk);
-        const QString key = decode(QByteArray(keyStart, int(colon - keyStart)));
-        QString text = decode(withLineFeeds(chunk));
-        loadSectionData(text, trimmed(key).toString());
-        mark = next;
+        if (colon - next < maxSpanningKey)
+            loadChunk(QByteArray(mark, int(next - mark)),
+                      QByteArray(keyStart, int(colon - keyStart)));
     }
+}
+
+void CPLSequenceInfo::loadChunk(const QByteArray& chunk, const QByteArray& key)
+{
+    const ChunkDecoder decode(chunk);
+    QString text = decode(withLineFeeds(chunk));
+    loadSectionData(text, trimmed(decode(key)).toString());
 }
 
 tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)

@@ -41,16 +41,17 @@ public:
      * Replaces the sections by those of a sequence file.
      *
      * Click numbers, name and the empty-sequence mark change only if the file holds the section
-     * that sets them. A malformed section is passed over; a section mark without any ':' after it
-     * ends the reading. The path is handed to the file system as Latin-1; if there is no such
-     * file, in the platform's own encoding.
+     * that sets them. A malformed section is passed over, and so is one whose ':' stands more than
+     * 128 bytes behind the next section mark; a mark without any ':' after it ends the reading.
+     * Text before the first mark is not kept. The path is handed to the file system as Latin-1; if
+     * there is no such file, in the platform's own encoding.
      *
      * @param path  the file; its folder becomes the sequence info path
      * @return eSTATUS_INVALID_ARGUMENT for an empty path, the document is unchanged then;
-     *         eSTATUS_FILE_NOT_FOUND, eSTATUS_FILE_READ_FAILED or eSTATUS_OUT_OF_MEMORY, the
-     *         document holds no sections then; eSTATUS_NO_CLICK_NUMBERS or, for a sequence marked
-     *         as empty, eSTATUS_EMPTY_SEQUENCE when no click numbers are listed, the sections are
-     *         loaded all the same
+     *         eSTATUS_FILE_NOT_FOUND, eSTATUS_FILE_READ_FAILED or, for a file of more than
+     *         512 MiB, eSTATUS_OUT_OF_MEMORY, the document holds no sections then;
+     * eSTATUS_NO_CLICK_NUMBERS or, for a sequence marked as empty, eSTATUS_EMPTY_SEQUENCE when no
+     * click numbers are listed, the sections are loaded all the same
      */
     tag_estatus loadFile(QString path);
 
@@ -175,6 +176,7 @@ public:
 private:
     tag_estatus loadSectionData(QString& text, QString sectionKey);
     void loadSections(const char* bytes, int size);
+    void loadChunk(const QByteArray& chunk, const QByteArray& key);
     void interpret(const QString& sectionKey, const CPLSection& section);
     void copySections(const CPLSequenceInfo& other);
     void clearSections();

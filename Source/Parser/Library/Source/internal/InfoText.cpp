@@ -49,6 +49,21 @@ QStringView trimmed(QStringView text)
     return {first, last};
 }
 
+QString simplified(QStringView text)
+{
+    QString result;
+    bool gap = false;
+    for (const QChar c : text) {
+        if (!isWhiteSpace(c)) {
+            if (gap && !result.isEmpty())
+                result += QLatin1Char(' ');
+            result += c;
+        }
+        gap = isWhiteSpace(c);
+    }
+    return result;
+}
+
 QString withoutComment(const QString& text)
 {
     const auto comment = text.indexOf(commentSign);

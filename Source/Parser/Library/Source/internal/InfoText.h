@@ -20,6 +20,9 @@ namespace ovparser::internal {
 /** The text without white space at both ends. */
 [[nodiscard]] QStringView trimmed(QStringView text);
 
+/** The text with every run of white space as one blank, and none at both ends. */
+[[nodiscard]] QString simplified(QStringView text);
+
 /** The text before the first '#', trimmed; a text without '#' as it is. */
 [[nodiscard]] QString withoutComment(const QString& text);
 

@@ -76,11 +76,11 @@ void storeChoice(QLatin1String key, const QVariant& value)
 
 std::optional<bool> storedLargeAnimalPosition()
 {
-    const auto bytes = readFile(statusFile());
-    if (!bytes)
+    QByteArray bytes;
+    if (readFile(statusFile(), &bytes) != eSTATUS_SUCCESS)
         return std::nullopt;
     std::optional<bool> selected;
-    const QList<QByteArray> lines = linesOf(*bytes);
+    const QList<QByteArray> lines = linesOf(bytes);
     for (const QByteArray& line : lines) {
         const QList<QByteArray> parts = line.split(':');
         if (parts.size() >= 2 && isPositionLine(line))
@@ -94,15 +94,17 @@ void storeLargeAnimalPosition(bool selected)
     if (!QDir(statusFolder()).exists())
         return;
     bool replaced = false;
-    if (const auto bytes = readFile(statusFile())) {
+    QByteArray bytes;
+    if (readFile(statusFile(), &bytes) == eSTATUS_SUCCESS) {
         QByteArray text;
-        const QList<QByteArray> lines = linesOf(*bytes);
+        const QList<QByteArray> lines = linesOf(bytes);
         for (const QByteArray& line : lines) {
             const bool position = isPositionLine(line);
             text += (position ? positionLine(selected) : line) + '\n';
             replaced = replaced || position;
         }
-        writeText(text, QIODevice::Truncate);
+        if (text != bytes)
+            writeText(text, QIODevice::Truncate);
     }
     if (!replaced)
         writeText(positionLine(selected), QIODevice::Append);

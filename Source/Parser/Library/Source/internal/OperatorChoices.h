@@ -22,7 +22,10 @@ void storeChoice(QLatin1String key, const QVariant& value);
 /** Whether the status file says that the large-animal position is selected; nothing without it. */
 [[nodiscard]] std::optional<bool> storedLargeAnimalPosition();
 
-/** Writes the large-animal position to the status file; its other lines keep their bytes. */
+/**
+ * Writes the large-animal position to the status file, if its folder exists. The other lines keep
+ * their bytes but for their line ends, which become LF.
+ */
 void storeLargeAnimalPosition(bool selected);
 
 } // namespace ovparser::internal

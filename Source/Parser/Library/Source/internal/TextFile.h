@@ -10,12 +10,27 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-#include <optional>
+class QIODevice;
 
 namespace ovparser::internal {
 
-/** All bytes of a file; nothing when it cannot be opened for reading. */
-[[nodiscard]] std::optional<QByteArray> readFile(const QString& path);
+/**
+ * The largest text file that is read, in bytes. A string holds at most 2^30 characters, and a
+ * document takes several times the size of its file.
+ */
+inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
+
+/** Reads a device to its end, but no more than one byte beyond a limit. */
+[[nodiscard]] QByteArray readBounded(QIODevice& device, qint64 limit);
+
+/**
+ * Reads all bytes of a file.
+ *
+ * @param bytes  receives them; unchanged on failure
+ * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file beyond the largest
+ *         size, eSTATUS_OUT_OF_MEMORY
+ */
+[[nodiscard]] tag_estatus readFile(const QString& path, QByteArray* bytes);
 
 enum class WriteMode {
     Replace, ///< the file holds the bytes only

@@ -1,6 +1,7 @@
 #include "XmlGuard.h"
 
 #include "PLKeywords.h"
+#include "TextFile.h"
 
 #include <QtCore/QIODevice>
 #include <QtCore/QRegularExpression>
@@ -246,20 +247,6 @@ void MarkupWalk::checkExpansion()
         m_hazard = "entities expand to too much text";
 }
 
-/** Reads a device to its end, or just beyond the largest size. */
-QByteArray readBounded(QIODevice& device)
-{
-    constexpr int chunkSize = 64 * 1024;
-    QByteArray bytes;
-    while (bytes.size() <= maxXmlBytes) {
-        const QByteArray chunk = device.read(chunkSize);
-        if (chunk.isEmpty())
-            break;
-        bytes += chunk;
-    }
-    return bytes;
-}
-
 } // namespace
 
 // The DOM could decode the bytes itself, but then nobody would know what text it sees.
@@ -278,7 +265,7 @@ std::optional<XmlHazard> findXmlHazard(const QString& text)
 
 std::optional<XmlHazard> readXml(QIODevice& device, QString* text)
 {
-    const QByteArray bytes = readBounded(device);
+    const QByteArray bytes = readBounded(device, maxXmlBytes);
     if (bytes.size() > maxXmlBytes)
         return XmlHazard{QLatin1String("the file is too large"), 1, 1};
     *text = decodeXml(bytes);
