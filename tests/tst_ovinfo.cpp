@@ -50,46 +50,41 @@ void TestOvinfo::answers_data()
     const QString sequence = study + "/SequenceInfo.txt"_s;
     const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
     const QStringList none;
-    QTest::newRow("help") << QStringList{"--help"_s} << 0 << QStringList{"ovinfo study"_s} << ""_s;
-    QTest::newRow("help of a verb") << QStringList{"get"_s, "--help"_s} << 0 << QStringList{"get FILE SECTION KEY"_s}
-                                    << ""_s;
-    QTest::newRow("no verb") << none << 2 << none << "no verb given"_s;
-    QTest::newRow("unknown verb") << QStringList{"shwo"_s} << 2 << none << "no verb 'shwo'"_s;
-    QTest::newRow("missing word") << QStringList{"get"_s, click} << 2 << none << "get takes FILE SECTION KEY"_s;
-    QTest::newRow("unknown option") << QStringList{"show"_s, "--colour"_s, click} << 2 << none << "colour"_s;
-    QTest::newRow("acquisition") << QStringList{"show"_s, click} << 0
-                                 << QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
-                                                "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
-                                                "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
-                                                "\n  Field of View        12.5  # cm\n"_s,
-                                                "\n  # exposure chosen by the auto-exposure run\n"_s,
-                                                "\n  Comment2\n"_s}
-                                 << ""_s;
-    QTest::newRow("sequence") << QStringList{"show"_s, sequence} << 0
-                              << QStringList{"Sequence Dose response, day 3, 4 sections\n"_s,
-                                             "\n  Axis            log\n"_s}
-                              << ""_s;
-    QTest::newRow("value") << QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s} << 0
-                           << QStringList{"12.5\n"_s} << ""_s;
-    QTest::newRow("value of a sequence") << QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s} << 0
-                                         << QStringList{"ABC20240305092010\n"_s} << ""_s;
-    QTest::newRow("no such section") << QStringList{"get"_s, click, "x"_s, "y"_s} << 1 << none
-                                     << "x: eSTATUS_SECTION_NOT_FOUND"_s;
-    QTest::newRow("no such key") << QStringList{"get"_s, click, "User Input"_s, "y"_s} << 1 << none
-                                 << "y: eSTATUS_KEY_NOT_FOUND"_s;
-    QTest::newRow("no such file") << QStringList{"show"_s, "absent"_s} << 1 << none
-                                  << "absent: eSTATUS_FILE_OPEN_FAILED"_s;
-    QTest::newRow("no sections") << QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)} << 1 << none
-                                 << "eSTATUS_BAD_FORMAT"_s;
-    QTest::newRow("study") << QStringList{"study"_s, study} << 0
-                           << QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
-                                          "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
-                                          "Luminescent, Photograph, Bias  7.5 sec   8        "
-                                          "12.5\n"_s}
-                           << ""_s;
+    support::row("help", QStringList{"--help"_s}, 0, QStringList{"ovinfo study"_s}, ""_s);
+    support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0, QStringList{"get FILE SECTION KEY"_s}, ""_s);
+    support::row("no verb", none, 2, none, "no verb given"_s);
+    support::row("unknown verb", QStringList{"shwo"_s}, 2, none, "no verb 'shwo'"_s);
+    support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE SECTION KEY"_s);
+    support::row("unknown option", QStringList{"show"_s, "--colour"_s, click}, 2, none, "colour"_s);
+    support::row("acquisition", QStringList{"show"_s, click}, 0,
+                 QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
+                             "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
+                             "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
+                             "\n  Field of View        12.5  # cm\n"_s,
+                             "\n  # exposure chosen by the auto-exposure run\n"_s, "\n  Comment2\n"_s},
+                 ""_s);
+    support::row("sequence", QStringList{"show"_s, sequence}, 0,
+                 QStringList{"Sequence Dose response, day 3, 4 sections\n"_s, "\n  Axis            log\n"_s}, ""_s);
+    support::row("value", QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s}, 0,
+                 QStringList{"12.5\n"_s}, ""_s);
+    support::row("value of a sequence", QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s}, 0,
+                 QStringList{"ABC20240305092010\n"_s}, ""_s);
+    support::row("no such section", QStringList{"get"_s, click, "x"_s, "y"_s}, 1, none,
+                 "x: eSTATUS_SECTION_NOT_FOUND"_s);
+    support::row("no such key", QStringList{"get"_s, click, "User Input"_s, "y"_s}, 1, none,
+                 "y: eSTATUS_KEY_NOT_FOUND"_s);
+    support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none, "absent: eSTATUS_FILE_OPEN_FAILED"_s);
+    support::row("no sections", QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
+                 "eSTATUS_BAD_FORMAT"_s);
+    support::row("study", QStringList{"study"_s, study}, 0,
+                 QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
+                             "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
+                             "Luminescent, Photograph, Bias  7.5 sec   8        "
+                             "12.5\n"_s},
+                 ""_s);
     const auto kind = [](const char* name, const char* heading, const char* line) {
-        QTest::newRow(name) << QStringList{"show"_s, support::example(name)} << 0
-                            << QStringList{QLatin1String(heading), QLatin1String(line)} << ""_s;
+        support::row(name, QStringList{"show"_s, support::example(name)}, 0,
+                     QStringList{QLatin1String(heading), QLatin1String(line)}, ""_s);
     };
     kind("background/BkgSummary.txt", "Background summary, 2 sections\nBackground images, bench 2\n",
          "\n[Background Click2] BKG20240302070000\n");
@@ -100,46 +95,40 @@ void TestOvinfo::answers_data()
     kind("settings/Labels.txt", "Label set, 1 section\n", "\n  User        ABC;DEF;\n");
     kind("settings/Presets.txt", "Settings, 3 sections\n", "\n  Exposure  120\n");
     const QString references = support::example("background/SLindex.txt");
-    QTest::newRow("value of a reference") << QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s}
-                                          << 0 << QStringList{"Coarse\n"_s} << ""_s;
-    QTest::newRow("catalogues stay") << QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s}
-                                     << 1 << none << "a catalogue; not changed"_s;
-    QTest::newRow("presets of a file") << QStringList{"presets"_s, support::example("settings/Presets.txt")} << 0
-                                       << QStringList{"3 presets\n"_s,
-                                                      "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}
-                                       << ""_s;
-    QTest::newRow("presets of a folder") << QStringList{"presets"_s, support::example("settings/presets/")} << 0
-                                         << QStringList{"2 presets\n"_s,
-                                                        "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}
-                                         << ""_s;
+    support::row("value of a reference", QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s}, 0,
+                 QStringList{"Coarse\n"_s}, ""_s);
+    support::row("catalogues stay", QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s}, 1,
+                 none, "a catalogue; not changed"_s);
+    support::row("presets of a file", QStringList{"presets"_s, support::example("settings/Presets.txt")}, 0,
+                 QStringList{"3 presets\n"_s, "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}, ""_s);
+    support::row("presets of a folder", QStringList{"presets"_s, support::example("settings/presets/")}, 0,
+                 QStringList{"2 presets\n"_s, "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}, ""_s);
     const QString camera = support::example("instrument/CameraInfo.txt");
-    QTest::newRow("camera") << QStringList{"camera"_s, camera} << 0
-                            << QStringList{"\nTessel HT                     yes\n"_s, "\nC         12.5\n"_s,
-                                           "\nX-Ray        4      2       1\n"_s}
-                            << ""_s;
-    QTest::newRow("camera as JSON") << QStringList{"camera"_s, "--json"_s, camera} << 0
-                                    << QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s} << ""_s;
-    QTest::newRow("no camera") << QStringList{"camera"_s, "absent"_s} << 1 << none
-                               << "absent: Loading camera information failed."_s;
+    support::row("camera", QStringList{"camera"_s, camera}, 0,
+                 QStringList{"\nTessel HT                     yes\n"_s, "\nC         12.5\n"_s,
+                             "\nX-Ray        4      2       1\n"_s},
+                 ""_s);
+    support::row("camera as JSON", QStringList{"camera"_s, "--json"_s, camera}, 0,
+                 QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s}, ""_s);
+    support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none,
+                 "absent: Loading camera information failed."_s);
     const QString spectral = support::example("spectral/Spectral.xml");
-    QTest::newRow("spectral") << QStringList{"spectral"_s, spectral} << 0
-                              << QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
-                                             "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
-                                             "\n1    1.75e+06    3200     4.2            0.3\n"_s,
-                                             "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
-                                             "\n0.2          0.21       20.25      0.01              0.02\n"_s,
-                                             "\nA    B\n1.5  -0.25\n"_s}
-                              << ""_s;
-    QTest::newRow("spectral as JSON") << QStringList{"spectral"_s, "--json"_s, spectral} << 0
-                                      << QStringList{"\"clickNumber\": \"ABC20240305091502\""_s,
-                                                     "\"totalFlux\": 1750000"_s, "\"wavelength\": 620"_s,
-                                                     "\"b\": -0.25"_s}
-                                      << ""_s;
-    QTest::newRow("no spectral file") << QStringList{"spectral"_s, "absent"_s} << 1 << none
-                                      << "absent: cannot be opened"_s;
-    QTest::newRow("no XML") << QStringList{"spectral"_s, click} << 1 << none << ": line 1, column 1: "_s;
-    QTest::newRow("study of no sequence")
-        << QStringList{"study"_s, "absent"_s} << 1 << none << "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s;
+    support::row("spectral", QStringList{"spectral"_s, spectral}, 0,
+                 QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
+                             "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
+                             "\n1    1.75e+06    3200     4.2            0.3\n"_s,
+                             "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
+                             "\n0.2          0.21       20.25      0.01              0.02\n"_s,
+                             "\nA    B\n1.5  -0.25\n"_s},
+                 ""_s);
+    support::row("spectral as JSON", QStringList{"spectral"_s, "--json"_s, spectral}, 0,
+                 QStringList{"\"clickNumber\": \"ABC20240305091502\""_s, "\"totalFlux\": 1750000"_s,
+                             "\"wavelength\": 620"_s, "\"b\": -0.25"_s},
+                 ""_s);
+    support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
+    support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
+    support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,
+                 "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s);
 }
 
 void TestOvinfo::answers()
@@ -165,19 +154,18 @@ void TestOvinfo::setsOneValue_data()
     const QByteArray info = "pre \xE9\r\n*** A:\tn # c\r\nk:\told\t# mm\r\n\r\n\r\n\r\n";
     const QByteArray sequence = "pre\r\n*** Sequence:\tS # \xC3\xA9\r\nk:\told\r\n\r\n\r\n\r\n";
     const QByteArray twice = "*** A: 1\nk: v\n*** a: 2\nk: w\n";
-    QTest::newRow("comment stays") << info << QStringList{"a"_s, "K"_s, "new"_s} << 0
-                                   << QByteArray(info).replace("old", "new");
-    QTest::newRow("Latin-1") << info << QStringList{"A"_s, "k"_s, "\u00b5 # none"_s} << 0
-                             << QByteArray(info).replace("old\t# mm", "\xB5 # none");
-    QTest::newRow("outside Latin-1") << info << QStringList{"A"_s, "k"_s, "\u20ac"_s} << 2 << info;
-    QTest::newRow("two lines") << info << QStringList{"A"_s, "k"_s, "a\nb"_s} << 2 << info;
-    QTest::newRow("absent key") << info << QStringList{"A"_s, "x"_s, "1"_s} << 1 << info;
-    QTest::newRow("sequence") << sequence << QStringList{"Sequence"_s, "k"_s, "\u20ac"_s} << 0
-                              << QByteArray(sequence).replace("old", "\xE2\x82\xAC");
-    QTest::newRow("mark in a sequence") << sequence << QStringList{"Sequence"_s, "k"_s, "*** x: y"_s} << 2 << sequence;
+    support::row("comment stays", info, QStringList{"a"_s, "K"_s, "new"_s}, 0, QByteArray(info).replace("old", "new"));
+    support::row("Latin-1", info, QStringList{"A"_s, "k"_s, "\u00b5 # none"_s}, 0,
+                 QByteArray(info).replace("old\t# mm", "\xB5 # none"));
+    support::row("outside Latin-1", info, QStringList{"A"_s, "k"_s, "\u20ac"_s}, 2, info);
+    support::row("two lines", info, QStringList{"A"_s, "k"_s, "a\nb"_s}, 2, info);
+    support::row("absent key", info, QStringList{"A"_s, "x"_s, "1"_s}, 1, info);
+    support::row("sequence", sequence, QStringList{"Sequence"_s, "k"_s, "\u20ac"_s}, 0,
+                 QByteArray(sequence).replace("old", "\xE2\x82\xAC"));
+    support::row("mark in a sequence", sequence, QStringList{"Sequence"_s, "k"_s, "*** x: y"_s}, 2, sequence);
     const QByteArray keyTwice = "*** A: 1\nk: v\nx: 1\nX: 2\n";
-    QTest::newRow("key twice") << keyTwice << QStringList{"A"_s, "k"_s, "w"_s} << 1 << keyTwice;
-    QTest::newRow("section twice") << twice << QStringList{"A"_s, "k"_s, "x"_s} << 1 << twice;
+    support::row("key twice", keyTwice, QStringList{"A"_s, "k"_s, "w"_s}, 1, keyTwice);
+    support::row("section twice", twice, QStringList{"A"_s, "k"_s, "x"_s}, 1, twice);
 }
 
 void TestOvinfo::setsOneValue()

@@ -186,18 +186,19 @@ void TestCameraInfo::numbers_data()
     QTest::addColumn<int>("tray");
     QTest::addColumn<int>("polarity");
     QTest::addColumn<int>("delay");
-    QTest::newRow("absent") << QByteArray("x: y") << 0 << 0 << -1 << 0;
-    QTest::newRow("given") << QByteArray("System Configuration: VEXA 200\nElectronics Tray Part "
-                                         "Number: 7\nLights Control Polarity: 1\nStructured Light "
-                                         "Delay Cycles: 9")
-                           << 1 << 7 << 1 << 9;
-    QTest::newRow("no numbers") << QByteArray("System Configuration: Corvix 2\nElectronics Tray "
-                                              "Part Number: abc\nLights Control Polarity: x")
-                                << 2 << 0 << 0 << 0;
-    QTest::newRow("delay only on 200") << QByteArray(
-                                              "System Configuration: vexa 50 200\nStructured Light Delay Cycles: 9")
-                                       << 0 << 0 << -1 << 0;
-    QTest::newRow("first name wins") << QByteArray("System Configuration: Corvix VEXA 200") << 1 << 0 << -1 << 0;
+    support::row("absent", QByteArray("x: y"), 0, 0, -1, 0);
+    support::row("given",
+                 QByteArray("System Configuration: VEXA 200\nElectronics Tray Part "
+                            "Number: 7\nLights Control Polarity: 1\nStructured Light "
+                            "Delay Cycles: 9"),
+                 1, 7, 1, 9);
+    support::row("no numbers",
+                 QByteArray("System Configuration: Corvix 2\nElectronics Tray "
+                            "Part Number: abc\nLights Control Polarity: x"),
+                 2, 0, 0, 0);
+    support::row("delay only on 200", QByteArray("System Configuration: vexa 50 200\nStructured Light Delay Cycles: 9"),
+                 0, 0, -1, 0);
+    support::row("first name wins", QByteArray("System Configuration: Corvix VEXA 200"), 1, 0, -1, 0);
 }
 
 void TestCameraInfo::numbers()
@@ -265,21 +266,20 @@ void TestCameraInfo::mergesExtensions_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<QByteArray>("merged");
-    QTest::newRow("flat") << QByteArray("A: 1\nB: 2\n")
-                          << QByteArray("*** Camera System Info:\t\r\nA:\t1\r\nB:\t2\r\nB:\t2\r\n"
-                                        "C:\t4\r\n\r\n*** More:\t\r\nk:\tv\r\n\r\n\r\n\r\n")
-                                 .replace("B:\t2", "B:\t3");
-    QTest::newRow("sectioned") << QByteArray("*** camera SYSTEM info: n\nA: 1\n")
-                               << QByteArray("B: 3\r\nC: 4\r\n*** More:\t\r\nk:\tv\r\n\r\n"
-                                             "*** camera SYSTEM info:\tn\r\nA:\t1\r\n\r\n\r\n\r\n");
-    QTest::newRow("keys before another section")
-        << QByteArray("A: 1\n*** Other: o\nx: y")
-        << QByteArray("*** Camera System Info:\t\r\nA:\t1\r\n\r\nB:\t3\r\nC:\t4\r\n\r\n"
-                      "*** More:\t\r\nk:\tv\r\n\r\n*** Other:\to\r\nx:\ty\r\n\r\n\r\n\r\n");
-    QTest::newRow("preamble") << QByteArray("first\n*** Camera System Info:\nA: 1\n")
-                              << QByteArray("first\r\n\r\nB: 3\r\nC: 4\r\n*** More:\t\r\n"
-                                            "k:\tv\r\n\r\n*** Camera System Info:\t\r\nA:\t1\r\n"
-                                            "\r\n\r\n\r\n");
+    support::row("flat", QByteArray("A: 1\nB: 2\n"),
+                 QByteArray("*** Camera System Info:\t\r\nA:\t1\r\nB:\t2\r\nB:\t2\r\n"
+                            "C:\t4\r\n\r\n*** More:\t\r\nk:\tv\r\n\r\n\r\n\r\n")
+                     .replace("B:\t2", "B:\t3"));
+    support::row("sectioned", QByteArray("*** camera SYSTEM info: n\nA: 1\n"),
+                 QByteArray("B: 3\r\nC: 4\r\n*** More:\t\r\nk:\tv\r\n\r\n"
+                            "*** camera SYSTEM info:\tn\r\nA:\t1\r\n\r\n\r\n\r\n"));
+    support::row("keys before another section", QByteArray("A: 1\n*** Other: o\nx: y"),
+                 QByteArray("*** Camera System Info:\t\r\nA:\t1\r\n\r\nB:\t3\r\nC:\t4\r\n\r\n"
+                            "*** More:\t\r\nk:\tv\r\n\r\n*** Other:\to\r\nx:\ty\r\n\r\n\r\n\r\n"));
+    support::row("preamble", QByteArray("first\n*** Camera System Info:\nA: 1\n"),
+                 QByteArray("first\r\n\r\nB: 3\r\nC: 4\r\n*** More:\t\r\n"
+                            "k:\tv\r\n\r\n*** Camera System Info:\t\r\nA:\t1\r\n"
+                            "\r\n\r\n\r\n"));
 }
 
 void TestCameraInfo::mergesExtensions()
@@ -308,23 +308,21 @@ void TestCameraInfo::checksExtensions_data()
     const QByteArray system = "System Configuration: other\n";
     const QByteArray conflicts = "Conflicts with extensions: A, B\n";
     const QByteArray camera = "*** Camera System Info:\nKey: v\n";
-    QTest::newRow("fits") << info + name + system + conflicts + camera << QString() << true;
-    QTest::newRow("unusual header") << QByteArray(info + name + system + conflicts + camera)
-                                           .replace("*** C", "***c")
-                                           .replace("o:\nKey", "o : n\nKey")
-                                    << QString() << true;
-    QTest::newRow("no text") << QByteArray() << "'Extension Info' section not present"_s << false;
-    QTest::newRow("no name") << info + system + conflicts + camera << "'Extension name' key/value not present"_s
-                             << false;
-    QTest::newRow("no system") << info + name + conflicts + camera << "'System Configuration' key/value not present"_s
-                               << false;
-    QTest::newRow("no conflicts") << info + name + system + camera
-                                  << "'Conflicts with extensions' key/value not present"_s << false;
-    QTest::newRow("no camera") << info + name + system + conflicts << "'Camera System Info' section not present"_s
-                               << false;
-    QTest::newRow("other family") << info + name + "System Configuration: VEXA 200\n" + conflicts + camera << QString()
-                                  << false;
-    QTest::newRow("malformed") << info + name + system + conflicts + camera + "*** x" << QString() << false;
+    support::row("fits", info + name + system + conflicts + camera, QString(), true);
+    support::row(
+        "unusual header",
+        QByteArray(info + name + system + conflicts + camera).replace("*** C", "***c").replace("o:\nKey", "o : n\nKey"),
+        QString(), true);
+    support::row("no text", QByteArray(), "'Extension Info' section not present"_s, false);
+    support::row("no name", info + system + conflicts + camera, "'Extension name' key/value not present"_s, false);
+    support::row("no system", info + name + conflicts + camera, "'System Configuration' key/value not present"_s,
+                 false);
+    support::row("no conflicts", info + name + system + camera, "'Conflicts with extensions' key/value not present"_s,
+                 false);
+    support::row("no camera", info + name + system + conflicts, "'Camera System Info' section not present"_s, false);
+    support::row("other family", info + name + "System Configuration: VEXA 200\n" + conflicts + camera, QString(),
+                 false);
+    support::row("malformed", info + name + system + conflicts + camera + "*** x", QString(), false);
 }
 
 void TestCameraInfo::checksExtensions()
@@ -370,18 +368,16 @@ void TestCameraInfo::filterWheels_data()
     QTest::addColumn<QString>("message");
     const QByteArray capable = "A: 1\nRemovable Filter Wheel Capable: YES\n";
     const QString own = "A|Removable Filter Wheel Capable"_s;
-    QTest::newRow("standard") << capable << QString() << true << "standard.xem"_s << own + "|B"_s << QString();
-    QTest::newRow("stored") << capable << "mine.xem"_s << true << "mine.xem"_s << own + "|C"_s << QString();
-    QTest::newRow("stored empty") << capable << ""_s << true << "standard.xem"_s << own + "|B"_s << QString();
-    QTest::newRow("missing") << capable << "gone.xem"_s << false << "gone.xem"_s << QString()
-                             << "The Emission Filter Wheel Information file %1 does not exist."_s;
-    QTest::newRow("unreadable") << capable << "folder"_s << false << "folder"_s << own
-                                << "Loading Removable filter wheel information file failed."_s;
-    QTest::newRow("not capable") << QByteArray("A: 1") << "gone.xem"_s << true << "standard.xem"_s
-                                 << "A"_s << QString();
-    QTest::newRow("other family") << "System Configuration: VEXA 200\n" + capable << "gone.xem"_s << true
-                                  << "standard.xem"_s
-                                  << "System Configuration|"_s + own << QString();
+    support::row("standard", capable, QString(), true, "standard.xem"_s, own + "|B"_s, QString());
+    support::row("stored", capable, "mine.xem"_s, true, "mine.xem"_s, own + "|C"_s, QString());
+    support::row("stored empty", capable, ""_s, true, "standard.xem"_s, own + "|B"_s, QString());
+    support::row("missing", capable, "gone.xem"_s, false, "gone.xem"_s, QString(),
+                 "The Emission Filter Wheel Information file %1 does not exist."_s);
+    support::row("unreadable", capable, "folder"_s, false, "folder"_s, own,
+                 "Loading Removable filter wheel information file failed."_s);
+    support::row("not capable", QByteArray("A: 1"), "gone.xem"_s, true, "standard.xem"_s, "A"_s, QString());
+    support::row("other family", "System Configuration: VEXA 200\n" + capable, "gone.xem"_s, true, "standard.xem"_s,
+                 "System Configuration|"_s + own, QString());
 }
 
 void TestCameraInfo::filterWheels()
@@ -447,16 +443,16 @@ void TestCameraInfo::largeAnimal_data()
     QTest::addColumn<bool>("selected");
     QTest::addColumn<QByteArray>("written");
     const QByteArray line = "Large animal position:1";
-    QTest::newRow("no file") << QByteArray() << false << line;
-    QTest::newRow("no line") << QByteArray("a:\xE9\r\nb") << false << "a:\xE9\nb\n" + line;
-    QTest::newRow("selected") << QByteArray("Large animal position:1\r\nx") << true << line + "\nx\n";
-    QTest::newRow("blank before the value") << QByteArray("Large animal position: 1\n") << false << line + "\n";
-    QTest::newRow("last line wins") << QByteArray("Large animal position:1\nLarge animal position:0") << false
-                                    << line + "\n" + line + "\n";
-    QTest::newRow("further parts") << QByteArray("Large animal position:1:2") << true << line + "\n";
-    QTest::newRow("other letter case") << QByteArray("large animal position:1\n") << false
-                                       << "large animal position:1\n" + line;
-    QTest::newRow("no colon") << QByteArray("Large animal position") << false << line + "\n";
+    support::row("no file", QByteArray(), false, line);
+    support::row("no line", QByteArray("a:\xE9\r\nb"), false, "a:\xE9\nb\n" + line);
+    support::row("selected", QByteArray("Large animal position:1\r\nx"), true, line + "\nx\n");
+    support::row("blank before the value", QByteArray("Large animal position: 1\n"), false, line + "\n");
+    support::row("last line wins", QByteArray("Large animal position:1\nLarge animal position:0"), false,
+                 line + "\n" + line + "\n");
+    support::row("further parts", QByteArray("Large animal position:1:2"), true, line + "\n");
+    support::row("other letter case", QByteArray("large animal position:1\n"), false,
+                 "large animal position:1\n" + line);
+    support::row("no colon", QByteArray("Large animal position"), false, line + "\n");
 }
 
 void TestCameraInfo::largeAnimal()

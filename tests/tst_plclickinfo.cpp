@@ -189,16 +189,16 @@ void TestClickInfo::loadsText_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<tag_estatus>("status");
     QTest::addColumn<QString>("sections");
-    QTest::newRow("no header") << QByteArray("just: text") << eSTATUS_SUCCESS << ""_s;
-    QTest::newRow("two") << QByteArray("lead\n*** A: 1\n k: v\n \t***B: 2\n") << eSTATUS_SUCCESS << "A|B"_s;
-    QTest::newRow("first of a key wins") << QByteArray("*** A: 1\n*** a: 2\n*** B: 3") << eSTATUS_SUCCESS << "A|B"_s;
-    QTest::newRow("no colon") << QByteArray("*** A: 1\n*** B\nk: v\n*** C: 2") << eSTATUS_BAD_FORMAT << "A"_s;
-    QTest::newRow("comment sign") << QByteArray("*** A # x: 1") << eSTATUS_BAD_FORMAT << ""_s;
-    QTest::newRow("asterisks inside a line") << QByteArray("*** A: 1\nk: *** B: 2") << eSTATUS_SUCCESS << "A"_s;
-    QTest::newRow("empty key") << QByteArray("*** A: 1\n*** : 2") << eSTATUS_EMPTY_SECTION_KEY << "A"_s;
-    QTest::newRow("click number without body")
-        << QByteArray("*** A: 1\n*** ClickNumber: X1") << eSTATUS_EMPTY_SECTION_KEY << "A"_s;
-    QTest::newRow("outside Latin-1") << QByteArray("*** A\xE2\x82\xAC: 1") << eSTATUS_SUCCESS << "A?"_s;
+    support::row("no header", QByteArray("just: text"), eSTATUS_SUCCESS, ""_s);
+    support::row("two", QByteArray("lead\n*** A: 1\n k: v\n \t***B: 2\n"), eSTATUS_SUCCESS, "A|B"_s);
+    support::row("first of a key wins", QByteArray("*** A: 1\n*** a: 2\n*** B: 3"), eSTATUS_SUCCESS, "A|B"_s);
+    support::row("no colon", QByteArray("*** A: 1\n*** B\nk: v\n*** C: 2"), eSTATUS_BAD_FORMAT, "A"_s);
+    support::row("comment sign", QByteArray("*** A # x: 1"), eSTATUS_BAD_FORMAT, ""_s);
+    support::row("asterisks inside a line", QByteArray("*** A: 1\nk: *** B: 2"), eSTATUS_SUCCESS, "A"_s);
+    support::row("empty key", QByteArray("*** A: 1\n*** : 2"), eSTATUS_EMPTY_SECTION_KEY, "A"_s);
+    support::row("click number without body", QByteArray("*** A: 1\n*** ClickNumber: X1"), eSTATUS_EMPTY_SECTION_KEY,
+                 "A"_s);
+    support::row("outside Latin-1", QByteArray("*** A\xE2\x82\xAC: 1"), eSTATUS_SUCCESS, "A?"_s);
 }
 
 void TestClickInfo::loadsText()
@@ -215,19 +215,13 @@ void TestClickInfo::clickNumbers_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("number");
     const QString longName = QString(40, u'a');
-    QTest::newRow("letter") << "*** ClickNumber: ABC1\nk: v"_s
-                            << "ABC1"_s;
-    QTest::newRow("digit") << "*** clicknumber:\t2019ABC \nk: v"_s
-                           << "X2019ABC"_s;
-    QTest::newRow("other letter") << "*** ClickNumber: \u00c4B\nk: v"_s
-                                  << "X\u00c4B"_s;
-    QTest::newRow("no name") << "*** ClickNumber:\nk: v"_s
-                             << "X"_s;
-    QTest::newRow("cut") << "*** ClickNumber: "_s + longName + "\nk: v"_s << longName.left(31);
-    QTest::newRow("no body") << "*** ClickNumber: ABC1"_s
-                             << "old"_s;
-    QTest::newRow("second block") << "*** ClickNumber: A\nk: v\n*** ClickNumber: B\nk: v"_s
-                                  << "B"_s;
+    support::row("letter", "*** ClickNumber: ABC1\nk: v"_s, "ABC1"_s);
+    support::row("digit", "*** clicknumber:\t2019ABC \nk: v"_s, "X2019ABC"_s);
+    support::row("other letter", "*** ClickNumber: \u00c4B\nk: v"_s, "X\u00c4B"_s);
+    support::row("no name", "*** ClickNumber:\nk: v"_s, "X"_s);
+    support::row("cut", "*** ClickNumber: "_s + longName + "\nk: v"_s, longName.left(31));
+    support::row("no body", "*** ClickNumber: ABC1"_s, "old"_s);
+    support::row("second block", "*** ClickNumber: A\nk: v\n*** ClickNumber: B\nk: v"_s, "B"_s);
 }
 
 void TestClickInfo::clickNumbers()
@@ -251,7 +245,7 @@ void TestClickInfo::savesWhatItLoaded_data()
     for (const QString& click : study.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         const QDir folder(study.filePath(click));
         for (const QString& file : folder.entryList(QDir::Files))
-            QTest::newRow(qPrintable(click + u'/' + file)) << folder.filePath(file);
+            support::row(qPrintable(click + u'/' + file), folder.filePath(file));
     }
 }
 
@@ -290,9 +284,9 @@ void TestClickInfo::keepsEveryByte()
 void TestClickInfo::lineEnds_data()
 {
     QTest::addColumn<QByteArray>("end");
-    QTest::newRow("CR LF") << QByteArray("\r\n");
-    QTest::newRow("LF") << QByteArray("\n");
-    QTest::newRow("CR") << QByteArray("\r");
+    support::row("CR LF", QByteArray("\r\n"));
+    support::row("LF", QByteArray("\n"));
+    support::row("CR", QByteArray("\r"));
 }
 
 void TestClickInfo::lineEnds()
@@ -398,22 +392,14 @@ void TestClickInfo::singleSections_data()
     QTest::addColumn<tag_estatus>("status");
     QTest::addColumn<QString>("section");
     QTest::addColumn<QString>("key");
-    QTest::newRow("commented header") << "*** A :1\n#*** B:2\n*** C:3"_s << eSTATUS_SUCCESS << "*** A :1\n#*** B:2\n"_s
-                                      << "A"_s;
-    QTest::newRow("mark inside a line") << "*** A:1 *** B:2"_s << eSTATUS_SUCCESS << "*** A:1 "_s
-                                        << "A"_s;
-    QTest::newRow("comment to the end") << "*** A:1\n# *** B *** C"_s << eSTATUS_SUCCESS << "*** A:1\n# *** B *** C"_s
-                                        << "A"_s;
-    QTest::newRow("not at the start") << " *** A:1"_s << eSTATUS_BAD_FORMAT << "old"_s
-                                      << "old"_s;
-    QTest::newRow("no blank") << "***A:1"_s << eSTATUS_BAD_FORMAT << "old"_s
-                              << "old"_s;
-    QTest::newRow("colon on the next line") << "*** A\nk:1"_s << eSTATUS_BAD_FORMAT << "old"_s
-                                            << "old"_s;
-    QTest::newRow("comment sign") << "*** A#:1"_s << eSTATUS_BAD_FORMAT << "old"_s
-                                  << "old"_s;
-    QTest::newRow("empty") << ""_s << eSTATUS_NULL_ARGUMENT << "old"_s
-                           << "old"_s;
+    support::row("commented header", "*** A :1\n#*** B:2\n*** C:3"_s, eSTATUS_SUCCESS, "*** A :1\n#*** B:2\n"_s, "A"_s);
+    support::row("mark inside a line", "*** A:1 *** B:2"_s, eSTATUS_SUCCESS, "*** A:1 "_s, "A"_s);
+    support::row("comment to the end", "*** A:1\n# *** B *** C"_s, eSTATUS_SUCCESS, "*** A:1\n# *** B *** C"_s, "A"_s);
+    support::row("not at the start", " *** A:1"_s, eSTATUS_BAD_FORMAT, "old"_s, "old"_s);
+    support::row("no blank", "***A:1"_s, eSTATUS_BAD_FORMAT, "old"_s, "old"_s);
+    support::row("colon on the next line", "*** A\nk:1"_s, eSTATUS_BAD_FORMAT, "old"_s, "old"_s);
+    support::row("comment sign", "*** A#:1"_s, eSTATUS_BAD_FORMAT, "old"_s, "old"_s);
+    support::row("empty", ""_s, eSTATUS_NULL_ARGUMENT, "old"_s, "old"_s);
 }
 
 void TestClickInfo::singleSections()
@@ -459,29 +445,15 @@ void TestClickInfo::findsOneValue_data()
     QTest::addColumn<QString>("inFile");
     QTest::addColumn<QString>("inText");
     const QByteArray filler(190, 'a');
-    QTest::newRow("letter case") << QByteArray("Exposure:\t60 # s\r\n") << "exposure"_s
-                                 << "60 # s"_s
-                                 << "60 # s"_s;
-    QTest::newRow("last line") << QByteArray("a: 1\nb: \xE9") << "b"_s
-                               << "\u00e9"_s
-                               << "\u00e9"_s;
-    QTest::newRow("inside a longer key") << QByteArray("Raw Binning: 2\nBinning: 4") << "Binning"_s
-                                         << "2"_s
-                                         << "2"_s;
-    QTest::newRow("header line") << QByteArray("*** ClickNumber:\tA1\n") << "ClickNumber"_s
-                                 << "A1"_s
-                                 << "A1"_s;
-    QTest::newRow("comment line") << QByteArray("\n  # b: 1\n") << "b"_s << QString() << QString();
-    QTest::newRow("no value") << QByteArray("b:\n") << "b"_s
-                              << ""_s
-                              << ""_s;
-    QTest::newRow("CR only") << QByteArray("a: 1\rb: 2") << "b"_s
-                             << "2"_s
-                             << "2"_s;
-    QTest::newRow("behind 200 characters")
-        << filler + "key: " + filler << "key"_s << QString(54, u'a') << QString(5, u'a');
-    QTest::newRow("cut in the key") << filler.repeated(2).left(247) + "key: 1"
-                                    << "key"_s << QString() << "1"_s;
+    support::row("letter case", QByteArray("Exposure:\t60 # s\r\n"), "exposure"_s, "60 # s"_s, "60 # s"_s);
+    support::row("last line", QByteArray("a: 1\nb: \xE9"), "b"_s, "\u00e9"_s, "\u00e9"_s);
+    support::row("inside a longer key", QByteArray("Raw Binning: 2\nBinning: 4"), "Binning"_s, "2"_s, "2"_s);
+    support::row("header line", QByteArray("*** ClickNumber:\tA1\n"), "ClickNumber"_s, "A1"_s, "A1"_s);
+    support::row("comment line", QByteArray("\n  # b: 1\n"), "b"_s, QString(), QString());
+    support::row("no value", QByteArray("b:\n"), "b"_s, ""_s, ""_s);
+    support::row("CR only", QByteArray("a: 1\rb: 2"), "b"_s, "2"_s, "2"_s);
+    support::row("behind 200 characters", filler + "key: " + filler, "key"_s, QString(54, u'a'), QString(5, u'a'));
+    support::row("cut in the key", filler.repeated(2).left(247) + "key: 1", "key"_s, QString(), "1"_s);
 }
 
 void TestClickInfo::findsOneValue()
@@ -516,15 +488,14 @@ void TestClickInfo::labelSets_data()
                               "Animal Strain|Animal Model|Sex|View|Cell Line|Reporter|Treatment|"
                               "Luc Injection Time|IACUC Number|Displayed Key Choices"_s;
     const QString firstFive = " = User;Group;Experiment;Comment1;Comment2;"_s;
-    QTest::newRow("none") << ""_s << false << universal + firstFive;
-    QTest::newRow("user fields") << ""_s << true << "User ID|Display Type|"_s + universal + firstFive;
-    QTest::newRow("former name") << "*** User Label Name Set: MIRRANE universal # c\nA: 1"_s << true
-                                 << "User ID|Display Type|A|Displayed Key Choices = A;"_s;
-    QTest::newRow("own set") << "*** User Label Name Set: Mine\nA:\nB:\nC:"_s << false
-                             << "Displayed Key Choices = A;B;C;"_s;
-    QTest::newRow("own large set") << "*** User Label Name Set: Mine\nA:\nB:\nC:\nD:\nE:\nF:\nG:"_s << false
-                                   << "Displayed Key Choices = A;B;C;D;E;"_s;
-    QTest::newRow("user input held") << "*** User Input:\nX: 1"_s << true << "X = "_s;
+    support::row("none", ""_s, false, universal + firstFive);
+    support::row("user fields", ""_s, true, "User ID|Display Type|"_s + universal + firstFive);
+    support::row("former name", "*** User Label Name Set: MIRRANE universal # c\nA: 1"_s, true,
+                 "User ID|Display Type|A|Displayed Key Choices = A;"_s);
+    support::row("own set", "*** User Label Name Set: Mine\nA:\nB:\nC:"_s, false, "Displayed Key Choices = A;B;C;"_s);
+    support::row("own large set", "*** User Label Name Set: Mine\nA:\nB:\nC:\nD:\nE:\nF:\nG:"_s, false,
+                 "Displayed Key Choices = A;B;C;D;E;"_s);
+    support::row("user input held", "*** User Input:\nX: 1"_s, true, "X = "_s);
 }
 
 void TestClickInfo::labelSets()
@@ -605,22 +576,21 @@ void TestClickInfo::imageSections_data()
                            "Emission filter=Open|Exposure Time Sec=1e-05|Object radius=1.25|"
                            "Subject size=2.5|"_s;
     const QString error = "Error Wave=No Error"_s;
-    QTest::newRow("photograph") << int(eIMAGE_PHOTOGRAPH) << true << mode1 << "Binning Factor=4|"_s + optics + error;
-    QTest::newRow("photograph, mirror") << int(eIMAGE_PHOTOGRAPH) << false << mirror
-                                        << "Side View Mirror Enabled=Yes|Binning Factor=4"_s;
-    QTest::newRow("structure") << int(eIMAGE_STRUCTURE) << true << mirror
-                               << "Binning Factor=2|"_s + optics + "Structure frequency=Fine|"_s + error;
-    QTest::newRow("structure, mode 1")
-        << int(eIMAGE_STRUCTURE) << true << mode1
-        << "Binning Factor=2|"_s + optics +
-               "Height Reference=h|Height Reference Pixel X=x|Height Reference Pixel Y=y|"
-               "Structure frequency=Fine|"_s +
-               error;
-    QTest::newRow("structure, mode 2") << int(eIMAGE_STRUCTURE) << true << mode2
-                                       << "Imaging Angle=30|Binning Factor=2|"_s + optics +
-                                              "MV stage distance=1.23457e+06|Structured Light Little L=1.23457e+06|"
-                                              "Structure frequency=0.25|"_s +
-                                              error;
+    support::row("photograph", int(eIMAGE_PHOTOGRAPH), true, mode1, "Binning Factor=4|"_s + optics + error);
+    support::row("photograph, mirror", int(eIMAGE_PHOTOGRAPH), false, mirror,
+                 "Side View Mirror Enabled=Yes|Binning Factor=4"_s);
+    support::row("structure", int(eIMAGE_STRUCTURE), true, mirror,
+                 "Binning Factor=2|"_s + optics + "Structure frequency=Fine|"_s + error);
+    support::row("structure, mode 1", int(eIMAGE_STRUCTURE), true, mode1,
+                 "Binning Factor=2|"_s + optics +
+                     "Height Reference=h|Height Reference Pixel X=x|Height Reference Pixel Y=y|"
+                     "Structure frequency=Fine|"_s +
+                     error);
+    support::row("structure, mode 2", int(eIMAGE_STRUCTURE), true, mode2,
+                 "Imaging Angle=30|Binning Factor=2|"_s + optics +
+                     "MV stage distance=1.23457e+06|Structured Light Little L=1.23457e+06|"
+                     "Structure frequency=0.25|"_s +
+                     error);
     const QString light = "Image Units=counts|Binning Factor=8|"_s;
     const QString settings =
         "Field of View=12.5|Read Bias Level=0.1|Emission filter=E5|Filter Position=3|Excitation filter=X2|Subject size=2.5|"_s;
@@ -629,55 +599,47 @@ void TestClickInfo::imageSections_data()
                                  "Fluorescence level string=Low|"_s;
     const QString temperatures = "Demand Temperature=-90|Measured Temperature=-89.8"_s;
     const QString raw = "Cosmic=0|Background Corrected=0|Flat Field Corrected=0"_s;
-    QTest::newRow("luminescent") << int(eIMAGE_LUMINESCENT) << true << none
-                                 << light + exposure + "f Number=1.2|"_s + settings + temperatures + u'|' + error +
-                                        u'|' + raw;
-    QTest::newRow("luminescent without settings")
-        << int(eIMAGE_LUMINESCENT) << false << mirror << light + "Side View Mirror Enabled=Yes|"_s + raw;
-    QTest::newRow("luminescent corrected")
-        << int(eIMAGE_LUMINESCENT_CORRECTED) << false << mode2
-        << "Imaging Angle=30|"_s + light + "Cosmic=1|Background Corrected=1|Flat Field Corrected=1"_s;
-    QTest::newRow("reference on a grid")
-        << int(eIMAGE_FL_REFERENCE) << true << grid
-        << light + exposure + "EM Gain=50|f Number=1.2|"_s + settings + fluorescence +
-               "FL Grid Name=G|FL Grid Position=7, 8|FL X motor position=5|FL Y motor position=6|"
-               "FL x-spot=1.5000|FL y-spot=-2.0000|Minimal Counts For Normalization=400|"
-               "Raw Binning=4|"_s +
-               temperatures + u'|' + error + u'|' + raw;
-    QTest::newRow("reference on two spots")
-        << int(eIMAGE_FL_REFERENCE) << true << twoSpots
-        << "Image Units=counts|Binning Factor=4|"_s + exposure + "f Number=1.2|"_s + settings + fluorescence +
-               "FL Grid Name=G|FL Grid Position=3, 4;5, 6;|FL X motor position=xm|"
-               "FL Y motor position=ym|FL x-spot=xs|FL y-spot=ys|"
-               "Minimal Counts For Normalization=0|Raw Binning=8|"_s +
-               temperatures + u'|' + error + u'|' + raw;
-    QTest::newRow("luminescent on a grid, no raw binning")
-        << int(eIMAGE_LUMINESCENT) << true << noRawBinning
-        << light + exposure + "f Number=1.2|"_s + settings + fluorescence +
-               "FL Grid Name=G|FL Grid Position=7, 8|FL X motor position=5|FL Y motor position=6|"
-               "FL x-spot=1.5000|FL y-spot=-2.0000|"_s +
-               temperatures + u'|' + error + u'|' + raw;
-    QTest::newRow("read bias only") << int(eIMAGE_BIAS) << true << none
-                                    << "Binning Factor=8|Read Bias Level=0.1|"_s + temperatures +
-                                           "|Data Multiplier=1|Background Exposure (Seconds)=0.0"_s;
-    QTest::newRow("read bias only without settings") << int(eIMAGE_BIAS) << false << none << "Binning Factor=8"_s;
-    QTest::newRow("fluorescent background")
-        << int(eIMAGE_FLUORESCENT_BKG) << false << none
-        << "Binning Factor=8|f Number=1.2|Field of View=12.5|Read Bias Level=0.1|"
-           "Fluorescence level=0.0001|Fluorescence level string=Low|"_s +
-               temperatures + "|Data Multiplier=1|Background Exposure (Seconds)=60"_s;
-    QTest::newRow("read bias") << int(eIMAGE_READ_BIAS) << true << none << ""_s;
-    QTest::newRow("dark charge, mode 2") << int(eIMAGE_BACKGROUND) << true << mode2 << "Imaging Angle=30"_s;
+    support::row("luminescent", int(eIMAGE_LUMINESCENT), true, none,
+                 light + exposure + "f Number=1.2|"_s + settings + temperatures + u'|' + error + u'|' + raw);
+    support::row("luminescent without settings", int(eIMAGE_LUMINESCENT), false, mirror,
+                 light + "Side View Mirror Enabled=Yes|"_s + raw);
+    support::row("luminescent corrected", int(eIMAGE_LUMINESCENT_CORRECTED), false, mode2,
+                 "Imaging Angle=30|"_s + light + "Cosmic=1|Background Corrected=1|Flat Field Corrected=1"_s);
+    support::row("reference on a grid", int(eIMAGE_FL_REFERENCE), true, grid,
+                 light + exposure + "EM Gain=50|f Number=1.2|"_s + settings + fluorescence +
+                     "FL Grid Name=G|FL Grid Position=7, 8|FL X motor position=5|FL Y motor position=6|"
+                     "FL x-spot=1.5000|FL y-spot=-2.0000|Minimal Counts For Normalization=400|"
+                     "Raw Binning=4|"_s +
+                     temperatures + u'|' + error + u'|' + raw);
+    support::row("reference on two spots", int(eIMAGE_FL_REFERENCE), true, twoSpots,
+                 "Image Units=counts|Binning Factor=4|"_s + exposure + "f Number=1.2|"_s + settings + fluorescence +
+                     "FL Grid Name=G|FL Grid Position=3, 4;5, 6;|FL X motor position=xm|"
+                     "FL Y motor position=ym|FL x-spot=xs|FL y-spot=ys|"
+                     "Minimal Counts For Normalization=0|Raw Binning=8|"_s +
+                     temperatures + u'|' + error + u'|' + raw);
+    support::row("luminescent on a grid, no raw binning", int(eIMAGE_LUMINESCENT), true, noRawBinning,
+                 light + exposure + "f Number=1.2|"_s + settings + fluorescence +
+                     "FL Grid Name=G|FL Grid Position=7, 8|FL X motor position=5|FL Y motor position=6|"
+                     "FL x-spot=1.5000|FL y-spot=-2.0000|"_s +
+                     temperatures + u'|' + error + u'|' + raw);
+    support::row("read bias only", int(eIMAGE_BIAS), true, none,
+                 "Binning Factor=8|Read Bias Level=0.1|"_s + temperatures +
+                     "|Data Multiplier=1|Background Exposure (Seconds)=0.0"_s);
+    support::row("read bias only without settings", int(eIMAGE_BIAS), false, none, "Binning Factor=8"_s);
+    support::row("fluorescent background", int(eIMAGE_FLUORESCENT_BKG), false, none,
+                 "Binning Factor=8|f Number=1.2|Field of View=12.5|Read Bias Level=0.1|"
+                 "Fluorescence level=0.0001|Fluorescence level string=Low|"_s +
+                     temperatures + "|Data Multiplier=1|Background Exposure (Seconds)=60"_s);
+    support::row("read bias", int(eIMAGE_READ_BIAS), true, none, ""_s);
+    support::row("dark charge, mode 2", int(eIMAGE_BACKGROUND), true, mode2, "Imaging Angle=30"_s);
     const SetupChange large = [](sIASetupInfo& s) { s.xrayImagingMode = 1; };
     const SetupChange high = [](sIASetupInfo& s) { s.xrayImagingMode = 2; };
     const QString tube = "Binning Factor=16|f Number=4|Field of View=12.5|Read Bias Level=1.25|X-ray tube voltage=40|"
                          "X-ray tube plate current=0.1|X-ray tube filter=in|Exposure Time Sec=7.5|"_s;
-    QTest::newRow("X-ray, large") << int(eIMAGE_XRAY) << true << large << tube + "Imaging Mode=Large Animal"_s;
-    QTest::newRow("X-ray, high") << int(eIMAGE_XRAY) << true << high << tube + "Imaging Mode=High Resolution"_s;
-    QTest::newRow("X-ray") << int(eIMAGE_XRAY) << false << mirror
-                           << tube + "Side View Mirror Enabled=Yes|Imaging Mode=Mouse"_s;
-    QTest::newRow("blemish") << int(eIMAGE_BLEMISH) << false << mode2
-                             << "Imaging Angle=30|Binning Factor=32|"_s + temperatures;
+    support::row("X-ray, large", int(eIMAGE_XRAY), true, large, tube + "Imaging Mode=Large Animal"_s);
+    support::row("X-ray, high", int(eIMAGE_XRAY), true, high, tube + "Imaging Mode=High Resolution"_s);
+    support::row("X-ray", int(eIMAGE_XRAY), false, mirror, tube + "Side View Mirror Enabled=Yes|Imaging Mode=Mouse"_s);
+    support::row("blemish", int(eIMAGE_BLEMISH), false, mode2, "Imaging Angle=30|Binning Factor=32|"_s + temperatures);
 }
 
 void TestClickInfo::imageSections()

@@ -81,12 +81,12 @@ void TestHelpers::secondsSince1904_data()
 {
     QTest::addColumn<double>("since1970");
     QTest::addColumn<QString>("since1904");
-    QTest::newRow("epoch") << 0.0 << "2082844800"_s;
-    QTest::newRow("now") << 1700000000.0 << "3782844800"_s;
-    QTest::newRow("cut") << 1.9 << "2082844801"_s;
-    QTest::newRow("rounded into the integer") << 1.9999999 << "2082844802"_s;
-    QTest::newRow("start") << -2082844800.0 << "0"_s;
-    QTest::newRow("sign stays") << -2082844800.5 << "-0"_s;
+    support::row("epoch", 0.0, "2082844800"_s);
+    support::row("now", 1700000000.0, "3782844800"_s);
+    support::row("cut", 1.9, "2082844801"_s);
+    support::row("rounded into the integer", 1.9999999, "2082844802"_s);
+    support::row("start", -2082844800.0, "0"_s);
+    support::row("sign stays", -2082844800.5, "-0"_s);
 }
 
 void TestHelpers::secondsSince1904()
@@ -100,12 +100,9 @@ void TestHelpers::datesAndTimes_data()
     QTest::addColumn<QDateTime>("moment");
     QTest::addColumn<QString>("date");
     QTest::addColumn<QString>("time");
-    QTest::newRow("one digit") << QDateTime({2024, 3, 5}, {9, 5, 0}) << "Tuesday, March 05, 2024"_s
-                               << "09:05:00"_s;
-    QTest::newRow("two digits") << QDateTime({2023, 12, 25}, {17, 30, 59}) << "Monday, December 25, 2023"_s
-                                << "17:30:59"_s;
-    QTest::newRow("midnight") << QDateTime({2023, 1, 1}, {0, 0, 0}) << "Sunday, January 01, 2023"_s
-                              << "00:00:00"_s;
+    support::row("one digit", QDateTime({2024, 3, 5}, {9, 5, 0}), "Tuesday, March 05, 2024"_s, "09:05:00"_s);
+    support::row("two digits", QDateTime({2023, 12, 25}, {17, 30, 59}), "Monday, December 25, 2023"_s, "17:30:59"_s);
+    support::row("midnight", QDateTime({2023, 1, 1}, {0, 0, 0}), "Sunday, January 01, 2023"_s, "00:00:00"_s);
 }
 
 void TestHelpers::datesAndTimes()
@@ -140,12 +137,9 @@ void TestHelpers::sectionOfAText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("section");
-    QTest::newRow("first of two") << "x\n*** A:1\nk\n*** B:2"_s
-                                  << "*** A:1\nk\n"_s;
-    QTest::newRow("last") << "x *** A:1\nk"_s
-                          << "*** A:1\nk"_s;
-    QTest::newRow("no mark") << "***A:1"_s
-                             << ""_s;
+    support::row("first of two", "x\n*** A:1\nk\n*** B:2"_s, "*** A:1\nk\n"_s);
+    support::row("last", "x *** A:1\nk"_s, "*** A:1\nk"_s);
+    support::row("no mark", "***A:1"_s, ""_s);
 }
 
 void TestHelpers::sectionOfAText()
@@ -158,21 +152,15 @@ void TestHelpers::headerKeys_data()
 {
     QTest::addColumn<QString>("header");
     QTest::addColumn<QString>("key");
-    QTest::newRow("usual") << "*** Camera:\tUnit"_s
-                           << "Camera"_s;
-    QTest::newRow("no blank") << "***Camera: Unit"_s
-                              << "Camera"_s;
-    QTest::newRow("colons in the name") << "*** A b : c : d"_s
-                                        << "A b"_s;
-    QTest::newRow("comment in the name") << "*** A: b # c"_s
-                                         << "A"_s;
-    QTest::newRow("empty key") << "*** : b"_s
-                               << ""_s;
-    QTest::newRow("four asterisks") << "**** A: b"_s
-                                    << "A"_s;
-    QTest::newRow("no colon") << "*** A"_s << QString();
-    QTest::newRow("comment before the colon") << "*** A # b: c"_s << QString();
-    QTest::newRow("mark with blank behind the colon") << "***A: b *** c"_s << QString();
+    support::row("usual", "*** Camera:\tUnit"_s, "Camera"_s);
+    support::row("no blank", "***Camera: Unit"_s, "Camera"_s);
+    support::row("colons in the name", "*** A b : c : d"_s, "A b"_s);
+    support::row("comment in the name", "*** A: b # c"_s, "A"_s);
+    support::row("empty key", "*** : b"_s, ""_s);
+    support::row("four asterisks", "**** A: b"_s, "A"_s);
+    support::row("no colon", "*** A"_s, QString());
+    support::row("comment before the colon", "*** A # b: c"_s, QString());
+    support::row("mark with blank behind the colon", "***A: b *** c"_s, QString());
 }
 
 void TestHelpers::headerKeys()
@@ -236,12 +224,8 @@ void TestHelpers::binnings_data()
             << "site"_s << system << sophia << int(eIMAGE_LUMINESCENT) << "16 8 4"_s
             << "16 8 4"_s;
     }
-    QTest::newRow("Sophia X-ray") << "site"_s
-                                  << "x"_s << sophia << int(eIMAGE_XRAY) << "-1 2 1"_s
-                                  << "4 2 1"_s;
-    QTest::newRow("Sophia elsewhere") << "site"_s
-                                      << "VEXA 100"_s << sophia << int(eIMAGE_PHOTOGRAPH) << "-1 2 1"_s
-                                      << "2 2 1"_s;
+    support::row("Sophia X-ray", "site"_s, "x"_s, sophia, int(eIMAGE_XRAY), "-1 2 1"_s, "4 2 1"_s);
+    support::row("Sophia elsewhere", "site"_s, "VEXA 100"_s, sophia, int(eIMAGE_PHOTOGRAPH), "-1 2 1"_s, "2 2 1"_s);
 }
 
 void TestHelpers::binnings()
@@ -272,15 +256,14 @@ void TestHelpers::binningCodes_data()
     QTest::addColumn<int>("style");
     QTest::addColumn<QStringList>("labels");
     const QString other = "luminescent"_s;
-    QTest::newRow("style 0") << other << 0 << QStringList{"HR"_s, "M"_s, "HS"_s};
+    support::row("style 0", other, 0, QStringList{"HR"_s, "M"_s, "HS"_s});
     for (const int style : {1, 2})
         QTest::addRow("style %d", style) << other << style
                                          << QStringList{"Small (Hi Res)"_s, "Med."_s, "Large (Hi Sens)"_s};
-    QTest::newRow("style 3") << other << 3
-                             << QStringList{"Small (Hi Resolution)"_s, "Medium"_s, "Large (Hi Sensitivity)"_s};
-    QTest::newRow("no style") << other << 4 << QStringList{""_s, ""_s, ""_s};
-    QTest::newRow("negative style") << other << -1 << QStringList{""_s, ""_s, ""_s};
-    QTest::newRow("photograph") << "photograph"_s << 0 << QStringList{"M"_s, ""_s, ""_s};
+    support::row("style 3", other, 3, QStringList{"Small (Hi Resolution)"_s, "Medium"_s, "Large (Hi Sensitivity)"_s});
+    support::row("no style", other, 4, QStringList{""_s, ""_s, ""_s});
+    support::row("negative style", other, -1, QStringList{""_s, ""_s, ""_s});
+    support::row("photograph", "photograph"_s, 0, QStringList{"M"_s, ""_s, ""_s});
 }
 
 void TestHelpers::binningCodes()
@@ -300,42 +283,18 @@ void TestHelpers::pixels_data()
     QTest::addColumn<QString>("system");
     QTest::addColumn<QString>("info");
     QTest::addColumn<double>("pixels");
-    QTest::newRow("A") << "x DZ930"_s
-                       << ""_s
-                       << ""_s << 2048.0;
-    QTest::newRow("A, newer") << "dz936r"_s
-                              << ""_s
-                              << ""_s << 2048.0;
-    QTest::newRow("B") << "ds934r andor"_s
-                       << ""_s
-                       << ""_s << 1024.0;
-    QTest::newRow("C") << "e2v eev47"_s
-                       << ""_s
-                       << ""_s << 1920.0;
-    QTest::newRow("C, model code") << "andor dz436"_s
-                                   << ""_s
-                                   << ""_s << 1920.0;
-    QTest::newRow("D") << "andor eev"_s
-                       << ""_s
-                       << ""_s << 1024.0;
-    QTest::newRow("D by DU88") << "iXon DU888"_s
-                               << ""_s
-                               << ""_s << 1024.0;
-    QTest::newRow("none") << ""_s
-                          << "VEXA 50"_s
-                          << "x"_s << 1300.0;
-    QTest::newRow("Sophia 200") << "dz930"_s
-                                << "VEXA 200"_s
-                                << "Sophia"_s << 1920.0;
-    QTest::newRow("Sophia 50") << "site"_s
-                               << "VEXA 50"_s
-                               << "Sophia"_s << 2048.0;
-    QTest::newRow("Sophia both") << "site"_s
-                                 << "VEXA 50 VEXA 200"_s
-                                 << "Sophia"_s << 2048.0;
-    QTest::newRow("Sophia other") << "site"_s
-                                  << "VEXA 100"_s
-                                  << "Sophia"_s << 1024.0;
+    support::row("A", "x DZ930"_s, ""_s, ""_s, 2048.0);
+    support::row("A, newer", "dz936r"_s, ""_s, ""_s, 2048.0);
+    support::row("B", "ds934r andor"_s, ""_s, ""_s, 1024.0);
+    support::row("C", "e2v eev47"_s, ""_s, ""_s, 1920.0);
+    support::row("C, model code", "andor dz436"_s, ""_s, ""_s, 1920.0);
+    support::row("D", "andor eev"_s, ""_s, ""_s, 1024.0);
+    support::row("D by DU88", "iXon DU888"_s, ""_s, ""_s, 1024.0);
+    support::row("none", ""_s, "VEXA 50"_s, "x"_s, 1300.0);
+    support::row("Sophia 200", "dz930"_s, "VEXA 200"_s, "Sophia"_s, 1920.0);
+    support::row("Sophia 50", "site"_s, "VEXA 50"_s, "Sophia"_s, 2048.0);
+    support::row("Sophia both", "site"_s, "VEXA 50 VEXA 200"_s, "Sophia"_s, 2048.0);
+    support::row("Sophia other", "site"_s, "VEXA 100"_s, "Sophia"_s, 1024.0);
 }
 
 void TestHelpers::pixels()
@@ -350,13 +309,13 @@ void TestHelpers::fieldsOfView_data()
 {
     QTest::addColumn<double>("fieldOfView");
     QTest::addColumn<QByteArray>("name");
-    QTest::newRow("first of two") << 5.0 << QByteArray("A");
-    QTest::newRow("within the tolerance") << 12.500005 << QByteArray("b");
-    QTest::newRow("outside the tolerance") << 12.50002 << QByteArray();
-    QTest::newRow("float rounding") << 7.1 << QByteArray("_");
-    QTest::newRow("no name in the key") << 1.0 << QByteArray();
-    QTest::newRow("no number") << 0.0 << QByteArray("E");
-    QTest::newRow("not Latin") << 9.0 << QByteArray("\xE9");
+    support::row("first of two", 5.0, QByteArray("A"));
+    support::row("within the tolerance", 12.500005, QByteArray("b"));
+    support::row("outside the tolerance", 12.50002, QByteArray());
+    support::row("float rounding", 7.1, QByteArray("_"));
+    support::row("no name in the key", 1.0, QByteArray());
+    support::row("no number", 0.0, QByteArray("E"));
+    support::row("not Latin", 9.0, QByteArray("\xE9"));
 }
 
 void TestHelpers::fieldsOfView()

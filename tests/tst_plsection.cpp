@@ -58,11 +58,11 @@ void TestSection::readsValues_data()
     QTest::addColumn<QString>("value");
     QTest::addColumn<tag_estatus>("rawStatus");
     QTest::addColumn<QString>("raw");
-    QTest::newRow("comment") << "fov"_s << eSTATUS_SUCCESS << "10.0"_s << eSTATUS_SUCCESS << "10.0 # mm"_s;
-    QTest::newRow("only a comment") << "note"_s << eSTATUS_SUCCESS << ""_s << eSTATUS_SUCCESS << "# none"_s;
-    QTest::newRow("spaces stay") << "gain"_s << eSTATUS_SUCCESS << " high "_s << eSTATUS_SUCCESS << " high "_s;
-    QTest::newRow("absent") << "x"_s << eSTATUS_KEY_NOT_FOUND << "old"_s << eSTATUS_KEY_NOT_FOUND << "old"_s;
-    QTest::newRow("empty key") << ""_s << eSTATUS_NULL_ARGUMENT << "old"_s << eSTATUS_KEY_NOT_FOUND << "old"_s;
+    support::row("comment", "fov"_s, eSTATUS_SUCCESS, "10.0"_s, eSTATUS_SUCCESS, "10.0 # mm"_s);
+    support::row("only a comment", "note"_s, eSTATUS_SUCCESS, ""_s, eSTATUS_SUCCESS, "# none"_s);
+    support::row("spaces stay", "gain"_s, eSTATUS_SUCCESS, " high "_s, eSTATUS_SUCCESS, " high "_s);
+    support::row("absent", "x"_s, eSTATUS_KEY_NOT_FOUND, "old"_s, eSTATUS_KEY_NOT_FOUND, "old"_s);
+    support::row("empty key", ""_s, eSTATUS_NULL_ARGUMENT, "old"_s, eSTATUS_KEY_NOT_FOUND, "old"_s);
 }
 
 void TestSection::readsValues()
@@ -87,15 +87,15 @@ void TestSection::readsNumbers_data()
     QTest::addColumn<int>("integer");
     QTest::addColumn<int>("narrow");
     QTest::addColumn<double>("real");
-    QTest::newRow("whole") << "42"_s << 42 << 42 << 42.0;
-    QTest::newRow("comment") << "-7 # mm"_s << -7 << -7 << -7.0;
-    QTest::newRow("real") << "12.5"_s << 0 << 0 << 12.5;
-    QTest::newRow("exponent") << "1e-3"_s << 0 << 0 << 0.001;
-    QTest::newRow("words") << "abc"_s << 0 << 0 << 0.0;
-    QTest::newRow("hexadecimal") << "0x10"_s << 0 << 0 << 0.0;
-    QTest::newRow("decimal comma") << "1,5"_s << 0 << 0 << 0.0;
-    QTest::newRow("too large for short") << "70000"_s << 70000 << 0 << 70000.0;
-    QTest::newRow("too large for double") << "1e999"_s << 0 << 0 << 0.0;
+    support::row("whole", "42"_s, 42, 42, 42.0);
+    support::row("comment", "-7 # mm"_s, -7, -7, -7.0);
+    support::row("real", "12.5"_s, 0, 0, 12.5);
+    support::row("exponent", "1e-3"_s, 0, 0, 0.001);
+    support::row("words", "abc"_s, 0, 0, 0.0);
+    support::row("hexadecimal", "0x10"_s, 0, 0, 0.0);
+    support::row("decimal comma", "1,5"_s, 0, 0, 0.0);
+    support::row("too large for short", "70000"_s, 70000, 0, 70000.0);
+    support::row("too large for double", "1e999"_s, 0, 0, 0.0);
 }
 
 void TestSection::readsNumbers()
@@ -127,12 +127,12 @@ void TestSection::writesNumbers_data()
 {
     QTest::addColumn<double>("number");
     QTest::addColumn<QString>("text");
-    QTest::newRow("half") << 2.5 << "2.500000"_s;
-    QTest::newRow("tenth") << -0.1 << "-0.100000"_s;
-    QTest::newRow("large") << 123456789.0 << "123456789.000000"_s;
-    QTest::newRow("tie goes to even") << 51589876614145.5703125 << "51589876614145.570312"_s;
-    QTest::newRow("negative zero") << -0.0 << "-0.000000"_s;
-    QTest::newRow("below the last digit") << 4e-7 << "0.000000"_s;
+    support::row("half", 2.5, "2.500000"_s);
+    support::row("tenth", -0.1, "-0.100000"_s);
+    support::row("large", 123456789.0, "123456789.000000"_s);
+    support::row("tie goes to even", 51589876614145.5703125, "51589876614145.570312"_s);
+    support::row("negative zero", -0.0, "-0.000000"_s);
+    support::row("below the last digit", 4e-7, "0.000000"_s);
 }
 
 void TestSection::writesNumbers()
@@ -160,21 +160,11 @@ void TestSection::keepsComments_data()
     QTest::addColumn<QString>("old");
     QTest::addColumn<QString>("given");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("kept") << "10.0 # mm"_s
-                          << "12.5"_s
-                          << "12.5\t# mm"_s;
-    QTest::newRow("replaced") << "10.0 # mm"_s
-                              << "7 # s"_s
-                              << "7 # s"_s;
-    QTest::newRow("none") << "10.0"_s
-                          << "12.5"_s
-                          << "12.5"_s;
-    QTest::newRow("two signs") << "a # b # c"_s
-                               << "d"_s
-                               << "d\t# b # c"_s;
-    QTest::newRow("emptied") << "a#b"_s
-                             << ""_s
-                             << "\t#b"_s;
+    support::row("kept", "10.0 # mm"_s, "12.5"_s, "12.5\t# mm"_s);
+    support::row("replaced", "10.0 # mm"_s, "7 # s"_s, "7 # s"_s);
+    support::row("none", "10.0"_s, "12.5"_s, "12.5"_s);
+    support::row("two signs", "a # b # c"_s, "d"_s, "d\t# b # c"_s);
+    support::row("emptied", "a#b"_s, ""_s, "\t#b"_s);
 }
 
 void TestSection::keepsComments()
@@ -234,13 +224,11 @@ void TestSection::selectsKeys_data()
     QTest::addColumn<QString>("subkey");
     QTest::addColumn<tag_estatus>("status");
     QTest::addColumn<QString>("keys");
-    QTest::newRow("null subkey") << "filter"_s << QString() << eSTATUS_SUCCESS << "old|Filter 1|Filter 2"_s;
-    QTest::newRow("empty subkey") << "filter"_s
-                                  << ""_s << eSTATUS_SUCCESS << "old"_s;
-    QTest::newRow("subkey") << "FILTER"_s
-                            << "R 2"_s << eSTATUS_SUCCESS << "old|Filter 2"_s;
-    QTest::newRow("not at the start") << "ilter"_s << QString() << eSTATUS_SUCCESS << "old"_s;
-    QTest::newRow("empty key") << ""_s << QString() << eSTATUS_NULL_ARGUMENT << "old"_s;
+    support::row("null subkey", "filter"_s, QString(), eSTATUS_SUCCESS, "old|Filter 1|Filter 2"_s);
+    support::row("empty subkey", "filter"_s, ""_s, eSTATUS_SUCCESS, "old"_s);
+    support::row("subkey", "FILTER"_s, "R 2"_s, eSTATUS_SUCCESS, "old|Filter 2"_s);
+    support::row("not at the start", "ilter"_s, QString(), eSTATUS_SUCCESS, "old"_s);
+    support::row("empty key", ""_s, QString(), eSTATUS_NULL_ARGUMENT, "old"_s);
 }
 
 void TestSection::selectsKeys()
@@ -293,21 +281,14 @@ void TestSection::textForm_data()
 {
     QTest::addColumn<QString>("body");
     QTest::addColumn<QString>("written");
-    QTest::newRow("all kinds of lines")
-        << "Binning: 4\nGain: High # set by user\njust a note\n\nTemp: -90"_s
-        << "Binning:\t4\r\nGain:\tHigh # set by user\r\n#just a note\r\n\r\nTemp:\t-90\r\n"_s;
-    QTest::newRow("white space") << " \n  Key \t: a : b \n"_s
-                                 << "Key:\ta : b\r\n"_s;
-    QTest::newRow("comments with ':'") << "# a: b\nNote # see: manual"_s
-                                       << "# a: b\r\n#Note # see: manual\r\n"_s;
-    QTest::newRow("nameless pair") << ": x\nA:"_s
-                                   << ":\tx\r\nA:\t\r\n"_s;
-    QTest::newRow("nothing") << " \n "_s
-                             << ""_s;
-    QTest::newRow("no-break space is text") << "Gain:\u00a05\u00a0\u0085"_s
-                                            << "Gain:\t\u00a05\u00a0\u0085\r\n"_s;
-    QTest::newRow("real key like a comment's") << "My CommentLine 1: kept"_s
-                                               << "kept\r\n"_s;
+    support::row("all kinds of lines", "Binning: 4\nGain: High # set by user\njust a note\n\nTemp: -90"_s,
+                 "Binning:\t4\r\nGain:\tHigh # set by user\r\n#just a note\r\n\r\nTemp:\t-90\r\n"_s);
+    support::row("white space", " \n  Key \t: a : b \n"_s, "Key:\ta : b\r\n"_s);
+    support::row("comments with ':'", "# a: b\nNote # see: manual"_s, "# a: b\r\n#Note # see: manual\r\n"_s);
+    support::row("nameless pair", ": x\nA:"_s, ":\tx\r\nA:\t\r\n"_s);
+    support::row("nothing", " \n "_s, ""_s);
+    support::row("no-break space is text", "Gain:\u00a05\u00a0\u0085"_s, "Gain:\t\u00a05\u00a0\u0085\r\n"_s);
+    support::row("real key like a comment's", "My CommentLine 1: kept"_s, "kept\r\n"_s);
 }
 
 void TestSection::textForm()

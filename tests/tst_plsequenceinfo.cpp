@@ -53,12 +53,11 @@ void TestSequenceInfo::loadStatus_data()
 {
     QTest::addColumn<QByteArray>("graph");
     QTest::addColumn<tag_estatus>("status");
-    QTest::newRow("not marked") << QByteArray() << eSTATUS_NO_CLICK_NUMBERS;
-    QTest::newRow("marked") << QByteArray("*** Graph Controls:\nEmpty Sequence: 1") << eSTATUS_EMPTY_SEQUENCE;
-    QTest::newRow("zero") << QByteArray("*** Graph Controls:\nEmpty Sequence: 0") << eSTATUS_NO_CLICK_NUMBERS;
-    QTest::newRow("no number") << QByteArray("*** Graph Controls:\nEmpty Sequence: yes") << eSTATUS_NO_CLICK_NUMBERS;
-    QTest::newRow("other letter case") << QByteArray("*** graph controls:\nEmpty Sequence: 1")
-                                       << eSTATUS_NO_CLICK_NUMBERS;
+    support::row("not marked", QByteArray(), eSTATUS_NO_CLICK_NUMBERS);
+    support::row("marked", QByteArray("*** Graph Controls:\nEmpty Sequence: 1"), eSTATUS_EMPTY_SEQUENCE);
+    support::row("zero", QByteArray("*** Graph Controls:\nEmpty Sequence: 0"), eSTATUS_NO_CLICK_NUMBERS);
+    support::row("no number", QByteArray("*** Graph Controls:\nEmpty Sequence: yes"), eSTATUS_NO_CLICK_NUMBERS);
+    support::row("other letter case", QByteArray("*** graph controls:\nEmpty Sequence: 1"), eSTATUS_NO_CLICK_NUMBERS);
 }
 
 void TestSequenceInfo::loadStatus()
@@ -77,45 +76,24 @@ void TestSequenceInfo::reading_data()
     QTest::addColumn<QString>("clicks");
     QTest::addColumn<QString>("name");
     const QByteArray numbers = "*** ClickNumbers:\n# none\nfirst: A1 # x\nother: B2\n";
-    QTest::newRow("text before and inside") << "lead\n" + numbers + "k: *** Sequence: S\nx: y\n"
-                                            << "ClickNumbers|Sequence"_s
-                                            << "A1|B2|"_s
-                                            << "S"_s;
-    QTest::newRow("last of a key is interpreted") << numbers + "*** Sequence: S # old\n\n*** ClickNumbers:\nn: C3\n"
-                                                  << "ClickNumbers|Sequence"_s
-                                                  << "C3"_s
-                                                  << "S"_s;
-    QTest::newRow("comment before the colon") << numbers + "*** Sequence # x: S\nk: v\n"
-                                              << "ClickNumbers|Sequence # x"_s
-                                              << "A1|B2"_s
-                                              << ""_s;
-    QTest::newRow("no line end") << numbers + "*** Sequence: S"
-                                 << "ClickNumbers|Sequence"_s
-                                 << "A1|B2"_s
-                                 << ""_s;
-    QTest::newRow("empty key") << "*** : S\n" + numbers << "ClickNumbers"_s
-                               << "A1|B2"_s
-                               << ""_s;
-    QTest::newRow("colon behind the next mark") << "*** A\n" + numbers << "A\n*** ClickNumbers|ClickNumbers"_s
-                                                << "A1|B2"_s
-                                                << ""_s;
+    support::row("text before and inside", "lead\n" + numbers + "k: *** Sequence: S\nx: y\n", "ClickNumbers|Sequence"_s,
+                 "A1|B2|"_s, "S"_s);
+    support::row("last of a key is interpreted", numbers + "*** Sequence: S # old\n\n*** ClickNumbers:\nn: C3\n",
+                 "ClickNumbers|Sequence"_s, "C3"_s, "S"_s);
+    support::row("comment before the colon", numbers + "*** Sequence # x: S\nk: v\n", "ClickNumbers|Sequence # x"_s,
+                 "A1|B2"_s, ""_s);
+    support::row("no line end", numbers + "*** Sequence: S", "ClickNumbers|Sequence"_s, "A1|B2"_s, ""_s);
+    support::row("empty key", "*** : S\n" + numbers, "ClickNumbers"_s, "A1|B2"_s, ""_s);
+    support::row("colon behind the next mark", "*** A\n" + numbers, "A\n*** ClickNumbers|ClickNumbers"_s, "A1|B2"_s,
+                 ""_s);
     const QByteArray far(150, 'b');
-    QTest::newRow("colon far behind the next mark")
-        << "*** A\n*** B\n" + far + "\n" + numbers
-        << "B\n"_s + QString::fromLatin1(far) + "\n*** ClickNumbers|ClickNumbers"_s
-        << "A1|B2"_s
-        << ""_s;
-    QTest::newRow("no further colon") << numbers + "*** Sequence\nk v\n"
-                                      << "ClickNumbers"_s
-                                      << "A1|B2"_s
-                                      << ""_s;
-    QTest::newRow("CR line ends") << QByteArray(numbers + "*** Sequence: S\n").replace('\n', '\r')
-                                  << "ClickNumbers|Sequence"_s
-                                  << "A1|B2"_s
-                                  << "S"_s;
-    QTest::newRow("NUL") << QByteArray("*** ClickNumbers:\na: A\0B\nc: D\n", 29) << "ClickNumbers"_s
-                         << "A"_s + QChar(0) + "B|D"_s
-                         << ""_s;
+    support::row("colon far behind the next mark", "*** A\n*** B\n" + far + "\n" + numbers,
+                 "B\n"_s + QString::fromLatin1(far) + "\n*** ClickNumbers|ClickNumbers"_s, "A1|B2"_s, ""_s);
+    support::row("no further colon", numbers + "*** Sequence\nk v\n", "ClickNumbers"_s, "A1|B2"_s, ""_s);
+    support::row("CR line ends", QByteArray(numbers + "*** Sequence: S\n").replace('\n', '\r'),
+                 "ClickNumbers|Sequence"_s, "A1|B2"_s, "S"_s);
+    support::row("NUL", QByteArray("*** ClickNumbers:\na: A\0B\nc: D\n", 29), "ClickNumbers"_s,
+                 "A"_s + QChar(0) + "B|D"_s, ""_s);
 }
 
 void TestSequenceInfo::reading()
@@ -138,8 +116,8 @@ void TestSequenceInfo::manyMarksBeforeOneColon()
 void TestSequenceInfo::encodings_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("UTF-8") << QByteArray("*** S\xC3\xA9:\tN\xC3\xA9\r\nk\xC3\xA9:\tv\r\n");
-    QTest::newRow("Latin-1") << QByteArray("*** S\xE9:\tN\xE9\r\nk\xE9:\tv\r\n");
+    support::row("UTF-8", QByteArray("*** S\xC3\xA9:\tN\xC3\xA9\r\nk\xC3\xA9:\tv\r\n"));
+    support::row("Latin-1", QByteArray("*** S\xE9:\tN\xE9\r\nk\xE9:\tv\r\n"));
 }
 
 void TestSequenceInfo::encodings()

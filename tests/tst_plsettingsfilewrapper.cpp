@@ -63,13 +63,13 @@ void TestSettingsFileWrapper::lookup_data()
     QTest::addColumn<bool>("names");
     QTest::addColumn<int>("section");
     QTest::addColumn<bool>("unique");
-    QTest::newRow("Bright # 1") << false << 0 << false;
-    QTest::newRow("BRIGHT # 1") << false << 3 << false;
-    QTest::newRow("bright # 1") << false << -1 << false;
-    QTest::newRow("Hidden") << false << -1 << true;
-    QTest::newRow("") << false << 2 << false;
-    QTest::newRow("Bright") << true << 2 << false;
-    QTest::newRow("BRIGHT # A") << true << 0 << false;
+    support::row("Bright # 1", false, 0, false);
+    support::row("BRIGHT # 1", false, 3, false);
+    support::row("bright # 1", false, -1, false);
+    support::row("Hidden", false, -1, true);
+    support::row("", false, 2, false);
+    support::row("Bright", true, 2, false);
+    support::row("BRIGHT # A", true, 0, false);
 }
 
 void TestSettingsFileWrapper::lookup()

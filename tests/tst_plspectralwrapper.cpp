@@ -232,8 +232,8 @@ void TestSpectralWrapper::readsContourAndMeasurements_data()
 {
     QTest::addColumn<QByteArray>("shape");
     QTest::addColumn<int>("delta");
-    QTest::newRow("contour") << QByteArray("Contour") << 3;
-    QTest::newRow("another word") << QByteArray("contour") << 0;
+    support::row("contour", QByteArray("Contour"), 3);
+    support::row("another word", QByteArray("contour"), 0);
 }
 
 void TestSpectralWrapper::readsContourAndMeasurements()

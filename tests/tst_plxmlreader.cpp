@@ -164,14 +164,14 @@ void TestXmlReader::encodings_data()
     const QString plain = "<a>\u00e9\u03b1</a>"_s;
     const QByteArray utf8 = plain.toUtf8();
     const auto coded = [&](const char* codec) { return QTextCodec::codecForName(codec)->fromUnicode(plain); };
-    QTest::newRow("UTF-8") << utf8;
-    QTest::newRow("UTF-8 with mark") << "\xEF\xBB\xBF" + utf8;
-    QTest::newRow("unknown name") << "<?xml version='1.0' encoding='none'?>" + utf8;
-    QTest::newRow("declared") << "<?xml version='1.0' encoding='GB18030'?>" + coded("GB18030");
-    QTest::newRow("UTF-16 with mark") << coded("UTF-16");
-    QTest::newRow("big end first") << coded("UTF-16BE");
-    QTest::newRow("UTF-16 without mark") << coded("UTF-16LE").mid(2);
-    QTest::newRow("UTF-32 with mark") << coded("UTF-32");
+    support::row("UTF-8", utf8);
+    support::row("UTF-8 with mark", "\xEF\xBB\xBF" + utf8);
+    support::row("unknown name", "<?xml version='1.0' encoding='none'?>" + utf8);
+    support::row("declared", "<?xml version='1.0' encoding='GB18030'?>" + coded("GB18030"));
+    support::row("UTF-16 with mark", coded("UTF-16"));
+    support::row("big end first", coded("UTF-16BE"));
+    support::row("UTF-16 without mark", coded("UTF-16LE").mid(2));
+    support::row("UTF-32 with mark", coded("UTF-32"));
 }
 
 void TestXmlReader::encodings()
@@ -190,7 +190,7 @@ void TestXmlReader::hostileFiles_data()
     QTest::addColumn<bool>("loads");
     QTest::addColumn<int>("column");
     const auto row = [](const char* name, const QByteArray& bytes, bool loads, int column = 0) {
-        QTest::newRow(name) << bytes << loads << column;
+        support::row(name, bytes, loads, column);
     };
     const auto nested = [](int depth) {
         return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);

@@ -50,7 +50,7 @@ void TestXmlWriter::output_data()
     QTest::addColumn<Use>("use");
     QTest::addColumn<QByteArray>("expected");
     const auto row = [](const char* name, const Use& use, const char* expected) {
-        QTest::newRow(name) << use << QByteArray(expected);
+        support::row(name, use, QByteArray(expected));
     };
 
     row(

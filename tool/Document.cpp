@@ -1,5 +1,7 @@
 #include "Document.h"
 
+#include <algorithm>
+
 namespace {
 
 template <typename Sections>
@@ -11,27 +13,55 @@ QList<CPLSection*> allSections(const Sections& document)
     return sections;
 }
 
-constexpr Document::Kind kinds[] = {
-    {PLKeyword::Section::BackgroundClick, PLKeyword::keyword("Background summary"),
-     &CPLBkgSummaryInfo::load},
-    {PLKeyword::Key::StructureReference, PLKeyword::keyword("Structure references"),
-     &CPLBkgSummaryInfo::SLload},
-    {PLKeyword::Key::FluorescentReference, PLKeyword::keyword("Fluorescent references"),
-     &CPLBkgSummaryInfo::FLload},
-    {PLKeyword::Section::TissueProperties, PLKeyword::keyword("Optical properties"), nullptr},
-    {PLKeyword::Section::SourceModel, PLKeyword::keyword("Optical properties"), nullptr},
-    {PLKeyword::Section::UserLabelNameSet, PLKeyword::keyword("Label set"), nullptr},
+/** A file that is read line by line: what it is, and how it is read. */
+struct IndexKind
+{
+    QLatin1String title;
+    tag_estatus (CPLBkgSummaryInfo::*load)(QString) = nullptr;
 };
 
-const Document::Kind* kindOf(const CPLSection& first)
+constexpr IndexKind indexKinds[] = {
+    {PLKeyword::keyword("Structure references"), &CPLBkgSummaryInfo::SLload},
+    {PLKeyword::keyword("Fluorescent references"), &CPLBkgSummaryInfo::FLload},
+};
+
+/** What the key of the first section begins with tells what the file is. */
+struct TextKind
 {
+    QLatin1String sectionKey;
+    QLatin1String title;
+};
+
+constexpr TextKind textKinds[] = {
+    {PLKeyword::Section::TissueProperties, PLKeyword::keyword("Optical properties")},
+    {PLKeyword::Section::SourceModel, PLKeyword::keyword("Optical properties")},
+    {PLKeyword::Section::UserLabelNameSet, PLKeyword::keyword("Label set")},
+};
+
+QString titleOf(const CPLClickInfo& text)
+{
+    QString clickNumber;
+    text.getClickNumber(&clickNumber);
+    if (!clickNumber.isEmpty())
+        return QLatin1String("Acquisition ") + clickNumber;
     QString key;
-    first.getSectionKey(&key);
-    for (const Document::Kind& kind : kinds) {
+    text[0]->getSectionKey(&key);
+    for (const TextKind& kind : textKinds) {
         if (key.startsWith(kind.sectionKey, Qt::CaseInsensitive))
-            return &kind;
+            return kind.title;
     }
-    return nullptr;
+    const bool menu = text[0]->isKeyPresent(PLKeyword::Key::MenuName);
+    return menu ? QStringLiteral("Settings") : QStringLiteral("Info file");
+}
+
+bool isSummary(const CPLClickInfo& text)
+{
+    const QList<CPLSection*> sections = allSections(text);
+    return std::any_of(sections.cbegin(), sections.cend(), [](const CPLSection* section) {
+        QString key;
+        section->getSectionKey(&key);
+        return key.contains(PLKeyword::Section::BackgroundClick, Qt::CaseInsensitive);
+    });
 }
 
 } // namespace
@@ -39,45 +69,41 @@ const Document::Kind* kindOf(const CPLSection& first)
 tag_estatus Document::load(const QString& file)
 {
     const tag_estatus status = m_text.loadClickInfo(file, false);
-    if (status == eSTATUS_BAD_FORMAT && m_sequence.loadFile(file) == eSTATUS_SUCCESS) {
-        // The reader of sequences passes over what is malformed.
-        m_isSequence = true;
-        return eSTATUS_SUCCESS;
-    }
+    if (status == eSTATUS_FILE_OPEN_FAILED || loadCatalogue(file))
+        return status == eSTATUS_BAD_FORMAT ? eSTATUS_SUCCESS : status;
+    if (m_text.isSectionPresent(PLKeyword::Section::ClickNumbers) ||
+        m_text.isSectionPresent(PLKeyword::Section::Sequence) || status == eSTATUS_BAD_FORMAT)
+        return loadSequence(file);
     if (status != eSTATUS_SUCCESS)
         return status;
-    m_isSequence = m_text.isSectionPresent(PLKeyword::Section::ClickNumbers) ||
-                   m_text.isSectionPresent(PLKeyword::Section::Sequence);
-    if (m_isSequence) {
-        const tag_estatus loaded = m_sequence.loadFile(file);
-        const bool empty = loaded == eSTATUS_EMPTY_SEQUENCE || loaded == eSTATUS_NO_CLICK_NUMBERS;
-        return empty ? eSTATUS_SUCCESS : loaded;
-    }
     if (!m_text[0])
         return eSTATUS_BAD_FORMAT;
-    recognise(file);
+    m_title = titleOf(m_text);
     return eSTATUS_SUCCESS;
 }
 
-void Document::recognise(const QString& file)
+// The reader of sequences passes over what is malformed.
+tag_estatus Document::loadSequence(const QString& file)
 {
-    m_kind = kindOf(*m_text[0]);
-    if (m_kind && m_kind->load)
-        (m_catalogue.*m_kind->load)(file);
+    const tag_estatus status = m_sequence.loadFile(file);
+    const bool listsNothing =
+        status == eSTATUS_EMPTY_SEQUENCE || status == eSTATUS_NO_CLICK_NUMBERS;
+    m_isSequence = status == eSTATUS_SUCCESS ||
+                   (listsNothing && (m_sequence.isSectionPresent(PLKeyword::Section::Sequence) ||
+                                     m_sequence.isSectionPresent(PLKeyword::Section::ClickNumbers)));
+    m_title = QLatin1String("Sequence ") + m_sequence.getDatasetName();
+    return m_isSequence ? eSTATUS_SUCCESS : eSTATUS_BAD_FORMAT;
 }
 
-QString Document::title() const
+bool Document::loadCatalogue(const QString& file)
 {
-    if (m_isSequence)
-        return QLatin1String("Sequence ") + m_sequence.getDatasetName();
-    QString clickNumber;
-    m_text.getClickNumber(&clickNumber);
-    if (!clickNumber.isEmpty())
-        return QLatin1String("Acquisition ") + clickNumber;
-    if (m_kind)
-        return m_kind->title;
-    const bool menu = m_text[0]->isKeyPresent(PLKeyword::Key::MenuName);
-    return menu ? QStringLiteral("Settings") : QStringLiteral("Info file");
+    for (const IndexKind& kind : indexKinds) {
+        m_title = kind.title;
+        if ((m_catalogue.*kind.load)(file) == eSTATUS_SUCCESS && m_catalogue[0])
+            return true;
+    }
+    m_title = QStringLiteral("Background summary");
+    return isSummary(m_text) && m_catalogue.load(file) == eSTATUS_SUCCESS && m_catalogue[0];
 }
 
 CPLSection* Document::section(const QString& key) const

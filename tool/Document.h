@@ -13,20 +13,11 @@
 class Document
 {
 public:
-    /** A kind of file that its first section tells. */
-    struct Kind
-    {
-        QLatin1String sectionKey; ///< how the key of the first section begins
-        QLatin1String title;
-        tag_estatus (CPLBkgSummaryInfo::*load)(QString) =
-            nullptr; ///< how a catalogue is read, else null
-    };
-
     /** Loads a file; any status but eSTATUS_SUCCESS leaves the document unusable. */
     tag_estatus load(const QString& file);
 
     /** What the file is, for a heading. */
-    [[nodiscard]] QString title() const;
+    [[nodiscard]] QString title() const { return m_title; }
 
     [[nodiscard]] bool isSequence() const { return m_isSequence; }
 
@@ -43,12 +34,13 @@ public:
     [[nodiscard]] const CPLClickInfo& text() const { return m_text; }
 
 private:
-    void recognise(const QString& file);
+    tag_estatus loadSequence(const QString& file);
+    bool loadCatalogue(const QString& file);
 
     CPLClickInfo m_text;
     CPLSequenceInfo m_sequence;
     CPLBkgSummaryInfo m_catalogue;
-    const Kind* m_kind = nullptr;
+    QString m_title;
     bool m_isSequence = false;
 };
 

@@ -8,23 +8,33 @@
 
 namespace {
 
+/** Menu name and file of each setting; a setting without a menu name is in no menu. */
 QList<QStringList> settingsOf(const CPLSettingsFileWrapper& wrapper)
 {
     QList<QStringList> rows;
-    const QStringList names = wrapper.getMenuNames();
-    for (const QString& name : names)
-        rows.append({name, wrapper.getFileNameForMenuName(name, QString())});
+    for (int i = 0; const CPLSection* const section = wrapper[i]; ++i) {
+        QString name;
+        QString file;
+        section->getRawValue(wrapper.getMenuNameTag(), &name);
+        section->getRawValue(wrapper.getFileNameTag(), &file);
+        if (!name.trimmed().isEmpty())
+            rows.append({name, file});
+    }
     return rows;
 }
 
-QList<QStringList> filesOf(const CPLSettingsFileWrapper& wrapper)
+/** The settings files of a folder; the menu name is what follows the first '-' of the name. */
+QList<QStringList> filesOf(const QDir& folder)
 {
     QList<QStringList> rows;
-    // Without a prefix the names are whole; a file is found by what follows its first '-'.
-    const QStringList names = wrapper.getMenuNames(QString());
-    for (const QString& name : names) {
-        const QString menuName = name.mid(name.indexOf(QLatin1Char('-')) + 1);
-        rows.append({menuName, wrapper.getFileNameForMenuName(menuName, name)});
+    const QStringList files = folder.entryList(QDir::Files, QDir::Name);
+    for (const QString& file : files) {
+        const QFileInfo info(file);
+        if (info.suffix().compare(PLKeyword::File::SettingsExtension, Qt::CaseInsensitive) != 0)
+            continue;
+        const QString name = info.completeBaseName();
+        rows.append({name.mid(name.indexOf(QLatin1Char('-')) + 1),
+                     folder.dirName() + QLatin1Char('/') + file});
     }
     return rows;
 }
@@ -47,7 +57,7 @@ int presetsCommand(const QStringList& words)
     const tag_estatus status = wrapper.load(path);
     if (status != eSTATUS_SUCCESS)
         return fail(path, status);
-    const QList<QStringList> rows = folder ? filesOf(wrapper) : settingsOf(wrapper);
+    const QList<QStringList> rows = folder ? filesOf(QDir(path)) : settingsOf(wrapper);
     const QList<QStringList> heading = {{QLatin1String("Menu name"), QLatin1String("File")}};
     print(counted(int(rows.size()), "preset") + QLatin1String("\n\n") + columns(heading + rows));
     return Success;

@@ -33,6 +33,7 @@ QString headingOf(const CPLSection& section)
     QString name;
     section.getSectionKey(&key);
     section.getSectionName(&name, true);
+    name.remove(QLatin1Char('\n'));
     const QString heading = QLatin1Char('[') + key + QLatin1Char(']');
     return name.isEmpty() ? heading : heading + QLatin1Char(' ') + name;
 }

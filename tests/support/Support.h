@@ -59,6 +59,14 @@ void textRow(const char* name, Texts... texts)
     (QTest::newRow(name) << ... << QString::fromLatin1(texts));
 }
 
+/** A row of test data: its name and the values of the columns. */
+template <typename... Values>
+void row(const char* name, const Values&... values)
+{
+    QTestData& data = QTest::newRow(name);
+    (data << ... << values);
+}
+
 /** A file in the examples that ship with the project. */
 inline QString example(const char* name)
 {

@@ -136,6 +136,8 @@ tag_estatus CPLPreferenceKeyList::saveData(QFile& file, const CPLLabelDataSet* l
 {
     if (!labels)
         return eSTATUS_INVALID_ARGUMENT;
+    if (!file.isWritable())
+        return eSTATUS_FAILED;
     const QByteArray bytes = sectionText(*labels).toLatin1();
     // A buffered file takes every byte; only the flush tells whether the disk did.
     const bool written = file.write(bytes) == bytes.size() && file.flush();

@@ -108,9 +108,11 @@ tag_estatus CPLBkgSummaryInfo::load(QString path)
 {
     QByteArray bytes;
     const tag_estatus read = readFile(path, &bytes);
-    if (read == eSTATUS_SUCCESS)
-        loadClickInfoText(decodeInfoText(bytes));
-    return read;
+    if (read != eSTATUS_SUCCESS)
+        return read;
+    clearData();
+    loadClickInfoText(decodeInfoText(bytes));
+    return eSTATUS_SUCCESS;
 }
 
 tag_estatus CPLBkgSummaryInfo::SLload(QString path)
@@ -129,8 +131,7 @@ tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& ref
     const tag_estatus read = readFile(path, &bytes);
     if (read != eSTATUS_SUCCESS)
         return read;
-    startLoading();
-    fileSectionCount = 0;
+    clearData();
     const QString text = decodeInfoText(bytes);
     LineReader lines(text);
     for (QStringView line; lines.next(&line);) {

@@ -345,9 +345,6 @@ public:
     ///@}
 
 protected:
-    /** Empties a document that holds sections or preamble lines, before a file is read into it. */
-    void startLoading();
-
     /** Reads a whole info text into the document: preamble, sections, file section count. */
     tag_estatus loadClickInfoText(const QString& text);
 
@@ -362,6 +359,7 @@ private:
     void copySections(const CPLClickInfo& other);
     [[nodiscard]] int sectionPosition(const QString& lowerKey) const;
     void insertSection(int position, CPLSection* section);
+    void startLoading();
 };
 
 #endif

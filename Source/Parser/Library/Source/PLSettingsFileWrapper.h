@@ -124,8 +124,8 @@ public:
 
     /**
      * The next free section key: prefix, blank and the first number from 1 that is missing among
-     * the numbers of the wrapper's sections. A number that occurs twice ends the search, so that
-     * the key may be taken.
+     * the numbers of the wrapper's sections. A number below 1 or one that occurs twice ends the
+     * search, so that the key may be taken.
      *
      * @param prefix  start of the key, which the counted sections contain; the section-name tag if
      *                it is not given
@@ -136,7 +136,7 @@ public:
     /**
      * The next automatic menu name: the auto-menu-name tag, directly followed by the first number
      * from 1 that is missing among the menu names of the wrapper's sections. A number that occurs
-     * twice right before a gap hides the gap.
+     * twice right before a gap hides the gap; once 1 is taken, a gap among numbers below 1 counts.
      *
      * @param prefix  text that the keys of the counted sections contain as well
      */

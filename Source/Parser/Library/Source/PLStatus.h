@@ -17,7 +17,8 @@ enum tag_estatus : int {
     eSTATUS_EXTENSION_LOAD_FAILED = 2,
     /** A sequence file lists no click numbers and is not marked as an empty sequence. */
     eSTATUS_NO_CLICK_NUMBERS = 4,
-    /** A header line without ':' after its marker, or with a '#' at or before that ':'. */
+    /** A header line without marker or without ':' after it, or with a '#' at or before that ':'.
+     */
     eSTATUS_BAD_FORMAT = 5,
     /** Fewer bytes were read than the file holds. */
     eSTATUS_FILE_READ_FAILED = 10,
@@ -31,15 +32,21 @@ enum tag_estatus : int {
     eSTATUS_INVALID_ARGUMENT = 19,
     /** A label-name text is empty or not of the expected form. */
     eSTATUS_BAD_LABEL_FORMAT = 20,
-    /** The key is not in the section, or never occurs in the file. */
+    /** The key is not in the section, never occurs in the file, or no section has the menu name. */
     eSTATUS_KEY_NOT_FOUND = 24,
     /** An instrument extension is meant for another system type. */
     eSTATUS_SYSTEM_MISMATCH = 28,
     /** An instrument extension conflicts with one already loaded. */
     eSTATUS_EXTENSION_CONFLICT = 30,
-    /** Generic failure: null output pointer, null section key, index out of range, short write. */
+    /**
+     * Generic failure: null output pointer, null section key, index out of range, missing text,
+     * short write, unsupported operation.
+     */
     eSTATUS_FAILED = 31,
-    /** A section has an empty key, or a "ClickNumber" section yields no click number. */
+    /**
+     * A section has an empty key, a "ClickNumber" or "Background Click" section yields no click
+     * number, or a settings wrapper holds no sections of its kind.
+     */
     eSTATUS_EMPTY_SECTION_KEY = 33,
     /** Memory for a section or a buffer could not be had. */
     eSTATUS_OUT_OF_MEMORY = 34,
@@ -49,7 +56,7 @@ enum tag_estatus : int {
     eSTATUS_EXTENSION_KEY_MISSING = 47,
     /** An empty click number, or an index or pointer that a label getter does not accept. */
     eSTATUS_INVALID_VALUE = 48,
-    /** The named section is not in the document. */
+    /** The named section is not in the document, or a label set has another section's header. */
     eSTATUS_SECTION_NOT_FOUND = 49,
     /** The image type is not one that the operation handles. */
     eSTATUS_UNSUPPORTED_IMAGE_TYPE = 61,
