@@ -10,12 +10,180 @@ class TestOvinfo : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void answers_data();
-    void answers();
-    void setsOneValue_data();
-    void setsOneValue();
-    void goesOnPastABrokenAcquisition();
-    void drawsASpectralAnalysis();
+
+    void answers_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QStringList>("output");
+        QTest::addColumn<QString>("error");
+        const QString study = support::example("study/SEQ20240305");
+        const QString sequence = study + "/SequenceInfo.txt"_s;
+        const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
+        const QStringList none;
+        support::row("help", QStringList{"--help"_s}, 0, QStringList{"ovinfo study"_s}, ""_s);
+        support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0, QStringList{"get FILE SECTION KEY"_s},
+                     ""_s);
+        support::row("no verb", none, 2, none, "no verb given"_s);
+        support::row("unknown verb", QStringList{"shwo"_s}, 2, none, "no verb 'shwo'"_s);
+        support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE SECTION KEY"_s);
+        support::row("unknown option", QStringList{"show"_s, "--colour"_s, click}, 2, none, "colour"_s);
+        support::row("acquisition", QStringList{"show"_s, click}, 0,
+                     QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
+                                 "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
+                                 "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
+                                 "\n  Field of View        12.5  # cm\n"_s,
+                                 "\n  # exposure chosen by the auto-exposure run\n"_s, "\n  Comment2\n"_s},
+                     ""_s);
+        support::row("sequence", QStringList{"show"_s, sequence}, 0,
+                     QStringList{"Sequence Dose response, day 3, 4 sections\n"_s, "\n  Axis            log\n"_s}, ""_s);
+        support::row("value", QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s}, 0,
+                     QStringList{"12.5\n"_s}, ""_s);
+        support::row("value of a sequence", QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s}, 0,
+                     QStringList{"ABC20240305092010\n"_s}, ""_s);
+        support::row("no such section", QStringList{"get"_s, click, "x"_s, "y"_s}, 1, none,
+                     "x: eSTATUS_SECTION_NOT_FOUND"_s);
+        support::row("no such key", QStringList{"get"_s, click, "User Input"_s, "y"_s}, 1, none,
+                     "y: eSTATUS_KEY_NOT_FOUND"_s);
+        support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none, "absent: eSTATUS_FILE_OPEN_FAILED"_s);
+        support::row("no sections", QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
+                     "eSTATUS_BAD_FORMAT"_s);
+        support::row("study", QStringList{"study"_s, study}, 0,
+                     QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
+                                 "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
+                                 "Luminescent, Photograph, Bias  7.5 sec   8        "
+                                 "12.5\n"_s},
+                     ""_s);
+        const auto kind = [](const char* name, const char* heading, const char* line) {
+            support::row(name, QStringList{"show"_s, support::example(name)}, 0,
+                         QStringList{QLatin1String(heading), QLatin1String(line)}, ""_s);
+        };
+        kind("background/BkgSummary.txt", "Background summary, 2 sections\nBackground images, bench 2\n",
+             "\n[Background Click2] BKG20240302070000\n");
+        kind("background/SLindex.txt", "Structure references, 2 sections\n",
+             "\n  Frequency            Coarse\n\n[Structure reference2] SL_B_20240301\n");
+        kind("background/FLindex.txt", "Fluorescent references, 1 section\n", "520\n");
+        kind("settings/OpticalProperties.txt", "Optical properties, 4 sections\n", "rat\n");
+        kind("settings/Labels.txt", "Label set, 1 section\n", "\n  User        ABC;DEF;\n");
+        kind("settings/Presets.txt", "Settings, 3 sections\n", "\n  Exposure  120\n");
+        const QString references = support::example("background/SLindex.txt");
+        support::row("value of a reference", QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s},
+                     0, QStringList{"Coarse\n"_s}, ""_s);
+        support::row("catalogues stay",
+                     QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s}, 1, none,
+                     "a catalogue; not changed"_s);
+        support::row("presets of a file", QStringList{"presets"_s, support::example("settings/Presets.txt")}, 0,
+                     QStringList{"3 presets\n"_s, "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}, ""_s);
+        support::row("presets of a folder", QStringList{"presets"_s, support::example("settings/presets/")}, 0,
+                     QStringList{"2 presets\n"_s, "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}, ""_s);
+        const QString camera = support::example("instrument/CameraInfo.txt");
+        support::row("camera", QStringList{"camera"_s, camera}, 0,
+                     QStringList{"\nTessel HT                     yes\n"_s, "\nC         12.5\n"_s,
+                                 "\nX-Ray        4      2       1\n"_s},
+                     ""_s);
+        support::row("camera as JSON", QStringList{"camera"_s, "--json"_s, camera}, 0,
+                     QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s}, ""_s);
+        support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none,
+                     "absent: Loading camera information failed."_s);
+        const QString spectral = support::example("spectral/Spectral.xml");
+        support::row("spectral", QStringList{"spectral"_s, spectral}, 0,
+                     QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
+                                 "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
+                                 "\n1    1.75e+06    3200     4.2            0.3\n"_s,
+                                 "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
+                                 "\n0.2          0.21       20.25      0.01              0.02\n"_s,
+                                 "\nA    B\n1.5  -0.25\n"_s},
+                     ""_s);
+        support::row("spectral as JSON", QStringList{"spectral"_s, "--json"_s, spectral}, 0,
+                     QStringList{"\"clickNumber\": \"ABC20240305091502\""_s, "\"totalFlux\": 1750000"_s,
+                                 "\"wavelength\": 620"_s, "\"b\": -0.25"_s},
+                     ""_s);
+        support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
+        support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
+        support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,
+                     "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s);
+    }
+
+    void answers()
+    {
+        QFETCH(QStringList, words);
+        QFETCH(QStringList, output);
+        QFETCH(QString, error);
+        const Answer answer = run(words);
+        QTEST(answer.code, "code");
+        for (const QString& part : output)
+            QVERIFY2(answer.output.contains(part), qPrintable(part + "\nnot in\n"_s + answer.output));
+        QCOMPARE(answer.output.isEmpty(), output.isEmpty());
+        QVERIFY2(answer.error.contains(error), qPrintable(answer.error));
+        QCOMPARE(int(answer.error.count(u'\n')), error.isEmpty() ? 0 : 1);
+    }
+
+    void setsOneValue_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("change");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QByteArray>("written");
+        const QByteArray info = "pre \xE9\r\n*** A:\tn # c\r\nk:\told\t# mm\r\n\r\n\r\n\r\n";
+        const QByteArray sequence = "pre\r\n*** Sequence:\tS # \xC3\xA9\r\nk:\told\r\n\r\n\r\n\r\n";
+        const QByteArray twice = "*** A: 1\nk: v\n*** a: 2\nk: w\n";
+        support::row("comment stays", info, QStringList{"a"_s, "K"_s, "new"_s}, 0,
+                     QByteArray(info).replace("old", "new"));
+        support::row("Latin-1", info, QStringList{"A"_s, "k"_s, "\u00b5 # none"_s}, 0,
+                     QByteArray(info).replace("old\t# mm", "\xB5 # none"));
+        support::row("outside Latin-1", info, QStringList{"A"_s, "k"_s, "\u20ac"_s}, 2, info);
+        support::row("two lines", info, QStringList{"A"_s, "k"_s, "a\nb"_s}, 2, info);
+        support::row("absent key", info, QStringList{"A"_s, "x"_s, "1"_s}, 1, info);
+        support::row("sequence", sequence, QStringList{"Sequence"_s, "k"_s, "\u20ac"_s}, 0,
+                     QByteArray(sequence).replace("old", "\xE2\x82\xAC"));
+        support::row("mark in a sequence", sequence, QStringList{"Sequence"_s, "k"_s, "*** x: y"_s}, 2, sequence);
+        const QByteArray keyTwice = "*** A: 1\nk: v\nx: 1\nX: 2\n";
+        support::row("key twice", keyTwice, QStringList{"A"_s, "k"_s, "w"_s}, 1, keyTwice);
+        support::row("section twice", twice, QStringList{"A"_s, "k"_s, "x"_s}, 1, twice);
+    }
+
+    void setsOneValue()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, change);
+        const QString path = m_folder.filePath("file.txt"_s);
+        support::writeFile(path, file);
+        const Answer answer = run(QStringList{"set"_s, path} + change);
+        QTEST(answer.code, "code");
+        QCOMPARE(answer.output, ""_s);
+        QCOMPARE(answer.error.isEmpty(), answer.code == 0);
+        QTEST(support::readFile(path), "written");
+    }
+
+    void goesOnPastABrokenAcquisition()
+    {
+        support::writeFile(m_folder.filePath("SequenceInfo.txt"_s),
+                           "*** Sequence: S\n\n*** ClickNumbers:\na: A\nb: B\n");
+        QVERIFY(QDir(m_folder.path()).mkdir("B"_s));
+        support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s), "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
+        const Answer answer = run({"study"_s, m_folder.path()});
+        QCOMPARE(answer.code, 1);
+        QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s), qPrintable(answer.error));
+        QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
+    }
+
+    void drawsASpectralAnalysis()
+    {
+        const QString spectral = support::example("spectral/Spectral.xml");
+        const QString drawing = m_folder.filePath("out.svg"_s);
+        QCOMPARE(run({"spectral"_s, "--svg"_s, drawing, spectral}).code, 0);
+        CPLXMLReader reader;
+        QVERIFY(reader.createXMLDocumentFormFile(drawing, nullptr, nullptr, nullptr));
+        reader.setRootElement();
+        QString text;
+        reader.getTextDataofElement(reader.getRootElement(), text);
+        for (const char* part :
+             {"Wavelength (nm)", "560", "Intensity", "Attenuation", "ROI 1", "A x + B with A = 1.5, B = -0.25"})
+            QVERIFY2(text.contains(QLatin1String(part)), part);
+        QCOMPARE(support::readFile(drawing).count("<circle"), 6); // four values, two in legends
+        if (!support::fullDisk().isEmpty())
+            QCOMPARE(run({"spectral"_s, "--svg"_s, support::fullDisk(), spectral}).code, 1);
+    }
 
 private:
     struct Answer
@@ -25,190 +193,18 @@ private:
         QString error;
     };
 
-    static Answer run(const QStringList& words);
+    static Answer run(const QStringList& words)
+    {
+        QProcess process;
+        process.start(QStringLiteral(OVPARSER_OVINFO), words);
+        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+            return {};
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
 
     QTemporaryDir m_folder;
 };
-
-TestOvinfo::Answer TestOvinfo::run(const QStringList& words)
-{
-    QProcess process;
-    process.start(QStringLiteral(OVPARSER_OVINFO), words);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-void TestOvinfo::answers_data()
-{
-    QTest::addColumn<QStringList>("words");
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QStringList>("output");
-    QTest::addColumn<QString>("error");
-    const QString study = support::example("study/SEQ20240305");
-    const QString sequence = study + "/SequenceInfo.txt"_s;
-    const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
-    const QStringList none;
-    support::row("help", QStringList{"--help"_s}, 0, QStringList{"ovinfo study"_s}, ""_s);
-    support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0, QStringList{"get FILE SECTION KEY"_s}, ""_s);
-    support::row("no verb", none, 2, none, "no verb given"_s);
-    support::row("unknown verb", QStringList{"shwo"_s}, 2, none, "no verb 'shwo'"_s);
-    support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE SECTION KEY"_s);
-    support::row("unknown option", QStringList{"show"_s, "--colour"_s, click}, 2, none, "colour"_s);
-    support::row("acquisition", QStringList{"show"_s, click}, 0,
-                 QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
-                             "\nStage heated to 37 \u00b0C, gain 12 \u00b5V\n"_s,
-                             "\n[luminescent image] luminescent.TIF  # raw counts\n"_s,
-                             "\n  Field of View        12.5  # cm\n"_s,
-                             "\n  # exposure chosen by the auto-exposure run\n"_s, "\n  Comment2\n"_s},
-                 ""_s);
-    support::row("sequence", QStringList{"show"_s, sequence}, 0,
-                 QStringList{"Sequence Dose response, day 3, 4 sections\n"_s, "\n  Axis            log\n"_s}, ""_s);
-    support::row("value", QStringList{"get"_s, click, "photographic IMAGE"_s, "field of view"_s}, 0,
-                 QStringList{"12.5\n"_s}, ""_s);
-    support::row("value of a sequence", QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s}, 0,
-                 QStringList{"ABC20240305092010\n"_s}, ""_s);
-    support::row("no such section", QStringList{"get"_s, click, "x"_s, "y"_s}, 1, none,
-                 "x: eSTATUS_SECTION_NOT_FOUND"_s);
-    support::row("no such key", QStringList{"get"_s, click, "User Input"_s, "y"_s}, 1, none,
-                 "y: eSTATUS_KEY_NOT_FOUND"_s);
-    support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none, "absent: eSTATUS_FILE_OPEN_FAILED"_s);
-    support::row("no sections", QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
-                 "eSTATUS_BAD_FORMAT"_s);
-    support::row("study", QStringList{"study"_s, study}, 0,
-                 QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
-                             "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
-                             "Luminescent, Photograph, Bias  7.5 sec   8        "
-                             "12.5\n"_s},
-                 ""_s);
-    const auto kind = [](const char* name, const char* heading, const char* line) {
-        support::row(name, QStringList{"show"_s, support::example(name)}, 0,
-                     QStringList{QLatin1String(heading), QLatin1String(line)}, ""_s);
-    };
-    kind("background/BkgSummary.txt", "Background summary, 2 sections\nBackground images, bench 2\n",
-         "\n[Background Click2] BKG20240302070000\n");
-    kind("background/SLindex.txt", "Structure references, 2 sections\n",
-         "\n  Frequency            Coarse\n\n[Structure reference2] SL_B_20240301\n");
-    kind("background/FLindex.txt", "Fluorescent references, 1 section\n", "520\n");
-    kind("settings/OpticalProperties.txt", "Optical properties, 4 sections\n", "rat\n");
-    kind("settings/Labels.txt", "Label set, 1 section\n", "\n  User        ABC;DEF;\n");
-    kind("settings/Presets.txt", "Settings, 3 sections\n", "\n  Exposure  120\n");
-    const QString references = support::example("background/SLindex.txt");
-    support::row("value of a reference", QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s}, 0,
-                 QStringList{"Coarse\n"_s}, ""_s);
-    support::row("catalogues stay", QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s}, 1,
-                 none, "a catalogue; not changed"_s);
-    support::row("presets of a file", QStringList{"presets"_s, support::example("settings/Presets.txt")}, 0,
-                 QStringList{"3 presets\n"_s, "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}, ""_s);
-    support::row("presets of a folder", QStringList{"presets"_s, support::example("settings/presets/")}, 0,
-                 QStringList{"2 presets\n"_s, "\nDeep tissue   presets/Preset-Deep tissue.TXT\n"_s}, ""_s);
-    const QString camera = support::example("instrument/CameraInfo.txt");
-    support::row("camera", QStringList{"camera"_s, camera}, 0,
-                 QStringList{"\nTessel HT                     yes\n"_s, "\nC         12.5\n"_s,
-                             "\nX-Ray        4      2       1\n"_s},
-                 ""_s);
-    support::row("camera as JSON", QStringList{"camera"_s, "--json"_s, camera}, 0,
-                 QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s}, ""_s);
-    support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none,
-                 "absent: Loading camera information failed."_s);
-    const QString spectral = support::example("spectral/Spectral.xml");
-    support::row("spectral", QStringList{"spectral"_s, spectral}, 0,
-                 QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
-                             "\nABC20240305092010  620nm  620nm   20          0.85          ROI 1  "_s,
-                             "\n1    1.75e+06    3200     4.2            0.3\n"_s,
-                             "\nPlot of ROI 1\nWavelength (nm)  Intensity\n560              10.5\n"_s,
-                             "\n0.2          0.21       20.25      0.01              0.02\n"_s,
-                             "\nA    B\n1.5  -0.25\n"_s},
-                 ""_s);
-    support::row("spectral as JSON", QStringList{"spectral"_s, "--json"_s, spectral}, 0,
-                 QStringList{"\"clickNumber\": \"ABC20240305091502\""_s, "\"totalFlux\": 1750000"_s,
-                             "\"wavelength\": 620"_s, "\"b\": -0.25"_s},
-                 ""_s);
-    support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
-    support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
-    support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,
-                 "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s);
-}
-
-void TestOvinfo::answers()
-{
-    QFETCH(QStringList, words);
-    QFETCH(QStringList, output);
-    QFETCH(QString, error);
-    const Answer answer = run(words);
-    QTEST(answer.code, "code");
-    for (const QString& part : output)
-        QVERIFY2(answer.output.contains(part), qPrintable(part + "\nnot in\n"_s + answer.output));
-    QCOMPARE(answer.output.isEmpty(), output.isEmpty());
-    QVERIFY2(answer.error.contains(error), qPrintable(answer.error));
-    QCOMPARE(int(answer.error.count(u'\n')), error.isEmpty() ? 0 : 1);
-}
-
-void TestOvinfo::setsOneValue_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QStringList>("change");
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QByteArray>("written");
-    const QByteArray info = "pre \xE9\r\n*** A:\tn # c\r\nk:\told\t# mm\r\n\r\n\r\n\r\n";
-    const QByteArray sequence = "pre\r\n*** Sequence:\tS # \xC3\xA9\r\nk:\told\r\n\r\n\r\n\r\n";
-    const QByteArray twice = "*** A: 1\nk: v\n*** a: 2\nk: w\n";
-    support::row("comment stays", info, QStringList{"a"_s, "K"_s, "new"_s}, 0, QByteArray(info).replace("old", "new"));
-    support::row("Latin-1", info, QStringList{"A"_s, "k"_s, "\u00b5 # none"_s}, 0,
-                 QByteArray(info).replace("old\t# mm", "\xB5 # none"));
-    support::row("outside Latin-1", info, QStringList{"A"_s, "k"_s, "\u20ac"_s}, 2, info);
-    support::row("two lines", info, QStringList{"A"_s, "k"_s, "a\nb"_s}, 2, info);
-    support::row("absent key", info, QStringList{"A"_s, "x"_s, "1"_s}, 1, info);
-    support::row("sequence", sequence, QStringList{"Sequence"_s, "k"_s, "\u20ac"_s}, 0,
-                 QByteArray(sequence).replace("old", "\xE2\x82\xAC"));
-    support::row("mark in a sequence", sequence, QStringList{"Sequence"_s, "k"_s, "*** x: y"_s}, 2, sequence);
-    const QByteArray keyTwice = "*** A: 1\nk: v\nx: 1\nX: 2\n";
-    support::row("key twice", keyTwice, QStringList{"A"_s, "k"_s, "w"_s}, 1, keyTwice);
-    support::row("section twice", twice, QStringList{"A"_s, "k"_s, "x"_s}, 1, twice);
-}
-
-void TestOvinfo::setsOneValue()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QStringList, change);
-    const QString path = m_folder.filePath("file.txt"_s);
-    support::writeFile(path, file);
-    const Answer answer = run(QStringList{"set"_s, path} + change);
-    QTEST(answer.code, "code");
-    QCOMPARE(answer.output, ""_s);
-    QCOMPARE(answer.error.isEmpty(), answer.code == 0);
-    QTEST(support::readFile(path), "written");
-}
-
-void TestOvinfo::goesOnPastABrokenAcquisition()
-{
-    support::writeFile(m_folder.filePath("SequenceInfo.txt"_s), "*** Sequence: S\n\n*** ClickNumbers:\na: A\nb: B\n");
-    QVERIFY(QDir(m_folder.path()).mkdir("B"_s));
-    support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s), "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
-    const Answer answer = run({"study"_s, m_folder.path()});
-    QCOMPARE(answer.code, 1);
-    QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s), qPrintable(answer.error));
-    QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
-}
-
-void TestOvinfo::drawsASpectralAnalysis()
-{
-    const QString spectral = support::example("spectral/Spectral.xml");
-    const QString drawing = m_folder.filePath("out.svg"_s);
-    QCOMPARE(run({"spectral"_s, "--svg"_s, drawing, spectral}).code, 0);
-    CPLXMLReader reader;
-    QVERIFY(reader.createXMLDocumentFormFile(drawing, nullptr, nullptr, nullptr));
-    reader.setRootElement();
-    QString text;
-    reader.getTextDataofElement(reader.getRootElement(), text);
-    for (const char* part :
-         {"Wavelength (nm)", "560", "Intensity", "Attenuation", "ROI 1", "A x + B with A = 1.5, B = -0.25"})
-        QVERIFY2(text.contains(QLatin1String(part)), part);
-    QCOMPARE(support::readFile(drawing).count("<circle"), 6); // four values, two in legends
-    if (!support::fullDisk().isEmpty())
-        QCOMPARE(run({"spectral"_s, "--svg"_s, support::fullDisk(), spectral}).code, 1);
-}
 
 // Words are passed to the program in the locale's encoding.
 int main(int argc, char* argv[])

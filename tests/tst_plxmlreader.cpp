@@ -17,284 +17,271 @@ class TestXmlReader : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutDocument();
-    void queries();
-    void movesFromAnElementLookAtOneNode();
-    void movesOfTheCursorPassOverNodes();
-    void failures();
-    void encodings_data();
-    void encodings();
-    void hostileFiles_data();
-    void hostileFiles();
-    void externalEntitiesAreNotFetched();
-    void handlesOutliveALoad();
+
+    void withoutDocument()
+    {
+        CPLXMLReader reader;
+        reader.setRootElement();
+        QVERIFY(reader.getRootElement().isNull());
+        QCOMPARE(reader.getRootElementTag(), QString());
+        QVERIFY(reader.getNextChildElement().isNull() && reader.getNextSiblingElement().isNull());
+        QVERIFY(reader.getParentElement({}).isNull() && reader.getNextSiblingElement({}).isNull());
+        QCOMPARE(reader.getChildElementCount({}) + reader.getSiblingElementCount({}), 0);
+        QVERIFY(!reader.isTextDataPresent({}) && !reader.doesElementContainAttribute({}, {}));
+        QVERIFY(!reader.getAttributeValue({}, "x"_s).isNull());
+    }
+
+    void queries()
+    {
+        CPLXMLReader reader;
+        QVERIFY(load(reader, mixed));
+        const QDomElement root = reader.getRootElement();
+        const QDomElement b = reader.getCurrentElement();
+        QCOMPARE(reader.getRootElementTag(), "a"_s);
+        QCOMPARE(reader.getCurrentElementTag(), "b"_s);
+        QCOMPARE(reader.getChildElementCount(root), 6);
+        QCOMPARE(reader.getSiblingElementCount(b), 6);
+        QCOMPARE(reader.getSiblingElementCount(root), 1);
+        int count = -1;
+        reader.getAttributeCount(b, count);
+        QCOMPARE(count, 2);
+        reader.getAttributeCount(root, count);
+        QCOMPARE(count, 0);
+        QVERIFY(reader.doesElementContainAttribute(b, "y"_s));
+        QVERIFY(!reader.doesElementContainAttribute(b, "X"_s));
+        QCOMPARE(reader.getAttributeValue(b, "x"_s), "1"_s);
+        for (const char* name : {"y", "z"}) {
+            const QString value = reader.getAttributeValue(b, QLatin1String(name));
+            QVERIFY(value.isEmpty() && !value.isNull());
+        }
+        QString text;
+        reader.getTextDataofElement(b, text);
+        QCOMPARE(text, "tuv"_s);
+        QVERIFY(reader.isTextDataPresent(root));
+        QCOMPARE(reader.getCurrentElement(), b);
+    }
+
+    void movesFromAnElementLookAtOneNode()
+    {
+        CPLXMLReader reader;
+        QVERIFY(load(reader, mixed));
+        const QDomElement root = reader.getRootElement();
+        const QDomElement b = reader.getCurrentElement();
+        for (const QDomElement& missed :
+             {reader.getFirstChild(b), reader.getLastChild(b), reader.getLastChild(root),
+              reader.getNextSiblingElement(b), reader.getPreviousSiblingElement(b), reader.getParentElement(root)}) {
+            QVERIFY(missed.isNull());
+            QCOMPARE(reader.getCurrentElementTag(), "b"_s);
+        }
+        const QDomElement c = reader.getNextSiblingElement();
+        QCOMPARE(c.tagName(), "c"_s);
+        QCOMPARE(reader.getNextSiblingElement(c).tagName(), "d"_s);
+        QCOMPARE(reader.getCurrentElementTag(), "d"_s);
+        QCOMPARE(reader.getPreviousSiblingElement(reader.getCurrentElement()), c);
+        QCOMPARE(reader.getParentElement(c), root);
+        QCOMPARE(reader.getNextChildElement(), b);
+    }
+
+    void movesOfTheCursorPassOverNodes()
+    {
+        CPLXMLReader reader;
+        QVERIFY(load(reader, mixed));
+        CPLXMLReader copy(reader);
+        QCOMPARE(copy.getNextChildElement().tagName(), "i"_s);
+        QVERIFY(copy.getNextChildElement().isNull()); // only text below
+        QCOMPARE(copy.getCurrentElementTag(), "i"_s);
+        QVERIFY(copy.getNextSiblingElement().isNull()); // and the node is lost now
+        QCOMPARE(copy.getCurrentElementTag(), "i"_s);
+
+        QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
+        QCOMPARE(reader.getNextSiblingElement().tagName(), "d"_s);
+        QVERIFY(reader.getNextChildElement().isNull()); // no child: the cursor stays
+        QVERIFY(reader.getNextSiblingElement().isNull());
+        reader.getFirstChild(reader.getRootElement());
+        QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
+    }
+
+    void failures()
+    {
+        CPLXMLReader reader;
+        QVERIFY(load(reader, mixed));
+        QString message = "untouched"_s;
+        int line = -1;
+        int column = -1;
+        const QString missing = m_folder.filePath("missing"_s);
+        QVERIFY(!reader.createXMLDocumentFormFile(missing, &message, &line, &column));
+        QCOMPARE(message, "untouched"_s);
+        QCOMPARE(line + column, -2);
+        QCOMPARE(reader.getRootElementTag(), "a"_s);
+        QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
+
+        QVERIFY(!reader.createXMLDocumentFormFile(stored("<a>\n<b></c></a>"), &message, &line, &column));
+        QVERIFY(message != "untouched"_s);
+        QCOMPARE(line, 2);
+        QVERIFY(column > 3);
+
+        QVERIFY(!reader.createXMLDocumentFormFile(missing, nullptr, nullptr, nullptr));
+        reader.setRootElement();
+        QVERIFY(reader.getRootElement().isNull() && reader.getNextSiblingElement().isNull());
+    }
+
+    void encodings_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        const QString plain = "<a>\u00e9\u03b1</a>"_s;
+        const QByteArray utf8 = plain.toUtf8();
+        const auto coded = [&](const char* codec) { return QTextCodec::codecForName(codec)->fromUnicode(plain); };
+        support::row("UTF-8", utf8);
+        support::row("UTF-8 with mark", "\xEF\xBB\xBF" + utf8);
+        support::row("unknown name", "<?xml version='1.0' encoding='none'?>" + utf8);
+        support::row("declared", "<?xml version='1.0' encoding='GB18030'?>" + coded("GB18030"));
+        support::row("UTF-16 with mark", coded("UTF-16"));
+        support::row("big end first", coded("UTF-16BE"));
+        support::row("UTF-16 without mark", coded("UTF-16LE").mid(2));
+        support::row("UTF-32 with mark", coded("UTF-32"));
+    }
+
+    void encodings()
+    {
+        QFETCH(QByteArray, bytes);
+        CPLXMLReader reader;
+        QVERIFY(load(reader, bytes));
+        QString text;
+        reader.getTextDataofElement(reader.getRootElement(), text);
+        QCOMPARE(text, "\u00e9\u03b1"_s);
+    }
+
+    void hostileFiles_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("loads");
+        QTest::addColumn<int>("column");
+        const auto row = [](const char* name, const QByteArray& bytes, bool loads, int column = 0) {
+            support::row(name, bytes, loads, column);
+        };
+        const auto nested = [](int depth) {
+            return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
+        };
+        const auto withSubset = [](const QByteArray& subset, const QByteArray& rest) {
+            return "<!DOCTYPE a [" + subset + "]>" + rest;
+        };
+        row("deep", nested(256), true);
+        row("too deep", nested(257), false, 3 * 257);
+        row("a million open", QByteArray("<a>").repeated(1000000), false, 3 * 257);
+        row("hidden by an encoding",
+            "<?xml version='1.0' encoding='UTF-7'?>" + QByteArray("+ADw-a+AD4-").repeated(100000), false);
+        const QByteArray decoys = QByteArray("<!-- </a></a> --><?p </a></a>?><![CDATA[</a></a>]]>"
+                                             "<a x='/>' y=\"</a>\">");
+        row("hidden by decoys", decoys.repeated(100000), false);
+        const QByteArray tag = QByteArray("<a> ").repeated(1000);
+        row("tags that are none",
+            withSubset("<!-- ' ]>" + tag + "--><!ELEMENT a ANY>", "<a><!--" + tag + "--><?p " + tag + "?><![CDATA[" +
+                                                                      tag + "]]>" +
+                                                                      QByteArray("<b x='>'/>").repeated(1000) + "</a>"),
+            true);
+        row(
+            "a million attributes' tenth",
+            [] {
+                QByteArray bytes = "<a";
+                for (int i = 0; i < 100000; ++i)
+                    bytes += " x" + QByteArray::number(i) + "='1'";
+                return bytes + "/>";
+            }(),
+            true);
+
+        row("plain entity", withSubset("<!ENTITY q 'a&#160;b'>", "<a>&q;&amp;</a>"), true);
+        row("nested entities", withSubset("<!ENTITY q 'qq'><!ENTITY r '&q;&q;'>", "<a>&r;</a>"), false);
+        row("entity that opens an element",
+            withSubset("<!ENTITY q '<b>'>", "<a>" + QByteArray("&q;").repeated(1000000)), false);
+        row("the same in disguise", withSubset("<!ENTITY q \"&#x3C;b>\">", "<a>" + QByteArray("&q;").repeated(1000000)),
+            false);
+        row("long entity, often",
+            withSubset("<!ENTITY q '" + QByteArray(4000, 'q') + "'>",
+                       "<a>" + QByteArray("&q;").repeated(20000) + "</a>"),
+            false);
+        row("many entities", withSubset(QByteArray("<!ENTITY q 'q'>").repeated(100000), "<a/>"), false);
+        row("parameter entity", withSubset("<!ENTITY % p 'q'>%p;", "<a/>"), false);
+
+        const QByteArray whole = support::readFile(support::example("spectral/Spectral.xml"));
+        for (const int size : {0, 1, 50, 500, int(whole.size()) - 5})
+            row(qPrintable("cut at %1"_s.arg(size)), whole.left(size), false);
+        row("quote never closed", "<a x='" + QByteArray(1000000, '<'), false);
+        row("subset never closed", "<!DOCTYPE a [<!ENTITY q '", false);
+        row("zeros", QByteArray(1000000, '\0'), false);
+        row("binary", "<\x89PNG\r\n\x1A\n" + QByteArray(1000, '\xFF'), false);
+    }
+
+    void hostileFiles()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, loads);
+        QFETCH(int, column);
+        CPLXMLReader reader;
+        QString message;
+        int line = 0;
+        int foundColumn = 0;
+        QCOMPARE(reader.createXMLDocumentFormFile(stored(bytes), &message, &line, &foundColumn), loads);
+        QCOMPARE(message.isEmpty(), loads);
+        if (column > 0)
+            QCOMPARE(foundColumn, column);
+    }
+
+    void externalEntitiesAreNotFetched()
+    {
+        const QByteArray secret = stored("secret", "secret").toUtf8();
+        CPLXMLReader reader;
+        QVERIFY(load(reader, "<!DOCTYPE a [<!ENTITY q SYSTEM 'file://" + secret + "'>]><a>[&q;]</a>"));
+        QString text;
+        reader.getTextDataofElement(reader.getRootElement(), text);
+        QCOMPARE(text, "[]"_s);
+    }
+
+    void handlesOutliveALoad()
+    {
+        auto reader = std::make_unique<CPLXMLReader>();
+        QVERIFY(load(*reader, mixed));
+        QVERIFY(reader->createXMLDocumentFormFile(stored("<z>text</z>"), nullptr, nullptr, nullptr));
+        QCOMPARE(reader->getSiblingElementCount(reader->getCurrentElement()), 6);
+        QCOMPARE(reader->getNextSiblingElement().tagName(), "c"_s);
+        reader->setRootElement(); // its first child is no element: the current one stays
+        QCOMPARE(reader->getCurrentElementTag(), "c"_s);
+        QCOMPARE(reader->getParentElement(reader->getCurrentElement()).tagName(), "a"_s);
+        reader->getFirstChild(reader->getCurrentElement());
+        reader->getNextSiblingElement();
+
+        CPLXMLReader copy;
+        copy = *reader;
+        const QDomElement kept = reader->getCurrentElement();
+        QVERIFY(load(*reader, "<y><x/></y>"));
+        reader.reset();
+        QCOMPARE(copy.getRootElementTag(), "z"_s);
+        QCOMPARE(copy.getNextSiblingElement(kept).tagName(), "d"_s);
+        QVERIFY(load(copy, "<y><x/></y>"));
+        // No reader keeps this document any more: what is left of it is the element.
+        QVERIFY(copy.getNextSiblingElement(kept).isNull());
+        QVERIFY(copy.getPreviousSiblingElement(kept).isNull());
+        QVERIFY(copy.getParentElement(kept).isNull() && copy.getFirstChild(kept).isNull());
+        QCOMPARE(copy.getSiblingElementCount(kept) + copy.getChildElementCount(kept), 0);
+    }
 
 private:
-    QString stored(const QByteArray& bytes, const char* name = "file.xml");
-    bool load(CPLXMLReader& reader, const QByteArray& bytes);
+    QString stored(const QByteArray& bytes, const char* name = "file.xml")
+    {
+        QString path = m_folder.filePath(QLatin1String(name));
+        support::writeFile(path, bytes);
+        return path;
+    }
+
+    bool load(CPLXMLReader& reader, const QByteArray& bytes)
+    {
+        if (!reader.createXMLDocumentFormFile(stored(bytes), nullptr, nullptr, nullptr))
+            return false;
+        reader.setRootElement();
+        return true;
+    }
 
     QTemporaryDir m_folder;
 };
-
-QString TestXmlReader::stored(const QByteArray& bytes, const char* name)
-{
-    QString path = m_folder.filePath(QLatin1String(name));
-    support::writeFile(path, bytes);
-    return path;
-}
-
-bool TestXmlReader::load(CPLXMLReader& reader, const QByteArray& bytes)
-{
-    if (!reader.createXMLDocumentFormFile(stored(bytes), nullptr, nullptr, nullptr))
-        return false;
-    reader.setRootElement();
-    return true;
-}
-
-void TestXmlReader::withoutDocument()
-{
-    CPLXMLReader reader;
-    reader.setRootElement();
-    QVERIFY(reader.getRootElement().isNull());
-    QCOMPARE(reader.getRootElementTag(), QString());
-    QVERIFY(reader.getNextChildElement().isNull() && reader.getNextSiblingElement().isNull());
-    QVERIFY(reader.getParentElement({}).isNull() && reader.getNextSiblingElement({}).isNull());
-    QCOMPARE(reader.getChildElementCount({}) + reader.getSiblingElementCount({}), 0);
-    QVERIFY(!reader.isTextDataPresent({}) && !reader.doesElementContainAttribute({}, {}));
-    QVERIFY(!reader.getAttributeValue({}, "x"_s).isNull());
-}
-
-void TestXmlReader::queries()
-{
-    CPLXMLReader reader;
-    QVERIFY(load(reader, mixed));
-    const QDomElement root = reader.getRootElement();
-    const QDomElement b = reader.getCurrentElement();
-    QCOMPARE(reader.getRootElementTag(), "a"_s);
-    QCOMPARE(reader.getCurrentElementTag(), "b"_s);
-    QCOMPARE(reader.getChildElementCount(root), 6);
-    QCOMPARE(reader.getSiblingElementCount(b), 6);
-    QCOMPARE(reader.getSiblingElementCount(root), 1);
-    int count = -1;
-    reader.getAttributeCount(b, count);
-    QCOMPARE(count, 2);
-    reader.getAttributeCount(root, count);
-    QCOMPARE(count, 0);
-    QVERIFY(reader.doesElementContainAttribute(b, "y"_s));
-    QVERIFY(!reader.doesElementContainAttribute(b, "X"_s));
-    QCOMPARE(reader.getAttributeValue(b, "x"_s), "1"_s);
-    for (const char* name : {"y", "z"}) {
-        const QString value = reader.getAttributeValue(b, QLatin1String(name));
-        QVERIFY(value.isEmpty() && !value.isNull());
-    }
-    QString text;
-    reader.getTextDataofElement(b, text);
-    QCOMPARE(text, "tuv"_s);
-    QVERIFY(reader.isTextDataPresent(root));
-    QCOMPARE(reader.getCurrentElement(), b);
-}
-
-void TestXmlReader::movesFromAnElementLookAtOneNode()
-{
-    CPLXMLReader reader;
-    QVERIFY(load(reader, mixed));
-    const QDomElement root = reader.getRootElement();
-    const QDomElement b = reader.getCurrentElement();
-    for (const QDomElement& missed :
-         {reader.getFirstChild(b), reader.getLastChild(b), reader.getLastChild(root), reader.getNextSiblingElement(b),
-          reader.getPreviousSiblingElement(b), reader.getParentElement(root)}) {
-        QVERIFY(missed.isNull());
-        QCOMPARE(reader.getCurrentElementTag(), "b"_s);
-    }
-    const QDomElement c = reader.getNextSiblingElement();
-    QCOMPARE(c.tagName(), "c"_s);
-    QCOMPARE(reader.getNextSiblingElement(c).tagName(), "d"_s);
-    QCOMPARE(reader.getCurrentElementTag(), "d"_s);
-    QCOMPARE(reader.getPreviousSiblingElement(reader.getCurrentElement()), c);
-    QCOMPARE(reader.getParentElement(c), root);
-    QCOMPARE(reader.getNextChildElement(), b);
-}
-
-void TestXmlReader::movesOfTheCursorPassOverNodes()
-{
-    CPLXMLReader reader;
-    QVERIFY(load(reader, mixed));
-    CPLXMLReader copy(reader);
-    QCOMPARE(copy.getNextChildElement().tagName(), "i"_s);
-    QVERIFY(copy.getNextChildElement().isNull()); // only text below
-    QCOMPARE(copy.getCurrentElementTag(), "i"_s);
-    QVERIFY(copy.getNextSiblingElement().isNull()); // and the node is lost now
-    QCOMPARE(copy.getCurrentElementTag(), "i"_s);
-
-    QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
-    QCOMPARE(reader.getNextSiblingElement().tagName(), "d"_s);
-    QVERIFY(reader.getNextChildElement().isNull()); // no child: the cursor stays
-    QVERIFY(reader.getNextSiblingElement().isNull());
-    reader.getFirstChild(reader.getRootElement());
-    QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
-}
-
-void TestXmlReader::failures()
-{
-    CPLXMLReader reader;
-    QVERIFY(load(reader, mixed));
-    QString message = "untouched"_s;
-    int line = -1;
-    int column = -1;
-    const QString missing = m_folder.filePath("missing"_s);
-    QVERIFY(!reader.createXMLDocumentFormFile(missing, &message, &line, &column));
-    QCOMPARE(message, "untouched"_s);
-    QCOMPARE(line + column, -2);
-    QCOMPARE(reader.getRootElementTag(), "a"_s);
-    QCOMPARE(reader.getNextSiblingElement().tagName(), "c"_s);
-
-    QVERIFY(!reader.createXMLDocumentFormFile(stored("<a>\n<b></c></a>"), &message, &line, &column));
-    QVERIFY(message != "untouched"_s);
-    QCOMPARE(line, 2);
-    QVERIFY(column > 3);
-
-    QVERIFY(!reader.createXMLDocumentFormFile(missing, nullptr, nullptr, nullptr));
-    reader.setRootElement();
-    QVERIFY(reader.getRootElement().isNull() && reader.getNextSiblingElement().isNull());
-}
-
-void TestXmlReader::encodings_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    const QString plain = "<a>\u00e9\u03b1</a>"_s;
-    const QByteArray utf8 = plain.toUtf8();
-    const auto coded = [&](const char* codec) { return QTextCodec::codecForName(codec)->fromUnicode(plain); };
-    support::row("UTF-8", utf8);
-    support::row("UTF-8 with mark", "\xEF\xBB\xBF" + utf8);
-    support::row("unknown name", "<?xml version='1.0' encoding='none'?>" + utf8);
-    support::row("declared", "<?xml version='1.0' encoding='GB18030'?>" + coded("GB18030"));
-    support::row("UTF-16 with mark", coded("UTF-16"));
-    support::row("big end first", coded("UTF-16BE"));
-    support::row("UTF-16 without mark", coded("UTF-16LE").mid(2));
-    support::row("UTF-32 with mark", coded("UTF-32"));
-}
-
-void TestXmlReader::encodings()
-{
-    QFETCH(QByteArray, bytes);
-    CPLXMLReader reader;
-    QVERIFY(load(reader, bytes));
-    QString text;
-    reader.getTextDataofElement(reader.getRootElement(), text);
-    QCOMPARE(text, "\u00e9\u03b1"_s);
-}
-
-void TestXmlReader::hostileFiles_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("loads");
-    QTest::addColumn<int>("column");
-    const auto row = [](const char* name, const QByteArray& bytes, bool loads, int column = 0) {
-        support::row(name, bytes, loads, column);
-    };
-    const auto nested = [](int depth) {
-        return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
-    };
-    const auto withSubset = [](const QByteArray& subset, const QByteArray& rest) {
-        return "<!DOCTYPE a [" + subset + "]>" + rest;
-    };
-    row("deep", nested(256), true);
-    row("too deep", nested(257), false, 3 * 257);
-    row("a million open", QByteArray("<a>").repeated(1000000), false, 3 * 257);
-    row("hidden by an encoding", "<?xml version='1.0' encoding='UTF-7'?>" + QByteArray("+ADw-a+AD4-").repeated(100000),
-        false);
-    const QByteArray decoys = QByteArray("<!-- </a></a> --><?p </a></a>?><![CDATA[</a></a>]]>"
-                                         "<a x='/>' y=\"</a>\">");
-    row("hidden by decoys", decoys.repeated(100000), false);
-    const QByteArray tag = QByteArray("<a> ").repeated(1000);
-    row("tags that are none",
-        withSubset("<!-- ' ]>" + tag + "--><!ELEMENT a ANY>", "<a><!--" + tag + "--><?p " + tag + "?><![CDATA[" + tag +
-                                                                  "]]>" + QByteArray("<b x='>'/>").repeated(1000) +
-                                                                  "</a>"),
-        true);
-    row(
-        "a million attributes' tenth",
-        [] {
-            QByteArray bytes = "<a";
-            for (int i = 0; i < 100000; ++i)
-                bytes += " x" + QByteArray::number(i) + "='1'";
-            return bytes + "/>";
-        }(),
-        true);
-
-    row("plain entity", withSubset("<!ENTITY q 'a&#160;b'>", "<a>&q;&amp;</a>"), true);
-    row("nested entities", withSubset("<!ENTITY q 'qq'><!ENTITY r '&q;&q;'>", "<a>&r;</a>"), false);
-    row("entity that opens an element", withSubset("<!ENTITY q '<b>'>", "<a>" + QByteArray("&q;").repeated(1000000)),
-        false);
-    row("the same in disguise", withSubset("<!ENTITY q \"&#x3C;b>\">", "<a>" + QByteArray("&q;").repeated(1000000)),
-        false);
-    row("long entity, often",
-        withSubset("<!ENTITY q '" + QByteArray(4000, 'q') + "'>", "<a>" + QByteArray("&q;").repeated(20000) + "</a>"),
-        false);
-    row("many entities", withSubset(QByteArray("<!ENTITY q 'q'>").repeated(100000), "<a/>"), false);
-    row("parameter entity", withSubset("<!ENTITY % p 'q'>%p;", "<a/>"), false);
-
-    const QByteArray whole = support::readFile(support::example("spectral/Spectral.xml"));
-    for (const int size : {0, 1, 50, 500, int(whole.size()) - 5})
-        row(qPrintable("cut at %1"_s.arg(size)), whole.left(size), false);
-    row("quote never closed", "<a x='" + QByteArray(1000000, '<'), false);
-    row("subset never closed", "<!DOCTYPE a [<!ENTITY q '", false);
-    row("zeros", QByteArray(1000000, '\0'), false);
-    row("binary", "<\x89PNG\r\n\x1A\n" + QByteArray(1000, '\xFF'), false);
-}
-
-void TestXmlReader::hostileFiles()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, loads);
-    QFETCH(int, column);
-    CPLXMLReader reader;
-    QString message;
-    int line = 0;
-    int foundColumn = 0;
-    QCOMPARE(reader.createXMLDocumentFormFile(stored(bytes), &message, &line, &foundColumn), loads);
-    QCOMPARE(message.isEmpty(), loads);
-    if (column > 0)
-        QCOMPARE(foundColumn, column);
-}
-
-void TestXmlReader::externalEntitiesAreNotFetched()
-{
-    const QByteArray secret = stored("secret", "secret").toUtf8();
-    CPLXMLReader reader;
-    QVERIFY(load(reader, "<!DOCTYPE a [<!ENTITY q SYSTEM 'file://" + secret + "'>]><a>[&q;]</a>"));
-    QString text;
-    reader.getTextDataofElement(reader.getRootElement(), text);
-    QCOMPARE(text, "[]"_s);
-}
-
-void TestXmlReader::handlesOutliveALoad()
-{
-    auto reader = std::make_unique<CPLXMLReader>();
-    QVERIFY(load(*reader, mixed));
-    QVERIFY(reader->createXMLDocumentFormFile(stored("<z>text</z>"), nullptr, nullptr, nullptr));
-    QCOMPARE(reader->getSiblingElementCount(reader->getCurrentElement()), 6);
-    QCOMPARE(reader->getNextSiblingElement().tagName(), "c"_s);
-    reader->setRootElement(); // its first child is no element: the current one stays
-    QCOMPARE(reader->getCurrentElementTag(), "c"_s);
-    QCOMPARE(reader->getParentElement(reader->getCurrentElement()).tagName(), "a"_s);
-    reader->getFirstChild(reader->getCurrentElement());
-    reader->getNextSiblingElement();
-
-    CPLXMLReader copy;
-    copy = *reader;
-    const QDomElement kept = reader->getCurrentElement();
-    QVERIFY(load(*reader, "<y><x/></y>"));
-    reader.reset();
-    QCOMPARE(copy.getRootElementTag(), "z"_s);
-    QCOMPARE(copy.getNextSiblingElement(kept).tagName(), "d"_s);
-    QVERIFY(load(copy, "<y><x/></y>"));
-    // No reader keeps this document any more: what is left of it is the element.
-    QVERIFY(copy.getNextSiblingElement(kept).isNull());
-    QVERIFY(copy.getPreviousSiblingElement(kept).isNull());
-    QVERIFY(copy.getParentElement(kept).isNull() && copy.getFirstChild(kept).isNull());
-    QCOMPARE(copy.getSiblingElementCount(kept) + copy.getChildElementCount(kept), 0);
-}
 
 QTEST_APPLESS_MAIN(TestXmlReader)
 #include "tst_plxmlreader.moc"
