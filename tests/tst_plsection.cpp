@@ -3,12 +3,6 @@
 #include <limits>
 #include <locale>
 
-/** What a number must not be written with, whatever the program's locale. */
-class DecimalComma : public std::numpunct<char>
-{
-    char do_decimal_point() const override { return ','; }
-};
-
 class TestSection : public QObject
 {
     Q_OBJECT
@@ -119,7 +113,7 @@ private Q_SLOTS:
     void writesNumbers()
     {
         QFETCH(double, number);
-        const std::locale before = std::locale::global(std::locale(std::locale::classic(), new DecimalComma));
+        const std::locale before = std::locale::global(std::locale(std::locale::classic(), new support::DecimalComma));
         CPLSection section;
         section.addKeyValue("n"_s, ""_s);
         QCOMPARE(section.setValue("n"_s, number), eSTATUS_SUCCESS);

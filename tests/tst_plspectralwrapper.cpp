@@ -66,14 +66,6 @@ void writeSample(CPLSpectralWrapper& file)
     file.setCloseSpectralAnalysis();
 }
 
-/** Numbers with a decimal comma and grouped digits. */
-struct Comma : std::numpunct<char>
-{
-    [[nodiscard]] char do_decimal_point() const override { return ','; }
-
-    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
-};
-
 } // namespace
 
 class TestSpectralWrapper : public QObject
@@ -97,7 +89,7 @@ private Q_SLOTS:
 
     void numbersAndContour()
     {
-        const std::locale before = std::locale::global(std::locale(std::locale(), new Comma));
+        const std::locale before = std::locale::global(std::locale(std::locale(), new support::DecimalComma));
         CPLSpectralWrapper file;
         QVERIFY(file.createSpectralXMLFile(path()));
         file.setSpectralAnalysisPlotResults(1234567, 0.00001234);

@@ -11,6 +11,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <locale>
 #include <memory>
 
 inline QString operator""_s(const char* text, std::size_t size)
@@ -58,6 +59,14 @@ void textRow(const char* name, Texts... texts)
 {
     (QTest::newRow(name) << ... << QString::fromLatin1(texts));
 }
+
+/** What numbers in files must not look like, whatever the program's locale. */
+struct DecimalComma : std::numpunct<char>
+{
+    [[nodiscard]] char do_decimal_point() const override { return ','; }
+
+    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
 
 /** A row of test data: its name and the values of the columns. */
 template <typename... Values>
