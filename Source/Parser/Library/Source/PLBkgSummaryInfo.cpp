@@ -49,16 +49,11 @@ CPLBkgSummaryInfo::~CPLBkgSummaryInfo() = default;
 
 tag_estatus CPLBkgSummaryInfo::loadSectionData(QString& block, QString sectionKey)
 {
-    const QStringView header = firstLine(block);
-    const ColonCut cut = cutAtColon(header);
-    if (cut.kind != ColonCut::Pair)
+    const ColonCut header = cutAtColon(firstLine(block));
+    if (header.kind != ColonCut::Pair)
         return eSTATUS_BAD_FORMAT;
-    auto section = makeSection(sectionKey, cut.after.toString());
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    block.remove(0, int(header.size()));
-    section->loadSectionData(block);
-    return addOrDestroy(*this, std::move(section));
+    auto section = sectionOfBlock(sectionKey, block, header);
+    return section ? addOrDestroy(*this, std::move(section)) : eSTATUS_OUT_OF_MEMORY;
 }
 
 tag_estatus CPLBkgSummaryInfo::addSection(CPLSection* section)

@@ -155,18 +155,13 @@ tag_estatus CPLClickInfo::loadSectionData(QString& block, QString sectionKey)
         return eSTATUS_SUCCESS;
     if (sectionKey.isNull())
         return eSTATUS_FAILED;
-    const QStringView header = firstLine(block);
-    const ColonCut cut = cutAtColon(header);
-    if (cut.kind == ColonCut::NoColon)
+    const ColonCut header = cutAtColon(firstLine(block));
+    if (header.kind == ColonCut::NoColon)
         return eSTATUS_SUCCESS;
-    if (cut.kind == ColonCut::Commented)
+    if (header.kind == ColonCut::Commented)
         return eSTATUS_BAD_FORMAT;
-    auto section = makeSection(sectionKey, cut.after.toString());
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    block.remove(0, int(header.size()));
-    section->loadSectionData(block);
-    return addOrDestroy(*this, std::move(section));
+    auto section = sectionOfBlock(sectionKey, block, header);
+    return section ? addOrDestroy(*this, std::move(section)) : eSTATUS_OUT_OF_MEMORY;
 }
 
 tag_estatus CPLClickInfo::addSection(CPLSection* section)
@@ -591,16 +586,12 @@ tag_estatus CPLClickInfo::parseSectionFromBuffer(const QString& buffer, const QS
         return eSTATUS_FAILED;
     if (buffer.isEmpty())
         return eSTATUS_SUCCESS;
-    const QStringView header = firstLine(buffer);
-    const ColonCut cut = cutAtColon(header);
-    if (cut.kind != ColonCut::Pair)
+    const ColonCut header = cutAtColon(firstLine(buffer));
+    if (header.kind != ColonCut::Pair)
         return eSTATUS_BAD_FORMAT;
-    auto parsed = makeSection(sectionKey, cut.after.toString());
-    if (!parsed)
-        return eSTATUS_OUT_OF_MEMORY;
-    parsed->loadSectionData(buffer.mid(int(header.size())));
-    *section = parsed.release();
-    return eSTATUS_SUCCESS;
+    QString block = buffer;
+    *section = sectionOfBlock(sectionKey, block, header).release();
+    return *section ? eSTATUS_SUCCESS : eSTATUS_OUT_OF_MEMORY;
 }
 
 tag_estatus CPLClickInfo::copySectionBuffer(const QString& text, QString& sectionText, int& length,

@@ -5,6 +5,7 @@
 #ifndef OVPARSER_INTERNAL_NEWSECTION_H
 #define OVPARSER_INTERNAL_NEWSECTION_H
 
+#include "InfoText.h"
 #include "PLSection.h"
 #include "PLStatus.h"
 
@@ -18,6 +19,24 @@ namespace ovparser::internal {
                                                              const QString& name)
 {
     return std::unique_ptr<CPLSection>(new (std::nothrow) CPLSection(key, name));
+}
+
+/**
+ * A section made of a block: its name from the header line, its entries from the rest, which is all
+ * that the block is left holding.
+ *
+ * @param header  the block's first line, cut
+ * @return null when there is no memory for it; the block is unchanged then
+ */
+[[nodiscard]] inline std::unique_ptr<CPLSection> sectionOfBlock(const QString& key, QString& block,
+                                                                const ColonCut& header)
+{
+    auto section = makeSection(key, header.after.toString());
+    if (!section)
+        return nullptr;
+    block.remove(0, int(firstLine(block).size()));
+    section->loadSectionData(block);
+    return section;
 }
 
 /** A copy of a section; null when there is no memory for it. */
