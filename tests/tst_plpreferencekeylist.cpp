@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(support::readFile(file.fileName()), sample.chopped(2) + ":\t\xE9?;\r\n\r\n");
         QFile disk(support::fullDisk());
         if (disk.fileName().isEmpty())
-            QSKIP("no device that takes no byte");
+            return support::skipFullDisk();
         QVERIFY(disk.open(QIODevice::WriteOnly));
         QCOMPARE(list.saveData(disk, &labels), eSTATUS_FAILED);
     }
