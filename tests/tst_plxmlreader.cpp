@@ -201,6 +201,35 @@ private Q_SLOTS:
             false);
         row("many entities", withSubset(QByteArray("<!ENTITY q 'q'>").repeated(100000), "<a/>"), false);
         row("parameter entity", withSubset("<!ENTITY % p 'q'>%p;", "<a/>"), false);
+        row("parameter entity named SYSTEM", withSubset("<!ENTITY % SYSTEM 'q'>", "<a/>"), false);
+        row("long entity, often in a default",
+            withSubset("<!ENTITY q '" + QByteArray(4000, 'q') + "'><!ATTLIST a b CDATA '" +
+                           QByteArray("&q;").repeated(20000) + "'>",
+                       "<a/>"),
+            false);
+        for (const int depth : {256, 257, 100000})
+            row(qPrintable("content model %1 deep"_s.arg(depth)),
+                withSubset("<!ELEMENT a " + QByteArray(depth, '(') + "b" + QByteArray(depth, ')') + ">", "<a/>"),
+                depth == 256);
+        row("many declarations that are none", QByteArray("<!>").repeated(100000), false);
+        for (const char* value : {"<b>", "&r;", "&#38;r;", "&#x0026;r;", "&#0060;", "&#65574;r;", "&#65596;b>",
+                                  "&#x1003C;b>", "&#99999999999999999999;", "&#x00000000000000000003C;"})
+            row(value, withSubset("<!ENTITY r 'r'><!ENTITY SYSTEM \"" + QByteArray(value) + "\">", "<a>&SYSTEM;</a>"),
+                false);
+        for (const char* value : {"R&amp;D", "&lt;b>", "&#38;#38;r;", "&#x3b1;&#65533;", "100&#37;"})
+            row(value, withSubset("<!ENTITY q \"" + QByteArray(value) + "\">", "<a>&q;</a>"), true);
+        row("predefined entities",
+            withSubset("<!ENTITY lt '&#38;#60;'><!ENTITY amp '&#38;#38;'><!ENTITY gt '&#62;'><!ENTITY apos '&#39;'>"
+                       "<!ENTITY quot '&#34;'><!ENTITY q '" +
+                           QByteArray(4000, 'q') + "'>",
+                       "<a>" + QByteArray("&lt;&#65;").repeated(20000) + "</a>"),
+            true);
+        const QByteArray address = "'" + QByteArray(4000, 'u') + "?a&b%20c'";
+        row("addresses",
+            withSubset("<!NOTATION n SYSTEM 'n'><!ENTITY e SYSTEM " + address + " NDATA n><!ENTITY f PUBLIC 'p' " +
+                           address + "><!ENTITY % p SYSTEM " + address + ">%p;<!ELEMENT a ((b|c)*)>",
+                       "<a>" + QByteArray("&f;").repeated(1000) + "</a>"),
+            true);
 
         const QByteArray whole = support::readFile(support::example("spectral/Spectral.xml"));
         for (const int size : {0, 1, 50, 500, int(whole.size()) - 5})

@@ -346,7 +346,8 @@ bool CPLSpectralWrapper::createSpectralXMLFile(QString newFileName)
     file.close();
     fileName = newFileName;
     file.setFileName(fileName);
-    const bool opened = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    const bool opened =
+        !fileName.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate);
     writer.reset(new (std::nothrow) CPLXMLWriter(&file, nullptr));
     if (!writer)
         return false;

@@ -55,7 +55,7 @@ bool CPLXMLReader::createXMLDocumentFormFile(QString fileName, QString* errorMsg
 {
     document = QDomDocument(PLKeyword::Xml::EmptyDocument);
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly))
         return false;
     QString text;
     if (const auto hazard = readXml(file, &text)) {
@@ -143,27 +143,27 @@ void CPLXMLReader::getTextDataofElement(QDomElement e, QString& text) const
 
 QDomElement CPLXMLReader::getFirstChild(QDomElement e)
 {
-    return moveTo(e.firstChild());
+    return moveTo(e, e.firstChild());
 }
 
 QDomElement CPLXMLReader::getLastChild(QDomElement e)
 {
-    return moveTo(e.lastChild());
+    return moveTo(e, e.lastChild());
 }
 
 QDomElement CPLXMLReader::getParentElement(QDomElement e)
 {
-    return moveTo(e.parentNode());
+    return moveTo(e, e.parentNode());
 }
 
 QDomElement CPLXMLReader::getNextSiblingElement(QDomElement e)
 {
-    return moveTo(nextSibling(e));
+    return moveTo(e, nextSibling(e));
 }
 
 QDomElement CPLXMLReader::getPreviousSiblingElement(QDomElement e)
 {
-    return moveTo(previousSibling(e));
+    return moveTo(e, previousSibling(e));
 }
 
 QDomElement CPLXMLReader::getNextChildElement()
@@ -190,17 +190,21 @@ void CPLXMLReader::setCurrentNode(QDomNode node)
     nodeTree = topOf(node);
 }
 
+// The current node was set just before, in the same tree.
 void CPLXMLReader::setCurrentElement(QDomElement element)
 {
     currentElement = element;
-    elementTree = topOf(element);
+    elementTree = nodeTree;
 }
 
-QDomElement CPLXMLReader::moveTo(const QDomNode& node)
+QDomElement CPLXMLReader::moveTo(const QDomNode& from, const QDomNode& node)
 {
     if (!node.isElement())
         return {};
-    setCurrentNode(node);
+    // A neighbour of the current node is in its tree: no step of a walk looks for the top.
+    if (from != currentNode)
+        nodeTree = topOf(node);
+    currentNode = node;
     setCurrentElement(node.toElement());
     return currentElement;
 }
@@ -209,7 +213,7 @@ QDomElement CPLXMLReader::moveToElementFrom(QDomNode node)
 {
     while (!node.isNull() && !node.isElement()) {
         node = nextSibling(node);
-        setCurrentNode(node);
+        currentNode = node;
     }
-    return moveTo(node);
+    return moveTo(currentNode, node);
 }

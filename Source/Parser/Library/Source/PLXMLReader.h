@@ -37,8 +37,10 @@ public:
      * Reads and parses a file. Root and cursor stay in the document read before until
      * setRootElement() is called. Nothing outside the file is ever fetched.
      *
-     * A file of more than 128 MiB, elements nested deeper than 256, and entities that could grow
-     * without bound are refused like malformed XML.
+     * Refused like malformed XML are a file of more than 128 MiB, elements or content models
+     * nested deeper than 256, more than 256 entities, references that could expand to more than a
+     * million characters, and every declaration of an entity that holds markup, refers to another
+     * declared entity or to a character above U+FFFF, or is an internal parameter entity.
      *
      * @param errorMsg     receives what is wrong with a malformed file; may be null, as may the
      *                     other two
@@ -128,7 +130,7 @@ private:
     void setCurrentNode();
     void setCurrentNode(QDomNode node);
     void setCurrentElement(QDomElement element);
-    QDomElement moveTo(const QDomNode& node);
+    QDomElement moveTo(const QDomNode& from, const QDomNode& node);
     QDomElement moveToElementFrom(QDomNode node);
 
     QDomDocument document;

@@ -53,15 +53,69 @@ QByteArray encodingOf(const QByteArray& bytes)
     return declaredEncoding(bytes);
 }
 
+/** The references that need no declaration. */
+constexpr QLatin1String predefined[] = {
+    PLKeyword::keyword("&amp;"),  PLKeyword::keyword("&lt;"),   PLKeyword::keyword("&gt;"),
+    PLKeyword::keyword("&quot;"), PLKeyword::keyword("&apos;"),
+};
+
+bool beginsPredefined(QStringView text)
+{
+    return std::any_of(std::begin(predefined), std::end(predefined),
+                       [&](QLatin1String reference) { return text.startsWith(reference); });
+}
+
+/** Whether a text begins with a reference to a character. */
+bool beginsCharacter(QStringView text)
+{
+    return text.startsWith(PLKeyword::keyword("&#"));
+}
+
 /**
- * Whether the value of an entity is text only: no markup and no reference, but for references to
- * characters that are no markup themselves.
+ * Whether the reference to a character with which a text begins is plain in the value of an entity.
+ *
+ * The parser puts the character into the value, cut to 16 bits, and parses the value where the
+ * entity is used. So '<' opens an element there, and '&' a reference, which is plain only when it
+ * is one to a character in its turn.
+ */
+bool isPlainCharacter(QStringView text)
+{
+    constexpr int longestNumber = 16;
+    constexpr uint largest = 0xFFFF;
+    const bool hexadecimal = text.startsWith(PLKeyword::keyword("&#x"));
+    const QStringView rest = text.mid(hexadecimal ? 3 : 2);
+    const QStringView window = rest.left(longestNumber);
+    const auto size = std::find(window.begin(), window.end(), QLatin1Char(';')) - window.begin();
+    const uint code = window.left(size).toString().toUInt(nullptr, hexadecimal ? 16 : 10);
+    if (size == window.size() || code == 0 || code > largest || code == '<')
+        return false;
+    return code != '&' || rest.mid(size).startsWith(PLKeyword::keyword(";#"));
+}
+
+/**
+ * Whether the value of an entity is text only: no markup, and no reference but to predefined
+ * entities, which the parser keeps as text, and to plain characters.
  */
 bool isPlain(QStringView value)
 {
-    static const QRegularExpression harmful(
-        QStringLiteral("[<%]|&(?!#)|&#0*(38|60)\\b|&#x0*(26|3[Cc])\\b"));
-    return !harmful.match(value.toString()).hasMatch();
+    for (int i = 0; i < value.size(); ++i) {
+        const QChar character = value.at(i);
+        if (character == QLatin1Char('<') || character == QLatin1Char('%'))
+            return false;
+        const QStringView rest = value.mid(i);
+        if (character == QLatin1Char('&') && !beginsPredefined(rest) &&
+            !(beginsCharacter(rest) && isPlainCharacter(rest)))
+            return false;
+    }
+    return true;
+}
+
+/** Whether the value of an entity, declared so far, is the address of another file. */
+bool isExternal(const QString& declaration)
+{
+    static const QRegularExpression external(
+        QStringLiteral("^<!ENTITY\\s+(%\\s+)?[^%\\s]\\S*\\s+(SYSTEM|PUBLIC)\\s*$"));
+    return external.match(declaration).hasMatch();
 }
 
 XmlHazard hazardAt(const QString& text, int position, const char* message)
@@ -88,6 +142,8 @@ public:
     {
         while (m_hazard == nullptr && moveTo(QLatin1Char('<')))
             passMarkup();
+        if (m_hazard == nullptr)
+            checkExpansion();
         if (m_hazard != nullptr)
             return hazardAt(m_text, std::min(m_position, m_size), m_hazard);
         return std::nullopt;
@@ -128,6 +184,7 @@ private:
     void passTag();
     void passDocumentType();
     void passDeclaration();
+    void passCharacter();
     void passEntity();
     void addEntity(QStringView value);
     void checkExpansion();
@@ -136,6 +193,7 @@ private:
     int m_size;
     int m_position = 0;
     int m_depth = 0;
+    int m_groups = 0;
     int m_entities = 0;
     int m_longestEntity = 0;
     const char* m_hazard = nullptr;
@@ -202,8 +260,6 @@ void MarkupWalk::passDocumentType()
             inSubset = character == QLatin1Char('[');
         passDeclaration();
     }
-    if (m_hazard == nullptr)
-        checkExpansion();
 }
 
 /** Passes a declaration of an entity, a quoted text, a comment, or one character of the rest. */
@@ -214,22 +270,35 @@ void MarkupWalk::passDeclaration()
     else if (isQuote(m_text.at(m_position)))
         passQuoted();
     else if (!passUnparsed())
-        ++m_position;
+        passCharacter();
 }
 
+void MarkupWalk::passCharacter()
+{
+    const QChar character = m_text.at(m_position);
+    if (character == QLatin1Char('(') && ++m_groups > maxXmlNesting)
+        m_hazard = "content models are nested too deeply";
+    if (character == QLatin1Char(')'))
+        --m_groups;
+    ++m_position;
+}
+
+/** Passes a declaration up to its value, and the value unless it is the address of a file. */
 void MarkupWalk::passEntity()
 {
     if (++m_entities > maxXmlEntities)
         m_hazard = "too many entities are declared";
-    for (++m_position; m_position < m_size; ++m_position) {
-        const QChar character = m_text.at(m_position);
-        if (isQuote(character))
-            return addEntity(passQuoted());
-        if (character == QLatin1Char('>'))
-            return;
-        if (character == QLatin1Char('%'))
-            m_hazard = "parameter entities are not supported";
-    }
+    const int first = m_position;
+    while (m_position < m_size && !isQuote(m_text.at(m_position)) &&
+           m_text.at(m_position) != QLatin1Char('>'))
+        ++m_position;
+    const QString declaration = m_text.mid(first, m_position - first);
+    if (m_position == m_size || !isQuote(m_text.at(m_position)) || isExternal(declaration))
+        return;
+    if (declaration.contains(QLatin1Char('%')))
+        m_hazard = "internal parameter entities are not supported";
+    else
+        addEntity(passQuoted());
 }
 
 void MarkupWalk::addEntity(QStringView value)
@@ -241,10 +310,17 @@ void MarkupWalk::addEntity(QStringView value)
 
 void MarkupWalk::checkExpansion()
 {
-    const QStringView rest = QStringView(m_text).mid(m_position);
-    const auto references = std::count(rest.begin(), rest.end(), QLatin1Char('&'));
-    if (qint64(references) * m_longestEntity > maxXmlExpansion)
-        m_hazard = "entities expand to too much text";
+    qint64 expansion = 0;
+    for (m_position = 0; moveTo(QLatin1Char('&')); ++m_position) {
+        const QStringView rest = QStringView(m_text).mid(m_position);
+        if (beginsCharacter(rest) || beginsPredefined(rest))
+            continue;
+        expansion += m_longestEntity;
+        if (expansion > maxXmlExpansion) {
+            m_hazard = "entities expand to too much text";
+            return;
+        }
+    }
 }
 
 } // namespace

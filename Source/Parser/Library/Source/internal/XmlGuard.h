@@ -2,9 +2,13 @@
  * @file
  * What an XML file must not hold before it is parsed into a DOM.
  *
- * The DOM parses and destroys nested elements recursively, takes time in proportion to the square
- * of the number of entities, and lets their expansion multiply; each crashes or stalls on a small
- * file made for it. The limits lie far above what any real file needs.
+ * The DOM parses content models and destroys nested elements recursively, takes time in proportion
+ * to the square of the number of entities, and lets their expansion multiply; each crashes or
+ * stalls on a small file made for it. The limits lie far above what real files need.
+ *
+ * Some well-formed declarations are refused too, used or not: entities that hold markup, entities
+ * that refer to other declared entities or to characters above U+FFFF, and internal parameter
+ * entities. External entities pass, since the DOM never fetches them.
  */
 #ifndef OVPARSER_INTERNAL_XMLGUARD_H
 #define OVPARSER_INTERNAL_XMLGUARD_H
@@ -20,7 +24,7 @@ namespace ovparser::internal {
 
 /** The largest file, in bytes. The DOM takes about twenty times as much memory. */
 inline constexpr int maxXmlBytes = 128 * 1024 * 1024;
-/** How deep elements may be nested. */
+/** How deep elements, and groups in a content model, may be nested. */
 inline constexpr int maxXmlNesting = 256;
 /** How many entities a file may declare. */
 inline constexpr int maxXmlEntities = 256;
