@@ -98,6 +98,13 @@ private Q_SLOTS:
                      QStringList{"\"clickNumber\": \"ABC20240305091502\""_s, "\"totalFlux\": 1750000"_s,
                                  "\"wavelength\": 620"_s, "\"b\": -0.25"_s},
                      ""_s);
+        const QString spelled = m_folder.filePath("spelled.xml"_s);
+        support::writeFile(spelled, QByteArray("<OV><OV.Plot.Results ROI.Label='Roi' Total.Plot.Values='0'/>"
+                                               "<OV.Plot.Results ROI.Label='ROI' Total.Plot.Values='1'>"
+                                               "<OV.Plot.Values Intensity='2'/></OV.Plot.Results></OV>")
+                                        .replace("OV", "OV3.0.SpectralAnalysis"));
+        support::row("label spelled twice", QStringList{"spectral"_s, spelled}, 0,
+                     QStringList{"Plot of Roi\nWavelength (nm)  Intensity\n0                2\n"_s}, ""_s);
         support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
         support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
         support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,

@@ -108,7 +108,8 @@ int spectralCommand(const QStringList& words)
     QCommandLineParser parser;
     parser.setApplicationDescription(QLatin1String(
         "Prints a spectral analysis: its acquisitions with filters and regions of interest, the "
-        "results, the plots and the fit."));
+        "results, the plots and the fit. Wavelengths are in nanometres; intensity and attenuation "
+        "are in the file's own units."));
     const QCommandLineOption json(QLatin1String("json"), QLatin1String("Print JSON."));
     const QCommandLineOption svg(QLatin1String("svg"),
                                  QLatin1String("Draw the plots and the fit to a file as well."),

@@ -1,8 +1,199 @@
 #include "SpectralFile.h"
 
+#include <QtCore/QHash>
+
+#include <variant>
+
 namespace {
 
+namespace Attribute = PLKeyword::Spectral::Attribute;
 namespace Spectral = PLKeyword::Spectral;
+
+/** An attribute and the field of a record that holds its value. */
+template <typename Record>
+struct Field
+{
+    QLatin1String attribute;
+    std::variant<QString Record::*, double Record::*, int Record::*> member;
+};
+
+constexpr Field<SpectralAnalysis> analysisFields[] = {
+    {Attribute::SequenceId, &SpectralAnalysis::sequenceId},
+    {Attribute::ActiveImage, &SpectralAnalysis::activeImage},
+    {Attribute::TissueProperty, &SpectralAnalysis::tissue},
+    {Attribute::SourceModel, &SpectralAnalysis::sourceModel},
+    {Attribute::IndexOfRefraction, &SpectralAnalysis::refraction},
+};
+
+using Click = _tagSClickROIInformation;
+
+constexpr Field<Click> clickFields[] = {
+    {Attribute::ClickNumber, &Click::clickNumber},
+    {Attribute::ImageWavelength, &Click::imageWavelength},
+};
+
+constexpr Field<Click> filterFields[] = {
+    {Attribute::AvgTransmission, &Click::avgTransmission},
+    {Attribute::BandWidth, &Click::bandWidth},
+    {Attribute::CentralWavelength, &Click::centralWavelength},
+};
+
+constexpr Field<Click> roiFields[] = {
+    {Attribute::Roi, &Click::roi},
+    {Attribute::RoiLabel, &Click::roiLabel},
+};
+
+constexpr Field<Click> propertyFields[] = {
+    {Attribute::RoiShape, &Click::roiShape},
+    {Attribute::RoiType, &Click::roiType},
+    {Attribute::Xc, &Click::xc},
+    {Attribute::Yc, &Click::yc},
+    {Attribute::Angle, &Click::angle},
+    {Attribute::Width, &Click::width},
+    {Attribute::Height, &Click::height},
+    {Attribute::Area, &Click::area},
+    {Attribute::RoiPixels, &Click::roiPixels},
+};
+
+constexpr Field<SPlotResults> plotFields[] = {
+    {Attribute::Intensity, &SPlotResults::intensity},
+    {Attribute::WaveLength, &SPlotResults::waveLength},
+};
+
+constexpr Field<SFitResults> fitFields[] = {
+    {Attribute::Intensity, &SFitResults::intensity},
+    {Attribute::Attenuation, &SFitResults::attenuation},
+    {Attribute::FitValue, &SFitResults::fitValue},
+    {Attribute::HorizontalError, &SFitResults::horizontalError},
+    {Attribute::VerticalError, &SFitResults::verticalError},
+};
+
+void convert(const QString& text, QString* value)
+{
+    *value = text;
+}
+
+void convert(const QString& text, double* value)
+{
+    *value = text.toDouble();
+}
+
+void convert(const QString& text, int* value)
+{
+    *value = text.toInt();
+}
+
+bool is(const QDomElement& element, Spectral::ElementId id)
+{
+    return element.tagName().compare(Spectral::Elements[id].name, Qt::CaseInsensitive) == 0;
+}
+
+/** Reads the fields of an element that has the name; false when it has another. */
+template <typename Record, std::size_t N>
+bool readIf(Spectral::ElementId id, const QDomElement& element, const Field<Record> (&fields)[N],
+            Record* record)
+{
+    if (!is(element, id))
+        return false;
+    for (const Field<Record>& field : fields) {
+        const QString text = element.attribute(field.attribute);
+        std::visit([&](auto member) { convert(text, &(record->*member)); }, field.member);
+    }
+    return true;
+}
+
+/** Hands each child to `visit` until one is no element, as the library reads such a file. */
+template <typename Visit>
+void forEachChild(const QDomElement& parent, Visit visit)
+{
+    QDomElement child = parent.firstChild().toElement();
+    for (; !child.isNull(); child = child.nextSibling().toElement())
+        visit(child);
+}
+
+/** An acquisition, as far as its elements stand where they belong. */
+Click clickOf(const QDomElement& element)
+{
+    Click click;
+    const QDomElement filter = element.firstChild().toElement();
+    const QDomElement roi = filter.nextSibling().toElement();
+    if (readIf(Spectral::Click, element, clickFields, &click) &&
+        readIf(Spectral::FilterProperties, filter, filterFields, &click) &&
+        readIf(Spectral::ClickRoi, roi, roiFields, &click))
+        readIf(Spectral::RoiProperties, roi.firstChild().toElement(), propertyFields, &click);
+    return click;
+}
+
+QList<Click> clicksOf(const QDomElement& clickInfo)
+{
+    QList<Click> clicks;
+    if (!is(clickInfo, Spectral::ClickInfo))
+        return clicks;
+    forEachChild(clickInfo, [&](const QDomElement& element) {
+        if (is(element, Spectral::Click))
+            clicks.append(clickOf(element));
+    });
+    return clicks;
+}
+
+/** Adds the values of a plot or fit, unless it holds another number than it states. */
+template <typename Record, std::size_t N>
+void addValues(const QDomElement& results, QLatin1String total, Spectral::ElementId id,
+               const Field<Record> (&fields)[N], QList<Record>* list)
+{
+    if (results.attribute(total).toInt() != results.childNodes().count())
+        return;
+    forEachChild(results, [&](const QDomElement& element) {
+        Record record;
+        if (readIf(id, element, fields, &record))
+            list->append(record);
+    });
+}
+
+/** Collects analyses and curves from the children of the root, in one pass. */
+class Collector
+{
+public:
+    explicit Collector(SpectralFile* contents)
+        : m_contents(*contents)
+    {}
+
+    void add(const QDomElement& element);
+
+private:
+    SpectralCurve& curveOf(const QDomElement& element);
+
+    SpectralFile& m_contents;
+    QHash<QString, int> m_places; // of the curves, by label in lower case
+};
+
+void Collector::add(const QDomElement& element)
+{
+    SpectralAnalysis analysis;
+    if (readIf(Spectral::Attributes, element, analysisFields, &analysis)) {
+        analysis.clicks = clicksOf(element.nextSibling().toElement());
+        m_contents.analyses.append(analysis);
+    } else if (is(element, Spectral::PlotResults)) {
+        addValues(element, Attribute::TotalPlotValues, Spectral::PlotValues, plotFields,
+                  &curveOf(element).plot);
+    } else if (is(element, Spectral::FitResults)) {
+        addValues(element, Attribute::TotalFitValues, Spectral::FitValues, fitFields,
+                  &curveOf(element).fit);
+    }
+}
+
+/** The curve of a plot's or fit's region of interest, whose label was perhaps spelled otherwise. */
+SpectralCurve& Collector::curveOf(const QDomElement& element)
+{
+    QList<SpectralCurve>& curves = m_contents.curves;
+    const QString label = element.attribute(Attribute::RoiLabel);
+    const auto place = m_places.constFind(label.toLower());
+    if (place != m_places.constEnd())
+        return curves[*place];
+    m_places.insert(label.toLower(), int(curves.size()));
+    curves.append({label, {}, {}});
+    return curves.last();
+}
 
 /** What is wrong with a file that does not load. */
 QString problemOf(const QString& path)
@@ -18,52 +209,6 @@ QString problemOf(const QString& path)
     return QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(message);
 }
 
-QList<_tagSClickROIInformation> clicksOf(CPLSpectralWrapper& file, int analysis)
-{
-    QList<_tagSClickROIInformation> clicks;
-    for (int i = 0;; ++i) {
-        _tagSClickROIInformation click;
-        // False also when only the measurements are missing; an acquisition that is there has a
-        // click number, be it empty.
-        file.getClickAndROIInformationForIndex(&click, i, analysis);
-        if (click.clickNumber.isNull())
-            return clicks;
-        clicks.append(click);
-    }
-}
-
-QList<SpectralAnalysis> analysesOf(CPLSpectralWrapper& file)
-{
-    QList<SpectralAnalysis> analyses;
-    SpectralAnalysis next;
-    int clicks = 0;
-    while (file.getSpectralAttributes(&next.sequenceId, &clicks, &next.activeImage, &next.tissue,
-                                      &next.sourceModel, int(analyses.size()), &next.refraction)) {
-        next.clicks = clicksOf(file, int(analyses.size()));
-        analyses.append(next);
-    }
-    return analyses;
-}
-
-/** The labels of all plots and fits, each once, in file order. */
-QStringList labelsIn(const QString& path)
-{
-    CPLXMLReader reader;
-    reader.createXMLDocumentFormFile(path, nullptr, nullptr, nullptr);
-    reader.setRootElement();
-    QStringList labels;
-    QDomElement element = reader.getFirstChild(reader.getRootElement());
-    for (; !element.isNull(); element = reader.getNextSiblingElement(element)) {
-        const QString tag = element.tagName();
-        for (const Spectral::ElementId id : {Spectral::PlotResults, Spectral::FitResults}) {
-            if (tag.compare(Spectral::Elements[id].name, Qt::CaseInsensitive) == 0)
-                labels += reader.getAttributeValue(element, Spectral::Attribute::RoiLabel);
-        }
-    }
-    labels.removeDuplicates();
-    return labels;
-}
-
 std::optional<LinearFit> linearFitOf(CPLSpectralWrapper& file)
 {
     LinearFit fit;
@@ -74,20 +219,23 @@ std::optional<LinearFit> linearFitOf(CPLSpectralWrapper& file)
 
 } // namespace
 
+// Each query for one acquisition or label walks the document anew; asking for all of them takes
+// time in proportion to their square. Those are read from the document itself.
 std::optional<SpectralFile> readSpectralFile(const QString& path, QString* problem)
 {
     CPLSpectralWrapper file;
-    if (!file.loadXMLFile(path)) {
+    CPLXMLReader reader;
+    if (!file.loadXMLFile(path) ||
+        !reader.createXMLDocumentFormFile(path, nullptr, nullptr, nullptr)) {
         *problem = problemOf(path);
         return std::nullopt;
     }
     SpectralFile contents;
-    contents.analyses = analysesOf(file);
     contents.results = file.getROISpectralResults();
-    const QStringList labels = labelsIn(path);
-    for (const QString& label : labels)
-        contents.curves.append(
-            {label, file.getROIPlotResultsForROI(label), file.getROIFitResultsForROI(label)});
     contents.linearFit = linearFitOf(file);
+    Collector collector(&contents);
+    reader.setRootElement();
+    forEachChild(reader.getRootElement(),
+                 [&](const QDomElement& element) { collector.add(element); });
     return contents;
 }

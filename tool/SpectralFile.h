@@ -23,7 +23,10 @@ struct SpectralAnalysis
     QList<_tagSClickROIInformation> clicks;
 };
 
-/** The values that were plotted and fitted for one region of interest. */
+/**
+ * The values that were plotted and fitted for one region of interest. Labels that differ only in
+ * letter case are one, in the spelling that comes first.
+ */
 struct SpectralCurve
 {
     QString label;
