@@ -88,9 +88,10 @@ tag_estatus Document::loadSequence(const QString& file)
     const tag_estatus status = m_sequence.loadFile(file);
     const bool listsNothing =
         status == eSTATUS_EMPTY_SEQUENCE || status == eSTATUS_NO_CLICK_NUMBERS;
-    m_isSequence = status == eSTATUS_SUCCESS ||
-                   (listsNothing && (m_sequence.isSectionPresent(PLKeyword::Section::Sequence) ||
-                                     m_sequence.isSectionPresent(PLKeyword::Section::ClickNumbers)));
+    m_isSequence =
+        status == eSTATUS_SUCCESS ||
+        (listsNothing && (m_sequence.isSectionPresent(PLKeyword::Section::Sequence) ||
+                          m_sequence.isSectionPresent(PLKeyword::Section::ClickNumbers)));
     m_title = QLatin1String("Sequence ") + m_sequence.getDatasetName();
     return m_isSequence ? eSTATUS_SUCCESS : eSTATUS_BAD_FORMAT;
 }
