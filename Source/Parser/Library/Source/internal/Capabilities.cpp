@@ -54,9 +54,9 @@ enum Effect {
 
 struct Row
 {
-    Flag flag;
-    Effect effect;
-    Systems systems;
+    Flag flag = nullptr;
+    Effect effect = Raise;
+    Systems systems = AnySystem;
     Condition conditions[4];
 };
 
@@ -138,7 +138,7 @@ constexpr Row rows[] = {
 struct OmegaRow
 {
     QLatin1String value;
-    bool output2;
+    bool output2 = false;
 };
 
 constexpr OmegaRow omegaRows[] = {

@@ -78,11 +78,12 @@ QString withCommentOf(const QString& old, const QString& text)
     return text + QLatin1Char('\t') + old.mid(comment);
 }
 
-bool isKeySelected(const QString& key, const QString& prefix, const QString& part)
+bool isKeySelected(const QString& candidate, const QString& key, const QString& subkey)
 {
-    if (part.isEmpty() && !part.isNull())
+    if (subkey.isEmpty() && !subkey.isNull())
         return false;
-    return key.startsWith(prefix, Qt::CaseInsensitive) && key.contains(part, Qt::CaseInsensitive);
+    return candidate.startsWith(key, Qt::CaseInsensitive) &&
+           candidate.contains(subkey, Qt::CaseInsensitive);
 }
 
 QString fileName(const QString& path)

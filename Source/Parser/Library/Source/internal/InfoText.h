@@ -36,10 +36,11 @@ namespace ovparser::internal {
 }
 
 /**
- * Whether a key starts with a prefix and contains a part, in any letter case. A null part is
- * contained in every key, an empty one in none.
+ * Whether a candidate starts with a key and contains a subkey, in any letter case. A null subkey is
+ * contained in every candidate, an empty one in none.
  */
-[[nodiscard]] bool isKeySelected(const QString& key, const QString& prefix, const QString& part);
+[[nodiscard]] bool isKeySelected(const QString& candidate, const QString& key,
+                                 const QString& subkey);
 
 /** The name of a file in a path that separates folders by '/'. */
 [[nodiscard]] QString fileName(const QString& path);

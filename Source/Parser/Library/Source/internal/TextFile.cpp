@@ -6,7 +6,7 @@ namespace ovparser::internal {
 
 QByteArray readBounded(QIODevice& device, qint64 limit)
 {
-    constexpr qint64 chunkSize = 64 * 1024;
+    constexpr qint64 chunkSize = qint64(64) * 1024;
     QByteArray bytes;
     bytes.reserve(int(qMin(device.size(), limit)));
     while (bytes.size() <= limit) {
