@@ -26,29 +26,16 @@ private Q_SLOTS:
 
     void statuses()
     {
-        const QMap<int, QString> names = {{0, "SUCCESS"_s},
-                                          {2, "EXTENSION_LOAD_FAILED"_s},
-                                          {4, "NO_CLICK_NUMBERS"_s},
-                                          {5, "BAD_FORMAT"_s},
-                                          {10, "FILE_READ_FAILED"_s},
-                                          {11, "FILE_OPEN_FAILED"_s},
-                                          {12, "FILE_NOT_FOUND"_s},
-                                          {16, "NULL_ARGUMENT"_s},
-                                          {19, "INVALID_ARGUMENT"_s},
-                                          {20, "BAD_LABEL_FORMAT"_s},
-                                          {24, "KEY_NOT_FOUND"_s},
-                                          {28, "SYSTEM_MISMATCH"_s},
-                                          {30, "EXTENSION_CONFLICT"_s},
-                                          {31, "FAILED"_s},
-                                          {33, "EMPTY_SECTION_KEY"_s},
-                                          {34, "OUT_OF_MEMORY"_s},
-                                          {38, "SECTION_EXISTS"_s},
-                                          {47, "EXTENSION_KEY_MISSING"_s},
-                                          {48, "INVALID_VALUE"_s},
-                                          {49, "SECTION_NOT_FOUND"_s},
-                                          {61, "UNSUPPORTED_IMAGE_TYPE"_s},
-                                          {62, "FOLDER_NOT_FOUND"_s},
-                                          {88, "EMPTY_SEQUENCE"_s}};
+        const QStringList table =
+            ("0 SUCCESS 2 EXTENSION_LOAD_FAILED 4 NO_CLICK_NUMBERS 5 BAD_FORMAT 10 FILE_READ_FAILED 11 "
+             "FILE_OPEN_FAILED 12 FILE_NOT_FOUND 16 NULL_ARGUMENT 19 INVALID_ARGUMENT 20 BAD_LABEL_FORMAT 24 "
+             "KEY_NOT_FOUND 28 SYSTEM_MISMATCH 30 EXTENSION_CONFLICT 31 FAILED 33 EMPTY_SECTION_KEY 34 "
+             "OUT_OF_MEMORY 38 SECTION_EXISTS 47 EXTENSION_KEY_MISSING 48 INVALID_VALUE 49 SECTION_NOT_FOUND "
+             "61 UNSUPPORTED_IMAGE_TYPE 62 FOLDER_NOT_FOUND 88 EMPTY_SEQUENCE"_s)
+                .split(u' ');
+        QMap<int, QString> names;
+        for (int i = 0; i < table.size(); i += 2)
+            names.insert(table.at(i).toInt(), table.at(i + 1));
         for (int value = -1; value < 200; ++value) {
             const QString name = names.contains(value) ? "eSTATUS_"_s + names.value(value) : QString();
             QCOMPARE(getStatusString(tag_estatus(value)), name);
