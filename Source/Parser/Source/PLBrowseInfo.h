@@ -17,7 +17,10 @@ public:
     /** An entry of this type, which is not checked; its label-set name is empty. */
     CPLBrowseInfo(int initialType = 0);
 
+    /** A copy, which shares nothing with the original. */
     CPLBrowseInfo(const CPLBrowseInfo& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLBrowseInfo& operator=(const CPLBrowseInfo& other);
     virtual ~CPLBrowseInfo();
 
@@ -39,6 +42,7 @@ public:
     [[nodiscard]] QString getLabelSetName() const;
 
 protected:
+    /** What getType() gives. */
     qint32 type;
     /** Set by derived classes. */
     QString labelSetName;

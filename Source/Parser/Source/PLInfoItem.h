@@ -30,6 +30,8 @@ public:
 
     /** The copy has its own duplicate of the text; none when there is no memory for it. */
     CPLInfoItem(const CPLInfoItem& other);
+
+    /** The item gets a duplicate of the text of another; its own is released. */
     CPLInfoItem& operator=(const CPLInfoItem& other);
 
     /** The same as SetString(). */

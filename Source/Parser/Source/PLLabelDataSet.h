@@ -26,7 +26,10 @@ public:
     /** A set without labels. */
     CPLLabelDataSet(QString name);
 
+    /** A copy, which shares nothing with the original. */
     CPLLabelDataSet(const CPLLabelDataSet& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLLabelDataSet& operator=(const CPLLabelDataSet& other);
     virtual ~CPLLabelDataSet();
 

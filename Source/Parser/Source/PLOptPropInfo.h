@@ -17,7 +17,10 @@ public:
     /** Two empty lists, and a document without sections. */
     CPLOptPropInfo();
 
+    /** A copy, which shares nothing with the original. */
     CPLOptPropInfo(const CPLOptPropInfo& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLOptPropInfo& operator=(const CPLOptPropInfo& other);
     ~CPLOptPropInfo() override;
 

@@ -29,7 +29,10 @@ public:
     /** Takes over the values of another key; nothing happens when `other` is null. */
     void operator=(const CPLPreferenceKey* other);
 
+    /** A copy, which shares nothing with the original. */
     CPLPreferenceKey(const CPLPreferenceKey& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLPreferenceKey& operator=(const CPLPreferenceKey& other);
     virtual ~CPLPreferenceKey();
 

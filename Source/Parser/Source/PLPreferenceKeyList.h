@@ -35,7 +35,10 @@ public:
     /** Takes over number and copies of another list's keys; nothing when `other` is null. */
     void operator=(const CPLPreferenceKeyList* other);
 
+    /** A copy, which shares nothing with the original. */
     CPLPreferenceKeyList(const CPLPreferenceKeyList& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLPreferenceKeyList& operator=(const CPLPreferenceKeyList& other);
     virtual ~CPLPreferenceKeyList();
 
@@ -45,7 +48,8 @@ public:
     /**
      * The key in this slot.
      *
-     * @param key  receives the key, borrowed
+     * @param index  the slot, from 0
+     * @param key    receives the key, borrowed
      * @return eSTATUS_INVALID_VALUE when there is no such slot or `key` is null
      */
     tag_estatus getKey(int index, CPLPreferenceKey** key) const;
@@ -53,7 +57,8 @@ public:
     /**
      * Puts a key into a slot and destroys the one that it held.
      *
-     * @param key  a key from new, which the list owns from then on
+     * @param index  the slot, from 0
+     * @param key    a key from new, which the list owns from then on
      * @return eSTATUS_INVALID_VALUE when there is no such slot or `key` is null; the key then stays
      *         the caller's
      */
@@ -65,6 +70,7 @@ public:
      * The values of a label are the rest of the line behind the first place, anywhere in the text,
      * where the label is followed by ':'. A label without values leaves its slot as it was.
      *
+     * @param text        the section
      * @param labelNames  the labels in slot order
      * @return eSTATUS_INVALID_ARGUMENT when `labelNames` is null
      */
@@ -83,7 +89,8 @@ public:
     /**
      * Gives the text of that section.
      *
-     * @param text  replaced by the section
+     * @param labels  the label set that names the section and its lines
+     * @param text    replaced by the section
      * @return eSTATUS_INVALID_ARGUMENT when `labels` or `text` is null
      */
     tag_estatus saveData(const CPLLabelDataSet* labels, QString* text) const;

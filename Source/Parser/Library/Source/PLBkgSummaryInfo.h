@@ -22,7 +22,10 @@ public:
     /** An empty catalogue. */
     CPLBkgSummaryInfo();
 
+    /** A copy, which shares nothing with the original. */
     CPLBkgSummaryInfo(const CPLBkgSummaryInfo& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLBkgSummaryInfo& operator=(const CPLBkgSummaryInfo& other);
     ~CPLBkgSummaryInfo() override;
 

@@ -36,6 +36,8 @@ public:
 
     /** A deep copy; getCameraInfoSection() gives the copy's own section if it holds one. */
     CPLCameraInfo(const CPLCameraInfo& other);
+
+    /** Becomes a deep copy of another. */
     CPLCameraInfo& operator=(const CPLCameraInfo& other);
     ~CPLCameraInfo() override;
 
@@ -95,36 +97,91 @@ public:
 
     /** @name What the instrument is */
     ///@{
+    /** The family that "System Configuration" names. */
     [[nodiscard]] EVEXA_Types getSystemType() const;
+
     /** Part number of the electronics tray; 0 when not given. */
     [[nodiscard]] int getElectronicsTrayPartNum() const;
+
     /** Polarity of the lights control; -1 when not given. */
     [[nodiscard]] int getPolarity() const;
+
     /** Delay of the structured light, in cycles. */
     [[nodiscard]] int getStructureLaserDelay() const;
+
+    /** "Fluorescence kit installed" reads yes. */
     [[nodiscard]] bool isFluorescentKitInstalled() const;
+
+    /** A VEXA 200 with both fluorescence motor drivers and the fluorescence kit. */
     [[nodiscard]] bool isVEXAAurora() const;
+
+    /** A VEXA 200 whose camera is a Sophia. */
     [[nodiscard]] bool isPrincetonAurora() const;
+
+    /** One of the five fiducial positions of a tray is given. */
     [[nodiscard]] bool isTrayInstalled() const;
+
+    /** A VEXA 200 with a rotation stage: its motor driver number is 0 or more. */
     [[nodiscard]] bool isVEXACT() const;
+
+    /** The camera is a DU88 or its CCD an EMCCD. */
     [[nodiscard]] bool isVEXAKestrel() const;
+
+    /**
+     * The controller value is "yes", "output 1", "output 2" or "cni32"; else there is one on a VEXA
+     * 200 that gives no value, and where a USB I/O or UAC board is. The operator can say otherwise.
+     */
     [[nodiscard]] bool isOmegaInstalled() const;
+
+    /** The controller value is "output 2" or "cni32". */
     [[nodiscard]] bool isOmegaOutput2() const;
+
+    /** A motor driver of a second filter wheel is given. */
     [[nodiscard]] bool isEmissionWheel2Installed() const;
+
+    /** No VEXA 200, no USB I/O board, and the electronics tray is not part 30052. */
     [[nodiscard]] bool isDoorClosedOnZeroStatus() const;
+
+    /** "USB I/O BOARD" reads yes. */
     [[nodiscard]] bool isUSB_IO_BoardInstalled() const;
+
+    /** "UAC BOARD" reads yes. */
     [[nodiscard]] bool isUACBoardInstalled() const;
+
+    /** "Xray Controller" reads yes. */
     [[nodiscard]] bool isXrayInstalled() const;
+
+    /** "Corvix Imager" reads yes. */
     [[nodiscard]] bool isSpinnerInstalled() const;
+
+    /** "Chip-Reader" reads yes. */
     [[nodiscard]] bool isChipReaderInstalled() const;
+
+    /** A spinner is installed, unless the operator says otherwise. */
     [[nodiscard]] bool isSpinnerDeviceActive() const;
+
+    /** A standard instrument with a second emission filter wheel. */
     [[nodiscard]] bool isVEXATesselHT() const;
+
+    /** A standard instrument that takes the zoom lens and gives its shelf position. */
     [[nodiscard]] bool isZoomLensSupported() const;
+
+    /** The operator's choice. */
     [[nodiscard]] bool isZoomLensAttached() const;
+
+    /** The operator's choice. */
     [[nodiscard]] bool isVICChecked() const;
+
+    /** An Aurora, or a VEXA 200 whose mouse imaging shuttle is enabled. */
     [[nodiscard]] bool isTransportBedSupported() const;
+
+    /** A VEXA 200 with side-view mirror and its geometry, or the operator's choice. */
     [[nodiscard]] bool isSideMirrorChecked() const;
+
+    /** The operator's choice of the wide-field lens. */
     [[nodiscard]] bool isZEVR24Attached() const;
+
+    /** A VEXA 200 without the fluorescence kit. */
     [[nodiscard]] bool isVEXABL() const;
 
     /** Whether the door reads closed on a zero status; never on a VEXA 200. */
@@ -151,9 +208,16 @@ public:
 
     /** @name The operator's choices */
     ///@{
+    /** What isOmegaInstalled() gives from now on. */
     void setOmegaInstalled(bool on);
+
+    /** What isSideMirrorChecked() gives from now on. */
     void setSideMirrorChecked(bool on);
+
+    /** What isSpinnerDeviceActive() gives from now on. */
     void setSpinnerDeviceStatus(bool on);
+
+    /** What isVICChecked() gives from now on. */
     void setVICChecked(bool on);
 
     /** Whether the wide-field lens is attached; a change goes to the settings store. */

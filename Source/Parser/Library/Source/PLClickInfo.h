@@ -34,7 +34,10 @@ public:
     /** An empty document; its click number is null. */
     CPLClickInfo();
 
+    /** A copy, which shares nothing with the original. */
     CPLClickInfo(const CPLClickInfo& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLClickInfo& operator=(const CPLClickInfo& other);
     virtual ~CPLClickInfo();
 
@@ -134,6 +137,8 @@ public:
      * in any letter case; lines that start with '#' are passed over. Lines count in pieces of at
      * most 249 bytes.
      *
+     * @param path   the file
+     * @param key    the key, in any letter case
      * @param value  receives the rest of the line, trimmed; null when the key does not occur
      * @return eSTATUS_NULL_ARGUMENT when `value` is null, eSTATUS_FILE_OPEN_FAILED,
      *         eSTATUS_KEY_NOT_FOUND
@@ -244,11 +249,11 @@ public:
      * @return eSTATUS_SECTION_NOT_FOUND, else the section's status
      */
     tag_estatus getValue(QString sectionKey, QString key, QString* value) const;
-    tag_estatus getValue(QString sectionKey, QString key, int* value) const;
-    tag_estatus getValue(QString sectionKey, QString key, long* value) const;
-    tag_estatus getValue(QString sectionKey, QString key, short* value) const;
-    tag_estatus getValue(QString sectionKey, QString key, float* value) const;
-    tag_estatus getValue(QString sectionKey, QString key, double* value) const;
+    tag_estatus getValue(QString sectionKey, QString key, int* value) const;    ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, long* value) const;   ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, short* value) const;  ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, float* value) const;  ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, double* value) const; ///< @overload
 
     /**
      * Changes a value of a section, as CPLSection::setValue() does; never adds a key.
@@ -256,11 +261,11 @@ public:
      * @return eSTATUS_SECTION_NOT_FOUND, else the section's status
      */
     tag_estatus setValue(QString sectionKey, QString key, QString value);
-    tag_estatus setValue(QString sectionKey, QString key, int value);
-    tag_estatus setValue(QString sectionKey, QString key, long value);
-    tag_estatus setValue(QString sectionKey, QString key, short value);
-    tag_estatus setValue(QString sectionKey, QString key, float value);
-    tag_estatus setValue(QString sectionKey, QString key, double value);
+    tag_estatus setValue(QString sectionKey, QString key, int value);    ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, long value);   ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, short value);  ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, float value);  ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, double value); ///< @overload
     ///@}
 
     /** @name Sections of a new acquisition */
@@ -270,7 +275,11 @@ public:
      * Adds an image section named after the image file, and sets the "User ID" of a held
      * "User Input" section.
      *
-     * @param path  path of the image; its file name becomes the section's name
+     * @param path      path of the image; its file name becomes the section's name
+     * @param userId    the "User ID"
+     * @param type      type of the image
+     * @param setup     as for addTiffImageSection()
+     * @param settings  as for addTiffImageSection()
      * @return the status of addTiffImageSection()
      */
     tag_estatus addImageSection(QString path, QString userId, tag_eimagetype type,
@@ -308,7 +317,8 @@ public:
     /**
      * Adds the "User Input" section with the user ID and the display type.
      *
-     * @param type  eIMAGE_PHOTOGRAPH, eIMAGE_LUMINESCENT or eIMAGE_STRUCTURE
+     * @param type    eIMAGE_PHOTOGRAPH, eIMAGE_LUMINESCENT or eIMAGE_STRUCTURE
+     * @param userId  the "User ID"
      * @return eSTATUS_UNSUPPORTED_IMAGE_TYPE for another type, eSTATUS_OUT_OF_MEMORY;
      *         eSTATUS_SUCCESS also when the section is held already
      */
@@ -335,6 +345,7 @@ public:
      * Copies the first section of a text, which must begin with its header line. The section ends
      * before the next "*** " that does not stand on a line beginning with '#'.
      *
+     * @param text         the text
      * @param sectionText  receives the section's text
      * @param length       receives its length, 0 on failure
      * @param sectionKey   receives its key; may be null
@@ -348,12 +359,12 @@ protected:
     /** Reads a whole info text into the document: preamble, sections, file section count. */
     tag_estatus loadClickInfoText(const QString& text);
 
-    QString clickNumber;
-    QMap<QString, CPLSection*> sections;
-    QStringList sectionKeys;
-    qint32 sectionCount = 0;
-    qint32 fileSectionCount = 0;
-    QStringList preambleLines;
+    QString clickNumber;                 ///< null in a new document
+    QMap<QString, CPLSection*> sections; ///< owned, by lower-case key
+    QStringList sectionKeys;             ///< in document order, in their stored spelling
+    qint32 sectionCount = 0;             ///< number of sections
+    qint32 fileSectionCount = 0;         ///< number of sections after the last load
+    QStringList preambleLines;           ///< the lines before the first section
 
 private:
     void copySections(const CPLClickInfo& other);

@@ -8,6 +8,7 @@
 #include <QtCore/qglobal.h>
 
 #ifdef OVPARSER_BUILDING_LIBRARY
+/** Marks what the library exports, and what its users import. */
 #define PARSERLIBRARY_EXPORT Q_DECL_EXPORT
 #else
 #define PARSERLIBRARY_EXPORT Q_DECL_IMPORT

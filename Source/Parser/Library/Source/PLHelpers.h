@@ -119,7 +119,12 @@ PARSERLIBRARY_EXPORT void getCCDBinningsForImageType(const QString& cameraModel,
 /**
  * The label of the preset that a binning factor belongs to, among those of the integer form.
  *
- * @param labelStyle  0 "HR", "M", "HS"; 1 and 2 longer, 3 the longest labels
+ * @param binning              the binning factor
+ * @param cameraModel          the model, compared as a whole text
+ * @param systemConfiguration  the value of the description's key
+ * @param cameraSystemInfo     the value of the description's key
+ * @param imageTypeName        the display name of the image type
+ * @param labelStyle           0 "HR", "M", "HS"; 1 and 2 longer, 3 the longest labels
  * @return an empty string when no preset has the factor, or for another style
  */
 [[nodiscard]] PARSERLIBRARY_EXPORT QString
@@ -170,6 +175,7 @@ enum OV_PATH_TAGS : int {
  * The data folder stands beside the platform's second location for an application's local data,
  * which goes by the organisation and application names of the running program.
  *
+ * @param tag        the folder
  * @param withSlash  whether the path must end in '/'
  * @param camera     the instrument, for OV_PATH_BACKGROUND; may be null
  * @return an empty path, or "/" with a slash, for a value that is no tag

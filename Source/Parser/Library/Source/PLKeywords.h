@@ -333,12 +333,14 @@ enum ElementId : int {
     LinearFitValues = 15,
 };
 
+/** An element and its tag name. */
 struct Element
 {
-    ElementId id = Root;
-    QLatin1String name;
+    ElementId id = Root; ///< also its place in #Elements
+    QLatin1String name;  ///< read in any letter case
 };
 
+/** The elements, by their identifiers. */
 inline constexpr Element Elements[] = {
     {Root, keyword("OV3.0.SpectralAnalysis")},
     {Attributes, keyword("OV3.0.SpectralAnalysis.Attributes")},

@@ -32,7 +32,10 @@ public:
     /** An empty section with a key and a name. */
     CPLSection(QString key, QString name);
 
+    /** A copy, which shares nothing with the original. */
     CPLSection(const CPLSection& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLSection& operator=(const CPLSection& other);
     virtual ~CPLSection();
 
@@ -73,16 +76,17 @@ public:
      * The forms with a number convert the text (base 10, '.' as decimal point, a long as wide as
      * the platform's); a text that is no such number gives 0 and eSTATUS_SUCCESS.
      *
+     * @param key    the key, in any letter case
      * @param value  receives the value
      * @return eSTATUS_NULL_ARGUMENT when `value` is null or the key is null or empty,
      *         eSTATUS_KEY_NOT_FOUND when there is no such key
      */
     tag_estatus getValue(QString key, QString* value) const;
-    tag_estatus getValue(QString key, short* value) const;
-    tag_estatus getValue(QString key, int* value) const;
-    tag_estatus getValue(QString key, long* value) const;
-    tag_estatus getValue(QString key, float* value) const;
-    tag_estatus getValue(QString key, double* value) const;
+    tag_estatus getValue(QString key, short* value) const;  ///< @overload
+    tag_estatus getValue(QString key, int* value) const;    ///< @overload
+    tag_estatus getValue(QString key, long* value) const;   ///< @overload
+    tag_estatus getValue(QString key, float* value) const;  ///< @overload
+    tag_estatus getValue(QString key, double* value) const; ///< @overload
 
     /**
      * Reads a value as it is stored, with its comment.
@@ -99,11 +103,11 @@ public:
      * @return eSTATUS_KEY_NOT_FOUND when there is no such key
      */
     tag_estatus setValue(QString key, QString value);
-    tag_estatus setValue(QString key, short value);
-    tag_estatus setValue(QString key, int value);
-    tag_estatus setValue(QString key, long value);
-    tag_estatus setValue(QString key, float value);
-    tag_estatus setValue(QString key, double value);
+    tag_estatus setValue(QString key, short value);  ///< @overload
+    tag_estatus setValue(QString key, int value);    ///< @overload
+    tag_estatus setValue(QString key, long value);   ///< @overload
+    tag_estatus setValue(QString key, float value);  ///< @overload
+    tag_estatus setValue(QString key, double value); ///< @overload
 
     /**
      * Changes the stored text of a key, comment included; never adds a key.
@@ -139,13 +143,13 @@ public:
     tag_estatus getKey(int pairOrdinal, QString* key) const;
 
     /**
-     * The keys, values or stored values of all pairs in ordinal order; the list is replaced.
+     * The keys of all pairs in ordinal order; the list is replaced.
      *
      * @return eSTATUS_NULL_ARGUMENT when the list is null
      */
     tag_estatus getKeyList(QStringList* list) const;
-    tag_estatus getValueList(QStringList* list) const;
-    tag_estatus getRawValueList(QStringList* list) const;
+    tag_estatus getValueList(QStringList* list) const;    ///< The same with the values.
+    tag_estatus getRawValueList(QStringList* list) const; ///< The same with the stored values.
 
     /**
      * Appends the keys that start with `key` and contain `subkey`, letter case ignored.

@@ -30,7 +30,10 @@ public:
     /** An empty sequence. */
     CPLSequenceInfo();
 
+    /** A copy, which shares nothing with the original. */
     CPLSequenceInfo(const CPLSequenceInfo& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLSequenceInfo& operator=(const CPLSequenceInfo& other);
     virtual ~CPLSequenceInfo();
 
@@ -151,6 +154,7 @@ public:
      * Adds the "User Input" section and the universal label set, each if it is missing.
      *
      * @param imageType  eIMAGE_OVERLAY makes the display type "Overlay", any other "Single"
+     * @param userId     the "User ID"
      * @return eSTATUS_OUT_OF_MEMORY or the first failing status of the label set
      */
     tag_estatus addSeqUserSection(tag_eimagetype imageType, QString userId);

@@ -32,10 +32,13 @@ class PARSERLIBRARY_EXPORT CPLSettingsFileWrapper : public CPLClickInfo
 public:
     /** An empty wrapper in file mode; each tag that is not given is null. */
     CPLSettingsFileWrapper();
-    CPLSettingsFileWrapper(const QString& sectionTag);
-    CPLSettingsFileWrapper(const QString& sectionTag, const QString& autoTag);
+    CPLSettingsFileWrapper(const QString& sectionTag);                         ///< @overload
+    CPLSettingsFileWrapper(const QString& sectionTag, const QString& autoTag); ///< @overload
 
+    /** A copy, which shares nothing with the original. */
     CPLSettingsFileWrapper(const CPLSettingsFileWrapper& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     CPLSettingsFileWrapper& operator=(const CPLSettingsFileWrapper& other);
     ~CPLSettingsFileWrapper() override;
 
@@ -122,16 +125,20 @@ public:
     /** @name New settings */
     ///@{
 
+    /** The next free section key of the section-name tag. */
+    [[nodiscard]] QString getNextAvailableSectionName() const;
+
     /**
      * The next free section key: prefix, blank and the first number from 1 that is missing among
      * the numbers of the wrapper's sections. A number below 1 or one that occurs twice ends the
      * search, so that the key may be taken.
      *
-     * @param prefix  start of the key, which the counted sections contain; the section-name tag if
-     *                it is not given
+     * @param prefix  start of the key, which the counted sections contain
      */
-    [[nodiscard]] QString getNextAvailableSectionName() const;
     [[nodiscard]] QString getNextAvailableSectionName(const QString& prefix) const;
+
+    /** The next automatic menu name among all of the wrapper's sections. */
+    [[nodiscard]] QString getNextAutoMenuName() const;
 
     /**
      * The next automatic menu name: the auto-menu-name tag, directly followed by the first number
@@ -140,7 +147,6 @@ public:
      *
      * @param prefix  text that the keys of the counted sections contain as well
      */
-    [[nodiscard]] QString getNextAutoMenuName() const;
     [[nodiscard]] QString getNextAutoMenuName(const QString& prefix) const;
 
     /**
@@ -151,6 +157,8 @@ public:
      *         key is taken and nothing was added
      */
     tag_estatus addSection(const QString& prefix, const QString& menuName);
+
+    /** @overload */
     tag_estatus addSection(const QString& prefix, const QString& menuName, const QString& fileName);
 
     /** The same under the next available key of the section-name tag; stores the name as a value.
@@ -159,7 +167,7 @@ public:
 
     /** Not supported; changes nothing. Always eSTATUS_FAILED. */
     tag_estatus deleteSection(const QString& menuName);
-    tag_estatus deleteSection(int index);
+    tag_estatus deleteSection(int index); ///< @overload
 
     /**
      * Adds a copy of every section of a list; one whose key is held already is passed over. The
@@ -192,28 +200,42 @@ public:
     /** The settings file that load() and save() use. An empty path is ignored. */
     void setSettingsFileName(const QString& path);
 
+    /** Key of the value that holds the menu name. */
     [[nodiscard]] const QString& getMenuNameTag() const;
+
+    /** Key of the value that holds the file name. */
     [[nodiscard]] const QString& getFileNameTag() const;
+
+    /** Stem of the automatic menu names. */
     [[nodiscard]] const QString& getAutoMenuNameTag() const;
+
+    /** The settings file that load() and save() use. */
     [[nodiscard]] const QString& getSettingsFileName() const;
 
     /** The folder of folder mode; folders are separated by '/'. */
     void setFolderPath(const QString& path);
+
+    /** The folder of folder mode. */
     [[nodiscard]] QString getFolderPath() const;
 
     /** Whether settings are sections of a file or files of a folder. */
     void setLoadMode(LOAD_MODE mode);
+
+    /** Whether settings are sections or files. */
     [[nodiscard]] LOAD_MODE getLoadMode() const;
 
     /** Whether the section names serve as menu names. */
     void setUseSectionNameForMenuName(bool use);
+
+    /** Whether the section names serve as menu names. */
     [[nodiscard]] bool isUsingSectionNameForMenuName() const;
     ///@}
 
 protected:
-    /** The wrapper's sections in document order, borrowed; only those whose key contains the
-     * prefix, if one is given. */
+    /** The wrapper's sections in document order, borrowed. */
     [[nodiscard]] QList<CPLSection*> getSections() const;
+
+    /** Those of the wrapper's sections whose key contains the prefix. */
     [[nodiscard]] QList<CPLSection*> getSections(QString prefix) const;
 
 private:

@@ -21,83 +21,83 @@
 /** A region of interest as setClickNumberROIProperties() writes it. */
 struct _tagsROIProperties
 {
-    qint64 value0 = 0; ///< belongs to the application; not written
-    QString text0;     ///< belongs to the application; not written
-    QString roiLabel;
-    QString roiShape; ///< "Contour" makes a reader look for the contour fields
-    double xc = 0.0;
-    double yc = 0.0;
-    double angle = 0.0;
-    double width = 0.0;
-    double height = 0.0;
-    double cmPerPixel = 0.0;
-    int roiPixels = 0;
-    double area = 0.0;
-    QString lockPosition;
-    QString lockSize;
-    QString roiType;
-    qint64 value1 = 0; ///< belongs to the application; not written
-    QString contourDirections;
-    double contourStartX = 0.0;
-    double contourStartY = 0.0;
-    double contourPeakX = 0.0;
-    double contourPeakY = 0.0;
-    int contourXDelta = 0;
-    int contourYDelta = 0;
-    double fractionalPeak = 0.0;
-    QString bkgAssociation;
-    QString subAssociation; ///< not written
-    QString bkgROI;
+    qint64 value0 = 0;           ///< belongs to the application; not written
+    QString text0;               ///< belongs to the application; not written
+    QString roiLabel;            ///< label of the region
+    QString roiShape;            ///< "Contour" makes a reader look for the contour fields
+    double xc = 0.0;             ///< centre
+    double yc = 0.0;             ///< centre
+    double angle = 0.0;          ///< rotation
+    double width = 0.0;          ///< extent
+    double height = 0.0;         ///< extent
+    double cmPerPixel = 0.0;     ///< scale of the image
+    int roiPixels = 0;           ///< number of pixels
+    double area = 0.0;           ///< of the region
+    QString lockPosition;        ///< whether the position is locked
+    QString lockSize;            ///< whether the size is locked
+    QString roiType;             ///< what the region is for
+    qint64 value1 = 0;           ///< belongs to the application; not written
+    QString contourDirections;   ///< steps along the contour
+    double contourStartX = 0.0;  ///< where the contour starts
+    double contourStartY = 0.0;  ///< where the contour starts
+    double contourPeakX = 0.0;   ///< peak inside the contour
+    double contourPeakY = 0.0;   ///< peak inside the contour
+    int contourXDelta = 0;       ///< of the contour
+    int contourYDelta = 0;       ///< of the contour
+    double fractionalPeak = 0.0; ///< fraction of the peak at which the contour was drawn
+    QString bkgAssociation;      ///< association with a background region
+    QString subAssociation;      ///< not written
+    QString bkgROI;              ///< the background region
 };
 
 /** One acquisition and one of its regions of interest, as they are read. */
 struct _tagSClickROIInformation
 {
-    QString clickNumber;
-    QString imageWavelength; ///< with its unit, "560nm"
-    double avgTransmission = 0.0;
-    double bandWidth = 0.0;
-    QString centralWavelength; ///< with its unit, "560nm"
-    qint64 value0 = 0;         ///< belongs to the application; not read
-    QString roi;
-    QString roiLabel;
-    QString roiShape;
-    QString roiType;
-    double xc = 0.0;
-    double yc = 0.0;
-    double angle = 0.0;
-    double width = 0.0;
-    double height = 0.0;
-    double cmPerPixel = 0.0;
-    int roiPixels = 0;
-    double area = 0.0;
+    QString clickNumber;          ///< of the acquisition
+    QString imageWavelength;      ///< with its unit, "560nm"
+    double avgTransmission = 0.0; ///< average transmission of the filter
+    double bandWidth = 0.0;       ///< of the filter, in nanometres
+    QString centralWavelength;    ///< with its unit, "560nm"
+    qint64 value0 = 0;            ///< belongs to the application; not read
+    QString roi;                  ///< identifier of the region
+    QString roiLabel;             ///< label of the region
+    QString roiShape;             ///< as it is written; "Contour" has contour fields
+    QString roiType;              ///< what the region is for
+    double xc = 0.0;              ///< centre
+    double yc = 0.0;              ///< centre
+    double angle = 0.0;           ///< rotation
+    double width = 0.0;           ///< extent
+    double height = 0.0;          ///< extent
+    double cmPerPixel = 0.0;      ///< scale of the image
+    int roiPixels = 0;            ///< number of pixels
+    double area = 0.0;            ///< of the region
     double averageRadiance = 0.0; ///< of the measurements, as are the next two
-    QString filterLabel;
-    double totalFlux = 0.0;
-    QString lockPosition;
-    QString lockSize;
-    QString contourDirections; ///< read only for the shape "Contour", as are the next six
-    double contourStartX = 0.0;
-    double contourStartY = 0.0;
-    double contourPeakX = 0.0;
-    double contourPeakY = 0.0;
-    int contourXDelta = 0;
-    int contourYDelta = 0;
-    double fractionalPeak = 0.0;
-    QString bkgAssociation;
-    QString subAssociation;
-    QString bkgROI;
+    QString filterLabel;          ///< of the measurements
+    double totalFlux = 0.0;       ///< of the region
+    QString lockPosition;         ///< whether the position is locked
+    QString lockSize;             ///< whether the size is locked
+    QString contourDirections;    ///< read only for the shape "Contour", as are the next six
+    double contourStartX = 0.0;   ///< where the contour starts
+    double contourStartY = 0.0;   ///< where the contour starts
+    double contourPeakX = 0.0;    ///< peak inside the contour
+    double contourPeakY = 0.0;    ///< peak inside the contour
+    int contourXDelta = 0;        ///< of the contour
+    int contourYDelta = 0;        ///< of the contour
+    double fractionalPeak = 0.0;  ///< fraction of the peak at which the contour was drawn
+    QString bkgAssociation;       ///< association with a background region
+    QString subAssociation;       ///< association with a subject region
+    QString bkgROI;               ///< the background region
 };
 
 /** The results of one region of interest; what the file does not hold is 0 or empty. */
 struct _tagSROISpectralResults
 {
     QString label = QLatin1String(""); ///< not read
-    QString roi = QLatin1String("");
-    double totalFlux = 0.0;
-    double fluxStdDev = 0.0;
-    double averageDepth = 0.0;
-    double depthStdDev = 0.0;
+    QString roi = QLatin1String("");   ///< identifier of the region
+    double totalFlux = 0.0;            ///< of the region
+    double fluxStdDev = 0.0;           ///< standard deviation of the flux
+    double averageDepth = 0.0;         ///< of the source
+    double depthStdDev = 0.0;          ///< standard deviation of the depth
 };
 
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
@@ -106,19 +106,19 @@ struct _tagSROISpectralResults
 struct SPlotResults
 {
     QString label = QLatin1String(""); ///< not read
-    double intensity = 0.0;
-    double waveLength = 0.0; ///< in nanometres
+    double intensity = 0.0;            ///< measured
+    double waveLength = 0.0;           ///< in nanometres
 };
 
 /** One fitted value. */
 struct SFitResults
 {
     QString label = QLatin1String(""); ///< not read
-    double intensity = 0.0;
-    double attenuation = 0.0;
-    double fitValue = 0.0;
-    double horizontalError = 0.0;
-    double verticalError = 0.0;
+    double intensity = 0.0;            ///< measured
+    double attenuation = 0.0;          ///< of the tissue at the wavelength
+    double fitValue = 0.0;             ///< the value of the fit
+    double horizontalError = 0.0;      ///< error along the attenuation
+    double verticalError = 0.0;        ///< error along the fitted value
 };
 
 /**
@@ -167,15 +167,16 @@ public:
 
     /** Opens the acquisitions of the analysis whose attributes were written just before. */
     void setOpenClickInfo(int totalClicks);
-    void setCloseClickInfo();
+    void setCloseClickInfo(); ///< Closes the acquisitions.
 
     /**
      * Opens an acquisition.
      *
-     * @param wavelength  in nanometres, without the unit
+     * @param clickNumber  its click number
+     * @param wavelength   in nanometres, without the unit
      */
     void setClickNumberInfo(QString clickNumber, QString wavelength);
-    void setCloseClickNumberInfo();
+    void setCloseClickNumberInfo(); ///< Closes the acquisition.
 
     /** Writes the filter of the open acquisition; wavelength and band width in nanometres. */
     void setClickNumberFilterProperties(int centralWavelength, float bandWidth,
@@ -199,22 +200,28 @@ public:
     /**
      * Opens the spectral plot of a region of interest.
      *
+     * @param roiLabel         label of the region
      * @param totalPlotValues  how many values will follow; a reader passes over a plot that holds
      *                         another number
      */
     void setOpenSpectralAnalysisPlotResults(QString roiLabel, int totalPlotValues);
+
+    /** Writes a value of the open plot; the wavelength in nanometres. */
     void setSpectralAnalysisPlotResults(double intensity, double waveLength);
-    void setCloseSpectralAnalysisPlotResults();
+    void setCloseSpectralAnalysisPlotResults(); ///< Closes the plot.
 
     /**
      * Opens the fit of a region of interest.
      *
+     * @param roiLabel        label of the region
      * @param totalFitValues  how many values will follow, as for a plot
      */
     void setOpenSpectralAnalysisFitResults(QString roiLabel, int totalFitValues);
+
+    /** Writes a value of the open fit. */
     void setSpectralAnalysisFitResults(double intensity, double attenuation, double fitValue,
                                        double horizontalError, double verticalError);
-    void setCloseSpectralAnalysisFitResults();
+    void setCloseSpectralAnalysisFitResults(); ///< Closes the fit.
 
     /** Writes the two values of the linear fit. */
     void setLinearFitResults(double valueA, double valueB);
@@ -237,6 +244,11 @@ public:
     /**
      * Reads the attributes of an analysis.
      *
+     * @param sequenceId         receives the sequence that was analysed
+     * @param numberOfClicks     receives the number of acquisitions
+     * @param activeImage        receives the image that was analysed
+     * @param tissueProperty     receives the menu name of the tissue property set
+     * @param sourceModel        receives the menu name of the source model
      * @param index              its place among the analyses of the file, from 0
      * @param indexOfRefraction  the text as it is written
      * @return false when there is no such analysis; the outputs are left alone
@@ -248,8 +260,11 @@ public:
     /**
      * Reads the attributes of the first analysis in their form with eight attributes.
      *
-     * @param firstNumber   receives the number of acquisitions
-     * @param secondNumber  receives the active wavelength
+     * @param sequenceId      receives the sequence that was analysed
+     * @param firstNumber     receives the number of acquisitions
+     * @param secondNumber    receives the active wavelength
+     * @param tissueProperty  receives the menu name of the tissue property set
+     * @param sourceModel     receives the menu name of the source model
      * @return false, with the outputs left alone, when the root does not begin with attributes or
      *         when they are not eight; setSpectralAttributes() writes seven
      */

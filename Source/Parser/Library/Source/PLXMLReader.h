@@ -26,7 +26,10 @@ public:
     /** A reader without a document. */
     CPLXMLReader();
 
+    /** A reader of the same documents with a cursor of its own. */
     CPLXMLReader(const CPLXMLReader& other);
+
+    /** Takes over the documents of another reader and where its cursor stands. */
     CPLXMLReader& operator=(const CPLXMLReader& other);
     ~CPLXMLReader();
 
@@ -42,6 +45,7 @@ public:
      * million characters, and every declaration of an entity that holds markup, refers to another
      * declared entity or to a character above U+FFFF, or is an internal parameter entity.
      *
+     * @param fileName     the file
      * @param errorMsg     receives what is wrong with a malformed file; may be null, as may the
      *                     other two
      * @param errorLine    receives the line of the error, from 1
@@ -64,11 +68,11 @@ public:
 
     /** The root element; null until setRootElement(). */
     [[nodiscard]] QDomElement getRootElement() const;
-    void getRootElement(QDomElement& out) const;
+    void getRootElement(QDomElement& out) const; ///< @overload
 
     /** The tag name of the root element; empty until setRootElement(). */
     [[nodiscard]] QString getRootElementTag() const;
-    void getRootElementTag(QString& out) const;
+    void getRootElementTag(QString& out) const; ///< @overload
 
     /** The element that the cursor reached last. */
     [[nodiscard]] QDomElement getCurrentElement() const;
@@ -108,11 +112,11 @@ public:
      * returned; any other node, or none, gives a null element and leaves the cursor.
      */
     ///@{
-    QDomElement getFirstChild(QDomElement e);
-    QDomElement getLastChild(QDomElement e);
-    QDomElement getParentElement(QDomElement e);
-    QDomElement getNextSiblingElement(QDomElement e);
-    QDomElement getPreviousSiblingElement(QDomElement e);
+    QDomElement getFirstChild(QDomElement e);             ///< To the first child.
+    QDomElement getLastChild(QDomElement e);              ///< To the last child.
+    QDomElement getParentElement(QDomElement e);          ///< To the parent.
+    QDomElement getNextSiblingElement(QDomElement e);     ///< To the node behind.
+    QDomElement getPreviousSiblingElement(QDomElement e); ///< To the node in front.
     ///@}
 
     /**
@@ -122,8 +126,8 @@ public:
      * returned and the current element stays; the current node becomes null if nodes were passed.
      */
     ///@{
-    QDomElement getNextChildElement();
-    QDomElement getNextSiblingElement();
+    QDomElement getNextChildElement();   ///< To the first element among the children.
+    QDomElement getNextSiblingElement(); ///< To the next element among the siblings.
     ///@}
 
 private:

@@ -26,7 +26,10 @@ public:
     using QMap<QString, QString>::QMap;
 
     AttrMap();
+    /** A copy, which shares nothing with the original. */
     AttrMap(const AttrMap& other);
+
+    /** Becomes a copy of another; nothing is shared. */
     AttrMap& operator=(const AttrMap& other);
     virtual ~AttrMap();
 };

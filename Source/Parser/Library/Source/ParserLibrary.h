@@ -31,6 +31,8 @@ class PARSERLIBRARY_EXPORT CParserLibrary
 {
 public:
     CParserLibrary();
+
+    /** Does nothing. */
     CParserLibrary& operator=(const CParserLibrary&);
 };
 
