@@ -58,7 +58,7 @@ void writeAcquisition(CPLSpectralWrapper& file, const Measurement& measurement)
 
 void writePlot(CPLSpectralWrapper& file, const QVector<Measurement>& all)
 {
-    file.setOpenSpectralAnalysisPlotResults(label, all.size());
+    file.setOpenSpectralAnalysisPlotResults(label, int(all.size()));
     for (const Measurement& measurement : all)
         file.setSpectralAnalysisPlotResults(measurement.intensity, measurement.wavelength);
     file.setCloseSpectralAnalysisPlotResults();
@@ -71,7 +71,7 @@ void writeFit(CPLSpectralWrapper& file, const QVector<Measurement>& all)
     double y = 0;
     double xx = 0;
     double xy = 0;
-    file.setOpenSpectralAnalysisFitResults(label, all.size());
+    file.setOpenSpectralAnalysisFitResults(label, int(all.size()));
     for (const Measurement& measurement : all) {
         const double logarithm = std::log(measurement.intensity);
         file.setSpectralAnalysisFitResults(measurement.intensity, measurement.attenuation,
@@ -82,7 +82,7 @@ void writeFit(CPLSpectralWrapper& file, const QVector<Measurement>& all)
         xy += measurement.attenuation * logarithm;
     }
     file.setCloseSpectralAnalysisFitResults();
-    const double n = all.size();
+    const double n = double(all.size());
     const double slope = (n * xy - x * y) / (n * xx - x * x);
     file.setLinearFitResults(slope, (y - slope * x) / n);
 }
@@ -104,10 +104,10 @@ int main(int argc, char* argv[])
 
     // Each part opens and closes its own elements; the order is the order of the file.
     const QVector<Measurement> all = measurements();
-    file.setSpectralAttributes(QStringLiteral("SEQ20240305"), all.size(),
+    file.setSpectralAttributes(QStringLiteral("SEQ20240305"), int(all.size()),
                                QStringLiteral("luminescent"), QStringLiteral("Muscle"),
                                QStringLiteral("Firefly"), 1.4F);
-    file.setOpenClickInfo(all.size());
+    file.setOpenClickInfo(int(all.size()));
     for (const Measurement& measurement : all)
         writeAcquisition(file, measurement);
     file.setCloseClickInfo();

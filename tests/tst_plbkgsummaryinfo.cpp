@@ -50,7 +50,7 @@ private Q_SLOTS:
         QString number;
         summary.getClickNumber(&number);
         QTEST(number, "clickNumber");
-        const int count = namesOf(summary).count(u'|') + 1;
+        const int count = int(namesOf(summary).count(u'|')) + 1;
         QCOMPARE(summary.getSection("BACKGROUND CLICK%1"_s.arg(count)), summary[count - 1]);
         QCOMPARE(summary.getFileSectionCount(), status == eSTATUS_SUCCESS ? count : 0);
     }

@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(labels.loadData("*** ClickNumber: A"_s + lines), eSTATUS_SUCCESS);
         QCOMPARE(labels.getCount(), 2 * fresh.size());
         for (int i = 0; i < fresh.size(); ++i)
-            QCOMPARE(labels[fresh.size() + i], fresh.at(i));
+            QCOMPARE(labels[int(fresh.size()) + i], fresh.at(i));
         QVERIFY(labels[-1].isNull() && labels[labels.getCount()].isNull());
     }
 };

@@ -13,7 +13,7 @@ const QString roiName = "ROI 1"_s;
 
 QByteArray withoutDate(QByteArray bytes)
 {
-    const int first = bytes.indexOf(" Date.Time=");
+    const auto first = bytes.indexOf(" Date.Time=");
     return bytes.remove(first, bytes.indexOf(" Index.of.Refraction=") - first);
 }
 

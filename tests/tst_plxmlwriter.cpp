@@ -1,7 +1,8 @@
 #include "support/Support.h"
 
 #include <QtCore/QBuffer>
-#include <QtCore/QTextCodec>
+
+#include <QTextCodec>
 
 #include <functional>
 

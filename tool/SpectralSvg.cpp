@@ -3,7 +3,8 @@
 #include "Chart.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QTextCodec>
+
+#include <QTextCodec>
 
 #include <algorithm>
 
@@ -82,7 +83,7 @@ void drawPage(CPLXMLWriter& svg, const Chart& left, const Chart& right)
     constexpr double gap = 140;
     const QRectF first(leftMargin, topMargin, 380, 300);
     const QRectF second = first.translated(first.width() + gap, 0);
-    const auto legend = std::max(left.series.size(), right.series.size()) * legendLine;
+    const double legend = double(std::max(left.series.size(), right.series.size())) * legendLine;
     const QString page = QStringLiteral("0 0 %1 %2")
                              .arg(second.right() + rightMargin)
                              .arg(first.bottom() + chartMargin + legend);

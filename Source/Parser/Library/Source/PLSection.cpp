@@ -36,7 +36,7 @@ void CPLSection::loadSectionData(QString text)
         const QStringView content = trimmed(line);
         const ColonCut cut = cutAtColon(content);
         if (cut.kind == ColonCut::Pair) {
-            pairIndex.insert(pairIndex.cend(), pairIndex.size(), entryCount);
+            pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
             appendEntry(cut.before.toString(), cut.after.toString());
         } else {
             appendEntry(PLKeyword::Text::CommentKey + QString::number(comments++),
@@ -69,7 +69,7 @@ tag_estatus CPLSection::addKeyValue(QString key, QString value)
         *entry = value;
         return eSTATUS_SUCCESS;
     }
-    pairIndex.insert(pairIndex.size(), entryCount);
+    pairIndex.insert(int(pairIndex.size()), entryCount);
     appendEntry(key, value);
     ++lineCount;
     return eSTATUS_SUCCESS;

@@ -2,8 +2,9 @@
 
 #include "PLKeywords.h"
 
-#include <QtCore/QIODevice>
-#include <QtCore/QTextCodec>
+#include <QtCore/QFileDevice>
+
+#include <QTextCodec>
 
 namespace Xml = PLKeyword::Xml;
 
@@ -36,14 +37,12 @@ AttrMap& AttrMap::operator=(const AttrMap& other) = default;
 AttrMap::~AttrMap() = default;
 
 CPLXMLWriter::CPLXMLWriter(QIODevice* device, QTextCodec* codec)
-    : stream(device)
+    : output(device)
 {
-    if (codec == nullptr) {
-        stream.setCodec(Xml::Utf8);
-        stream.setAutoDetectUnicode(true);
+    const QTextCodec* used = codec != nullptr ? codec : QTextCodec::codecForName(Xml::Utf8);
+    encoder.reset(used->makeEncoder(QTextCodec::IgnoreHeader));
+    if (codec == nullptr)
         return;
-    }
-    stream.setCodec(codec);
     write(Xml::DeclarationStart + protect(QString::fromLatin1(codec->name())) +
           Xml::DeclarationEnd + QLatin1Char('\n'));
 }
@@ -52,6 +51,8 @@ CPLXMLWriter::~CPLXMLWriter()
 {
     if (autoNewLine && !atLineStart)
         newLine();
+    else
+        flush();
 }
 
 void CPLXMLWriter::writeRaw(const QString& xml)
@@ -102,7 +103,7 @@ void CPLXMLWriter::writeTaggedString(const QString& name, const QString& text, c
 void CPLXMLWriter::newLine()
 {
     write(QString(QLatin1Char('\n')));
-    stream.flush();
+    flush();
     atLineStart = true;
 }
 
@@ -146,12 +147,20 @@ void CPLXMLWriter::writePendingIndent()
     atLineStart = false;
 }
 
-// A stream warns about a closed device and hoards the text that a failed one did not take.
+// A device that is not open warns when it is written to; nothing follows a text that was lost.
 void CPLXMLWriter::write(const QString& text)
 {
-    const QIODevice* device = stream.device();
-    if (device != nullptr && device->isWritable() && stream.status() == QTextStream::Ok)
-        stream << text;
+    if (output == nullptr || !output->isWritable() || failed)
+        return;
+    const QByteArray bytes = encoder->fromUnicode(text);
+    failed = output->write(bytes) != bytes.size();
+}
+
+void CPLXMLWriter::flush()
+{
+    auto* const file = qobject_cast<QFileDevice*>(output);
+    if (file != nullptr && file->isWritable() && !file->flush())
+        failed = true;
 }
 
 void CPLXMLWriter::endTag()

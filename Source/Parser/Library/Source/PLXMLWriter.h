@@ -9,10 +9,14 @@
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
-#include <QtCore/QTextStream>
 
+#include <memory>
+
+QT_BEGIN_NAMESPACE
 class QIODevice;
 class QTextCodec;
+class QTextEncoder;
+QT_END_NAMESPACE
 
 /**
  * The attributes of one tag: names and their values.
@@ -92,8 +96,11 @@ private:
     void writePendingIndent();
     void write(const QString& text);
     void endTag();
+    void flush();
 
-    QTextStream stream;
+    QIODevice* output;
+    std::unique_ptr<QTextEncoder> encoder;
+    bool failed = false;
     QString indentString;
     int indentSize = 4;
     bool autoNewLine = false;

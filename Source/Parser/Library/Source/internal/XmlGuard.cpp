@@ -1,11 +1,13 @@
 #include "XmlGuard.h"
 
 #include "PLKeywords.h"
+#include "QtVersion.h"
 #include "TextFile.h"
 
 #include <QtCore/QIODevice>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTextCodec>
+
+#include <QTextCodec>
 
 #include <algorithm>
 
@@ -37,10 +39,10 @@ constexpr Signature signatures[] = {
 /** The encoding that an XML declaration names; empty when there is none. */
 QByteArray declaredEncoding(const QByteArray& bytes)
 {
-    constexpr int longestDeclaration = 1024;
+    constexpr Size longestDeclaration = 1024;
     static const QRegularExpression declaration(
         QStringLiteral("^<\\?xml[^>]*?\\sencoding\\s*=\\s*[\"']([A-Za-z0-9._:-]+)[\"']"));
-    const int size = std::min(bytes.size(), longestDeclaration);
+    const Size size = std::min(bytes.size(), longestDeclaration);
     return declaration.match(QString::fromLatin1(bytes.constData(), size)).captured(1).toLatin1();
 }
 
@@ -118,12 +120,13 @@ bool isExternal(const QString& declaration)
     return external.match(declaration).hasMatch();
 }
 
-XmlHazard hazardAt(const QString& text, int position, const char* message)
+XmlHazard hazardAt(const QString& text, Size position, const char* message)
 {
     const QStringView before = QStringView(text).left(position);
     const auto lineFeeds = std::count(before.begin(), before.end(), QLatin1Char('\n'));
-    const int lineStart = position == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), position - 1) + 1;
-    return {QLatin1String(message), int(lineFeeds) + 1, position - lineStart + 1};
+    const Size lineStart =
+        position == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), position - 1) + 1;
+    return {QLatin1String(message), int(lineFeeds) + 1, int(position - lineStart) + 1};
 }
 
 /**
@@ -157,14 +160,14 @@ private:
 
     bool moveTo(QChar character)
     {
-        const int found = m_text.indexOf(character, m_position);
+        const Size found = m_text.indexOf(character, m_position);
         m_position = found < 0 ? m_size : found;
         return found >= 0;
     }
 
     void movePast(QLatin1String mark)
     {
-        const int found = m_text.indexOf(mark, m_position);
+        const Size found = m_text.indexOf(mark, m_position);
         m_position = found < 0 ? m_size : found + mark.size();
     }
 
@@ -172,7 +175,7 @@ private:
     QStringView passQuoted()
     {
         const QChar quote = m_text.at(m_position);
-        const int first = ++m_position;
+        const Size first = ++m_position;
         moveTo(quote);
         const QStringView quoted = QStringView(m_text).mid(first, m_position - first);
         m_position = std::min(m_position + 1, m_size);
@@ -185,16 +188,20 @@ private:
     void passDocumentType();
     void passDeclaration();
     void passCharacter();
+    void passDefault();
     void passEntity();
     void addEntity(QStringView value);
     void checkExpansion();
 
     const QString& m_text;
-    int m_size;
-    int m_position = 0;
+    Size m_size;
+    Size m_position = 0;
     int m_depth = 0;
     int m_groups = 0;
     int m_entities = 0;
+    int m_tags = 0;
+    int m_defaults = 0;
+    qint64 m_defaultSize = 0;
     int m_longestEntity = 0;
     const char* m_hazard = nullptr;
 };
@@ -236,11 +243,16 @@ bool MarkupWalk::passUnparsed()
 
 void MarkupWalk::passTag()
 {
+    ++m_tags;
+    int attributes = 0;
     while (m_position < m_size && m_text.at(m_position) != QLatin1Char('>')) {
-        if (isQuote(m_text.at(m_position)))
-            passQuoted();
-        else
+        if (!isQuote(m_text.at(m_position))) {
             ++m_position;
+            continue;
+        }
+        passQuoted();
+        if (++attributes > maxXmlAttributes)
+            m_hazard = "an element has too many attributes";
     }
     if (m_depth == maxXmlNesting)
         m_hazard = "elements are nested too deeply";
@@ -268,7 +280,7 @@ void MarkupWalk::passDeclaration()
     if (at(PLKeyword::keyword("<!ENTITY")))
         passEntity();
     else if (isQuote(m_text.at(m_position)))
-        passQuoted();
+        passDefault();
     else if (!passUnparsed())
         passCharacter();
 }
@@ -283,12 +295,20 @@ void MarkupWalk::passCharacter()
     ++m_position;
 }
 
+/** Passes a quoted text of a document type, which may be the default of an attribute. */
+void MarkupWalk::passDefault()
+{
+    m_defaultSize += passQuoted().size() + 1;
+    if (++m_defaults > maxXmlAttributes)
+        m_hazard = "too many defaults are declared";
+}
+
 /** Passes a declaration up to its value, and the value unless it is the address of a file. */
 void MarkupWalk::passEntity()
 {
     if (++m_entities > maxXmlEntities)
         m_hazard = "too many entities are declared";
-    const int first = m_position;
+    const Size first = m_position;
     while (m_position < m_size && !isQuote(m_text.at(m_position)) &&
            m_text.at(m_position) != QLatin1Char('>'))
         ++m_position;
@@ -310,7 +330,9 @@ void MarkupWalk::addEntity(QStringView value)
 
 void MarkupWalk::checkExpansion()
 {
-    qint64 expansion = 0;
+    qint64 expansion = strictXml ? m_defaultSize * m_tags : 0;
+    if (expansion > maxXmlExpansion)
+        m_hazard = "defaults expand to too much text";
     for (m_position = 0; moveTo(QLatin1Char('&')); ++m_position) {
         const QStringView rest = QStringView(m_text).mid(m_position);
         if (beginsCharacter(rest) || beginsPredefined(rest))

@@ -9,6 +9,8 @@
  * Some well-formed declarations are refused too, used or not: entities that hold markup, entities
  * that refer to other declared entities or to characters above U+FFFF, and internal parameter
  * entities. External entities pass, since the DOM never fetches them.
+ * Against Qt 6, whose DOM compares the attributes of a tag in pairs and fills in declared defaults,
+ * tags with very many attributes and defaults that add up to too much are refused as well.
  */
 #ifndef OVPARSER_INTERNAL_XMLGUARD_H
 #define OVPARSER_INTERNAL_XMLGUARD_H
