@@ -1,0 +1,27 @@
+#include "Benchmarks.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <string>
+
+void add(const char* name, const char* contender, void (*run)(benchmark::State&), Sizes sizes)
+{
+    auto* const benchmark =
+        benchmark::RegisterBenchmark((std::string(name) + '/' + contender).c_str(), run);
+    benchmark->Arg(sizes.compared);
+    if (sizes.other > 0)
+        benchmark->Arg(sizes.other);
+}
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    registerTextBenchmarks();
+    registerSequenceBenchmarks();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
