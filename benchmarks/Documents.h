@@ -24,6 +24,7 @@
 #include <ini.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -111,13 +112,14 @@ public:
         return true;
     }
 
-    /** Writes in place; g_key_file_save_to_file() would also make a second file and rename it. */
+    /** Writes in place, as the library does. */
     bool save(const Text& path) const
     {
         gsize length = 0;
         const String text(g_key_file_to_data(file.get(), &length, nullptr), &g_free);
-        return g_file_set_contents_full(path.utf8, text.get(), gssize(length),
-                                        G_FILE_SET_CONTENTS_NONE, 0666, nullptr);
+        std::FILE* const out = std::fopen(path.utf8, "wb");
+        const bool written = std::fwrite(text.get(), 1, length, out) == length;
+        return std::fclose(out) == 0 && written;
     }
 
     qint64 readAll() const
@@ -136,10 +138,21 @@ public:
         return characters;
     }
 
+protected:
+    std::unique_ptr<GKeyFile, decltype(&g_key_file_free)> file{g_key_file_new(), &g_key_file_free};
+
 private:
     using Strings = std::unique_ptr<char*, decltype(&g_strfreev)>;
+};
 
-    std::unique_ptr<GKeyFile, decltype(&g_key_file_free)> file{g_key_file_new(), &g_key_file_free};
+/** Saves in its own way: a second file, which is renamed. */
+class GlibAtomicDocument : public GlibDocument
+{
+public:
+    bool save(const Text& path) const
+    {
+        return g_key_file_save_to_file(file.get(), path.utf8, nullptr);
+    }
 };
 
 /** Parses a section when it is first asked for; drops the comments. */

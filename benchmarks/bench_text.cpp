@@ -296,6 +296,7 @@ void registerTextBenchmarks()
     for (const Sizes sizes : {smallText, largeText}) {
         add("save", "ovparser", changeAndSave<InfoDocument>, sizes);
         add("save", "GKeyFile", changeAndSave<GlibDocument>, sizes.nominal());
+        add("save", "GKeyFile, second file", changeAndSave<GlibAtomicDocument>, sizes.nominal());
         add("save", "QSettings", changeAndSave<SettingsDocument>, sizes.nominal());
         add("save", "KConfig", changeAndSave<KConfigDocument>, sizes.nominal());
     }
