@@ -69,9 +69,6 @@ private Q_SLOTS:
         const QString references = support::example("background/SLindex.txt");
         support::row("value of a reference", QStringList{"get"_s, references, "structure reference1"_s, "Frequency"_s},
                      0, QStringList{"Coarse\n"_s}, ""_s);
-        support::row("catalogues stay",
-                     QStringList{"set"_s, references, "Structure reference1"_s, "Frequency"_s, "x"_s}, 1, none,
-                     "a catalogue; not changed"_s);
         support::row("presets of a file", QStringList{"presets"_s, support::example("settings/Presets.txt")}, 0,
                      QStringList{"3 presets\n"_s, "\nDeep tissue # slow  Deep tissue.txt\nPreset1\n"_s}, ""_s);
         support::row("presets of a folder", QStringList{"presets"_s, support::example("settings/presets/")}, 0,
@@ -82,7 +79,7 @@ private Q_SLOTS:
                                  "\nX-Ray        4      2       1\n"_s},
                      ""_s);
         support::row("camera as JSON", QStringList{"camera"_s, "--json"_s, camera}, 0,
-                     QStringList{"\"Tessel HT\": true"_s, "\"ccdPixels\": 1024"_s}, ""_s);
+                     QStringList{"\"tesselHt\": true"_s, "\"ccdPixels\": 1024"_s, "\"ovinfo-camera/1\""_s}, ""_s);
         support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none,
                      "absent: Loading camera information failed."_s);
         const QString spectral = support::example("spectral/Spectral.xml");
@@ -143,10 +140,31 @@ private Q_SLOTS:
         support::row("absent key", info, QStringList{"A"_s, "x"_s, "1"_s}, 1, info);
         support::row("sequence", sequence, QStringList{"Sequence"_s, "k"_s, "\u20ac"_s}, 0,
                      QByteArray(sequence).replace("old", "\xE2\x82\xAC"));
-        support::row("mark in a sequence", sequence, QStringList{"Sequence"_s, "k"_s, "*** x: y"_s}, 2, sequence);
-        const QByteArray keyTwice = "*** A: 1\nk: v\nx: 1\nX: 2\n";
-        support::row("key twice", keyTwice, QStringList{"A"_s, "k"_s, "w"_s}, 1, keyTwice);
-        support::row("section twice", twice, QStringList{"A"_s, "k"_s, "x"_s}, 1, twice);
+        support::row("mark in a sequence", sequence, QStringList{"Sequence"_s, "k"_s, "*** x: y"_s}, 1, sequence);
+        const auto change = [](const char* name, const QByteArray& bytes, const QString& section, const QString& key,
+                               const char* old, const char* value) {
+            support::row(name, bytes, QStringList{section, key, "new"_s}, 0, QByteArray(bytes).replace(old, value));
+        };
+        change("last value of a key", "*** A: 1\nk: v\nx: 1\nX: 2\n", "A"_s, "x"_s, "X: 2", "X: new");
+        change("first section of a key", "*** A: 1\nk: v\n*** a: 2\nk: w\n", "A"_s, "k"_s, "v", "new");
+        change("layout stays", "  x\r*** A :1\r k :  v  # c\r\r\r", "A"_s, "k"_s, "v", "new");
+        change("no value yet", "*** A: 1\r\nk:\r\nx: 1", "A"_s, "k"_s, "k:", "k:\tnew");
+        change("comment alone", "*** A: 1\nk: # c\n", "A"_s, "k"_s, "# c", "new\t# c");
+        change("no header", "System Configuration: VEXA 50\nk: v\n", "Camera System Info"_s, "k"_s, "v\n", "new\n");
+        change("reference", "*** Structure reference:A;k:1\r*** Structure reference:B;k:v;l:2\r",
+               "Structure reference2"_s, "K"_s, "v", "new");
+        change("background image", "*** Background Click: A\nk: 1\n*** Background Click: B\nk: v\n",
+               "Background Click2"_s, "k"_s, "v", "new");
+        change("DICOM", QByteArray(128, '\0') + "DICM\xFF*** ClickNumber: A\nk: v\n\n*** ClickNumber: A\nk: w\n",
+               "ClickNumber"_s, "k"_s, "w", "new");
+        const QByteArray latin1 = "*** Sequence: S\nk: \xE9\n\n*** ClickNumbers:\n1: A\n";
+        support::row("Latin-1 section", latin1, QStringList{"Sequence"_s, "k"_s, "\u00e8"_s}, 0,
+                     QByteArray(latin1).replace("\xE9", "\xE8"));
+        support::row("other texts would change", QByteArray(latin1).replace("k: ", "x: \xC3\xA9\nk: "),
+                     QStringList{"Sequence"_s, "k"_s, "e"_s}, 1, QByteArray(latin1).replace("k: ", "x: \xC3\xA9\nk: "));
+        support::row("time reads back otherwise", QByteArray("*** Background Click: A\nTime: 1:2\n"),
+                     QStringList{"Background Click1"_s, "Time"_s, "3:4"_s}, 1,
+                     QByteArray("*** Background Click: A\nTime: 1:2\n"));
     }
 
     void setsOneValue()

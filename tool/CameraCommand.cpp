@@ -1,64 +1,80 @@
 #include "Commands.h"
+#include "Files.h"
+#include "Json.h"
 #include "Terminal.h"
 
 #include "ParserLibrary.h"
 
-#include <QtCore/QJsonArray>
 #include <QtCore/QRegularExpression>
 
 namespace {
 
 namespace Key = PLKeyword::Key;
 
+/** A capability: its name for programs, its name for people, and the query. */
 struct Capability
 {
     const char* name;
+    const char* label;
     bool (CPLCameraInfo::*query)() const;
 };
 
 constexpr Capability capabilityRows[] = {
-    {"X-ray", &CPLCameraInfo::isXrayInstalled},
-    {"Fluorescence kit", &CPLCameraInfo::isFluorescentKitInstalled},
-    {"Aurora", &CPLCameraInfo::isVEXAAurora},
-    {"Aurora with Princeton camera", &CPLCameraInfo::isPrincetonAurora},
-    {"BL", &CPLCameraInfo::isVEXABL},
-    {"CT", &CPLCameraInfo::isVEXACT},
-    {"Kestrel", &CPLCameraInfo::isVEXAKestrel},
-    {"Tessel HT", &CPLCameraInfo::isVEXATesselHT},
-    {"Second emission wheel", &CPLCameraInfo::isEmissionWheel2Installed},
-    {"Omega controller", &CPLCameraInfo::isOmegaInstalled},
-    {"Omega on output 2", &CPLCameraInfo::isOmegaOutput2},
-    {"Tray", &CPLCameraInfo::isTrayInstalled},
-    {"Spinner", &CPLCameraInfo::isSpinnerInstalled},
-    {"Spinner active", &CPLCameraInfo::isSpinnerDeviceActive},
-    {"Chip reader", &CPLCameraInfo::isChipReaderInstalled},
-    {"USB I/O board", &CPLCameraInfo::isUSB_IO_BoardInstalled},
-    {"UAC board", &CPLCameraInfo::isUACBoardInstalled},
-    {"Wide-field lens available", &CPLCameraInfo::isZEVR24Available},
-    {"Wide-field lens attached", &CPLCameraInfo::isZEVR24Attached},
-    {"Zoom lens supported", &CPLCameraInfo::isZoomLensSupported},
-    {"Zoom lens attached", &CPLCameraInfo::isZoomLensAttached},
-    {"Transport bed", &CPLCameraInfo::isTransportBedSupported},
-    {"Side mirror", &CPLCameraInfo::isSideMirrorChecked},
-    {"VIC", &CPLCameraInfo::isVICChecked},
-    {"Door closed on zero status", &CPLCameraInfo::isDoorClosedOnZeroStatus},
-    {"Old illumination controller", &CPLCameraInfo::isOldIllumController},
+    {"xray", "X-ray", &CPLCameraInfo::isXrayInstalled},
+    {"fluorescenceKit", "Fluorescence kit", &CPLCameraInfo::isFluorescentKitInstalled},
+    {"aurora", "Aurora", &CPLCameraInfo::isVEXAAurora},
+    {"princetonAurora", "Aurora with Princeton camera", &CPLCameraInfo::isPrincetonAurora},
+    {"bl", "BL", &CPLCameraInfo::isVEXABL},
+    {"ct", "CT", &CPLCameraInfo::isVEXACT},
+    {"kestrel", "Kestrel", &CPLCameraInfo::isVEXAKestrel},
+    {"tesselHt", "Tessel HT", &CPLCameraInfo::isVEXATesselHT},
+    {"secondEmissionWheel", "Second emission wheel", &CPLCameraInfo::isEmissionWheel2Installed},
+    {"omegaController", "Omega controller", &CPLCameraInfo::isOmegaInstalled},
+    {"omegaOutput2", "Omega on output 2", &CPLCameraInfo::isOmegaOutput2},
+    {"tray", "Tray", &CPLCameraInfo::isTrayInstalled},
+    {"spinner", "Spinner", &CPLCameraInfo::isSpinnerInstalled},
+    {"spinnerActive", "Spinner active", &CPLCameraInfo::isSpinnerDeviceActive},
+    {"chipReader", "Chip reader", &CPLCameraInfo::isChipReaderInstalled},
+    {"usbIoBoard", "USB I/O board", &CPLCameraInfo::isUSB_IO_BoardInstalled},
+    {"uacBoard", "UAC board", &CPLCameraInfo::isUACBoardInstalled},
+    {"wideFieldLensAvailable", "Wide-field lens available", &CPLCameraInfo::isZEVR24Available},
+    {"wideFieldLensAttached", "Wide-field lens attached", &CPLCameraInfo::isZEVR24Attached},
+    {"zoomLensSupported", "Zoom lens supported", &CPLCameraInfo::isZoomLensSupported},
+    {"zoomLensAttached", "Zoom lens attached", &CPLCameraInfo::isZoomLensAttached},
+    {"transportBed", "Transport bed", &CPLCameraInfo::isTransportBedSupported},
+    {"sideMirror", "Side mirror", &CPLCameraInfo::isSideMirrorChecked},
+    {"vic", "VIC", &CPLCameraInfo::isVICChecked},
+    {"doorClosedOnZeroStatus", "Door closed on zero status",
+     &CPLCameraInfo::isDoorClosedOnZeroStatus},
+    {"oldIlluminationController", "Old illumination controller",
+     &CPLCameraInfo::isOldIllumController},
 };
 
 struct Family
 {
     EVEXA_Types type;
     const char* name;
+    const char* label;
 };
 
 constexpr Family families[] = {
-    {eVEXA_STANDARD, "VEXA 50 or VEXA 100"},
-    {eVEXA_200, "VEXA 200"},
-    {eVEXA_CORVIX, "Corvix"},
+    {eVEXA_STANDARD, "standard", "VEXA 50 or VEXA 100"},
+    {eVEXA_200, "vexa200", "VEXA 200"},
+    {eVEXA_CORVIX, "corvix", "Corvix"},
 };
 
-constexpr tag_eimagetype binnedTypes[] = {eIMAGE_PHOTOGRAPH, eIMAGE_STRUCTURE, eIMAGE_LUMINESCENT,
-                                          eIMAGE_XRAY};
+struct BinnedType
+{
+    tag_eimagetype type;
+    const char* name;
+};
+
+constexpr BinnedType binnedTypes[] = {
+    {eIMAGE_PHOTOGRAPH, "photograph"},
+    {eIMAGE_STRUCTURE, "structure"},
+    {eIMAGE_LUMINESCENT, "luminescent"},
+    {eIMAGE_XRAY, "xray"},
+};
 
 struct StagePosition
 {
@@ -68,20 +84,27 @@ struct StagePosition
 
 struct Binning
 {
-    QString imageType;
+    BinnedType imageType{};
     float large = 0;
     float medium = 0;
     float small = 0;
 };
 
+struct Answer
+{
+    QString name;
+    QString label;
+    bool yes = false;
+};
+
 /** Everything that the verb tells about an instrument. */
 struct Instrument
 {
-    QString family;
+    Family family{};
     QString configuration;
     QString camera;
     double pixels = 0;
-    QList<QPair<QString, bool>> capabilities;
+    QList<Answer> capabilities;
     QList<StagePosition> positions;
     QList<Binning> binnings;
 };
@@ -94,13 +117,13 @@ void collectReport(QtMsgType, const QMessageLogContext&, const QString& text)
     reports += text;
 }
 
-QString familyName(EVEXA_Types type)
+Family familyOf(EVEXA_Types type)
 {
     for (const Family& family : families) {
         if (family.type == type)
-            return QLatin1String(family.name);
+            return family;
     }
-    return {};
+    return {type, "", ""};
 }
 
 QList<StagePosition> stagePositions(const CPLCameraInfo& info)
@@ -126,23 +149,26 @@ Instrument describe(CPLCameraInfo& info)
 {
     const CPLSection& section = *info.getCameraInfoSection();
     Instrument instrument;
-    instrument.family = familyName(info.getSystemType());
+    instrument.family = familyOf(info.getSystemType());
     instrument.configuration = section[Key::SystemConfiguration];
     instrument.camera = section[Key::CameraSystemInfo];
     instrument.pixels =
         getCCDPixels(instrument.camera, instrument.configuration, instrument.camera);
     for (const Capability& capability : capabilityRows)
-        instrument.capabilities += {QLatin1String(capability.name), (info.*capability.query)()};
+        instrument.capabilities += {QLatin1String(capability.name), QLatin1String(capability.label),
+                                    (info.*capability.query)()};
     instrument.capabilities +=
-        {QStringLiteral("Large-animal position"), info.isLargeAnimalCapable()};
+        {QStringLiteral("largeAnimalPosition"), QStringLiteral("Large-animal position"),
+         info.isLargeAnimalCapable()};
     instrument.capabilities +=
-        {QStringLiteral("Large-animal selected"), info.isLargeAnimalSelected()};
+        {QStringLiteral("largeAnimalSelected"), QStringLiteral("Large-animal selected"),
+         info.isLargeAnimalSelected()};
     instrument.positions = stagePositions(info);
-    for (const tag_eimagetype type : binnedTypes) {
+    for (const BinnedType& type : binnedTypes) {
         Binning binning;
-        binning.imageType = getImageTypeString(type);
+        binning.imageType = type;
         getCCDBinningsForImageType(instrument.camera, instrument.configuration, instrument.camera,
-                                   type, binning.large, binning.medium, binning.small);
+                                   type.type, binning.large, binning.medium, binning.small);
         instrument.binnings += binning;
     }
     return instrument;
@@ -152,7 +178,7 @@ QString textOf(const Instrument& instrument, const CPLCameraInfo& info)
 {
     const auto number = [](double value) { return QString::number(value); };
     QList<QStringList> facts = {
-        {QStringLiteral("Family"), instrument.family},
+        {QStringLiteral("Family"), QLatin1String(instrument.family.label)},
         {QStringLiteral("System configuration"), instrument.configuration},
         {QStringLiteral("Camera"), instrument.camera},
         {QStringLiteral("CCD pixels"), number(instrument.pixels)},
@@ -162,48 +188,58 @@ QString textOf(const Instrument& instrument, const CPLCameraInfo& info)
         {QStringLiteral("Emission filter wheel"), info.getCurrentFilterWheelName()},
         {},
     };
-    for (const auto& capability : instrument.capabilities)
-        facts += {capability.first, QLatin1String(capability.second ? "yes" : "no")};
+    for (const Answer& capability : instrument.capabilities)
+        facts += {capability.label, QLatin1String(capability.yes ? "yes" : "no")};
     QList<QStringList> positions = {{QStringLiteral("Position"), QStringLiteral("Field of view")}};
     for (const StagePosition& position : instrument.positions)
         positions += {position.name, number(position.fieldOfView)};
     QList<QStringList> binnings = {{QStringLiteral("Binning"), QStringLiteral("Large"),
                                     QStringLiteral("Medium"), QStringLiteral("Small")}};
     for (const Binning& binning : instrument.binnings)
-        binnings += {binning.imageType, number(double(binning.large)),
+        binnings += {getImageTypeString(binning.imageType.type), number(double(binning.large)),
                      number(double(binning.medium)), number(double(binning.small))};
     const QChar gap = QLatin1Char('\n');
     return columns(facts) + gap + columns(positions) + gap + columns(binnings);
 }
 
-QJsonObject jsonOf(const Instrument& instrument, const CPLCameraInfo& info)
+/** A number for which the library has a value that stands for "not given". */
+QJsonValue numberUnless(double absent, double value)
+{
+    return value == absent ? QJsonValue() : QJsonValue(value);
+}
+
+QJsonObject positionJson(const StagePosition& position)
+{
+    return object({{"name", position.name}, {"fieldOfView", position.fieldOfView}});
+}
+
+QJsonObject binningJson(const Binning& binning)
+{
+    return object({{"imageType", QLatin1String(binning.imageType.name)},
+                   {"large", numberUnless(-1, double(binning.large))},
+                   {"medium", numberUnless(-1, double(binning.medium))},
+                   {"small", numberUnless(-1, double(binning.small))}});
+}
+
+QJsonObject jsonOf(const QString& file, const Instrument& instrument, const CPLCameraInfo& info)
 {
     QJsonObject capabilities;
-    for (const auto& capability : instrument.capabilities)
-        capabilities.insert(capability.first, capability.second);
-    QJsonArray positions;
-    for (const StagePosition& position : instrument.positions)
-        positions += QJsonObject{{QStringLiteral("name"), position.name},
-                                 {QStringLiteral("fieldOfView"), position.fieldOfView}};
-    QJsonArray binnings;
-    for (const Binning& binning : instrument.binnings)
-        binnings += QJsonObject{{QStringLiteral("imageType"), binning.imageType},
-                                {QStringLiteral("large"), double(binning.large)},
-                                {QStringLiteral("medium"), double(binning.medium)},
-                                {QStringLiteral("small"), double(binning.small)}};
-    return {
-        {QStringLiteral("family"), instrument.family},
-        {QStringLiteral("systemConfiguration"), instrument.configuration},
-        {QStringLiteral("camera"), instrument.camera},
-        {QStringLiteral("ccdPixels"), instrument.pixels},
-        {QStringLiteral("electronicsTray"), info.getElectronicsTrayPartNum()},
-        {QStringLiteral("lightsPolarity"), info.getPolarity()},
-        {QStringLiteral("structuredLightDelay"), info.getStructureLaserDelay()},
-        {QStringLiteral("emissionFilterWheel"), info.getCurrentFilterWheelName()},
-        {QStringLiteral("capabilities"), capabilities},
-        {QStringLiteral("stagePositions"), positions},
-        {QStringLiteral("binnings"), binnings},
-    };
+    for (const Answer& capability : instrument.capabilities)
+        capabilities.insert(capability.name, capability.yes);
+    return withSchema("ovinfo-camera/1",
+                      {{"file", file},
+                       {"family", QLatin1String(instrument.family.name)},
+                       {"systemConfiguration", instrument.configuration},
+                       {"camera", instrument.camera},
+                       {"ccdPixels", instrument.pixels},
+                       {"electronicsTray", numberUnless(0, info.getElectronicsTrayPartNum())},
+                       {"lightsPolarity", numberUnless(-1, info.getPolarity())},
+                       {"structuredLightDelay", info.getStructureLaserDelay()},
+                       {"emissionFilterWheel", info.getCurrentFilterWheelName()},
+                       {"capabilities", capabilities},
+                       {"stagePositions", arrayOf(instrument.positions, positionJson)},
+                       {"binnings", arrayOf(instrument.binnings, binningJson)},
+                       {"messages", QJsonArray::fromStringList(reports)}});
 }
 
 } // namespace
@@ -219,6 +255,8 @@ int cameraCommand(const QStringList& words)
     if (const auto done = parse(parser, QLatin1String("camera"), QLatin1String("FILE"), words))
         return *done;
     const QString file = parser.positionalArguments().at(0);
+    if (const QString other = otherThanFile(file); !other.isEmpty())
+        return fail(file, other);
     CPLCameraInfo info;
     qInstallMessageHandler(collectReport);
     const bool loaded = info.loadCameraInfo(file);
@@ -229,7 +267,7 @@ int cameraCommand(const QStringList& words)
         fail(Success, report);
     const Instrument instrument = describe(info);
     if (parser.isSet(json))
-        print(jsonOf(instrument, info));
+        print(jsonOf(file, instrument, info));
     else
         print(textOf(instrument, info));
     return Success;

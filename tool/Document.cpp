@@ -1,8 +1,82 @@
 #include "Document.h"
 
+#include "Entries.h"
+#include "Files.h"
+
 #include <algorithm>
 
 namespace {
+
+namespace Key = PLKeyword::Key;
+namespace Section = PLKeyword::Section;
+using PLKeyword::keyword;
+
+/** The names of the kinds: for programs, and for a heading. */
+struct KindName
+{
+    FileKind kind = FileKind::InfoText;
+    QLatin1String name;
+    QLatin1String title;
+};
+
+constexpr KindName kindNames[] = {
+    {FileKind::InfoText, keyword("infoText"), keyword("Info file")},
+    {FileKind::Acquisition, keyword("acquisition"), keyword("Acquisition")},
+    {FileKind::AnalyzedAcquisition, keyword("analyzedAcquisition"),
+     keyword("Analysed acquisition")},
+    {FileKind::Sequence, keyword("sequence"), keyword("Sequence")},
+    {FileKind::BackgroundSummary, keyword("backgroundSummary"), keyword("Background summary")},
+    {FileKind::StructureReferences, keyword("structureReferences"),
+     keyword("Structure references")},
+    {FileKind::FluorescentReferences, keyword("fluorescentReferences"),
+     keyword("Fluorescent references")},
+    {FileKind::Instrument, keyword("instrument"), keyword("Instrument")},
+    {FileKind::InstrumentExtension, keyword("instrumentExtension"),
+     keyword("Instrument extension")},
+    {FileKind::FilterWheel, keyword("filterWheel"), keyword("Filter wheel")},
+    {FileKind::Settings, keyword("settings"), keyword("Settings")},
+    {FileKind::LabelSet, keyword("labelSet"), keyword("Label set")},
+    {FileKind::OpticalProperties, keyword("opticalProperties"), keyword("Optical properties")},
+    {FileKind::SpectralAnalysis, keyword("spectralAnalysis"), keyword("Spectral analysis")},
+};
+
+const KindName& namesOf(FileKind kind)
+{
+    return kindNames[int(kind)];
+}
+
+/** A file that is read line by line: what it is, and how it is read. */
+struct IndexKind
+{
+    FileKind kind = FileKind::StructureReferences;
+    tag_estatus (CPLBkgSummaryInfo::*load)(QString) = nullptr;
+};
+
+constexpr IndexKind indexKinds[] = {
+    {FileKind::StructureReferences, &CPLBkgSummaryInfo::SLload},
+    {FileKind::FluorescentReferences, &CPLBkgSummaryInfo::FLload},
+};
+
+/** What the key of a section begins with tells what the file is. */
+struct TextKind
+{
+    QLatin1String sectionKey;
+    FileKind kind = FileKind::InfoText;
+};
+
+/** Of the first section. */
+constexpr TextKind textKinds[] = {
+    {Section::TissueProperties, FileKind::OpticalProperties},
+    {Section::SourceModel, FileKind::OpticalProperties},
+    {Section::UserLabelNameSet, FileKind::LabelSet},
+};
+
+/** Keys at the start of lines that stand in no section tell what the file is. */
+constexpr TextKind keyLineKinds[] = {
+    {Key::SystemConfiguration, FileKind::Instrument},
+    {Key::CameraSystemInfo, FileKind::Instrument},
+    {Key::EmissionFilter, FileKind::FilterWheel},
+};
 
 template <typename Sections>
 QList<CPLSection*> allSections(const Sections& document)
@@ -13,107 +87,221 @@ QList<CPLSection*> allSections(const Sections& document)
     return sections;
 }
 
-/** A file that is read line by line: what it is, and how it is read. */
-struct IndexKind
+/** The text of bytes that are Latin-1, with LF line ends. */
+QString decode(QByteArray bytes)
 {
-    QLatin1String title;
-    tag_estatus (CPLBkgSummaryInfo::*load)(QString) = nullptr;
-};
-
-constexpr IndexKind indexKinds[] = {
-    {PLKeyword::keyword("Structure references"), &CPLBkgSummaryInfo::SLload},
-    {PLKeyword::keyword("Fluorescent references"), &CPLBkgSummaryInfo::FLload},
-};
-
-/** What the key of the first section begins with tells what the file is. */
-struct TextKind
-{
-    QLatin1String sectionKey;
-    QLatin1String title;
-};
-
-constexpr TextKind textKinds[] = {
-    {PLKeyword::Section::TissueProperties, PLKeyword::keyword("Optical properties")},
-    {PLKeyword::Section::SourceModel, PLKeyword::keyword("Optical properties")},
-    {PLKeyword::Section::UserLabelNameSet, PLKeyword::keyword("Label set")},
-};
-
-QString titleOf(const CPLClickInfo& text)
-{
-    QString clickNumber;
-    text.getClickNumber(&clickNumber);
-    if (!clickNumber.isEmpty())
-        return QLatin1String("Acquisition ") + clickNumber;
-    QString key;
-    text[0]->getSectionKey(&key);
-    for (const TextKind& kind : textKinds) {
-        if (key.startsWith(kind.sectionKey, Qt::CaseInsensitive))
-            return kind.title;
-    }
-    const bool menu = text[0]->isKeyPresent(PLKeyword::Key::MenuName);
-    return menu ? QStringLiteral("Settings") : QStringLiteral("Info file");
+    bytes.replace("\r\n", "\n").replace('\r', '\n');
+    return QString::fromLatin1(bytes.constData(), bytes.size());
 }
 
-bool isSummary(const CPLClickInfo& text)
+bool isXml(const QByteArray& bytes)
+{
+    const QByteArray start = bytes.left(256);
+    return start.mid(start.startsWith("\xEF\xBB\xBF") ? 3 : 0).trimmed().startsWith('<');
+}
+
+bool isDicom(const QByteArray& bytes)
+{
+    return bytes.mid(128, 4) == "DICM";
+}
+
+/** Where the click info begins that was appended last, at its "ClickNumber" header; or -1. */
+int appendedText(const QByteArray& bytes)
+{
+    const QByteArray header =
+        QByteArray(PLKeyword::Text::Marker.data()) + Section::ClickNumber.data() + ':';
+    return int(bytes.toLower().lastIndexOf(header.toLower()));
+}
+
+bool hasSection(const CPLClickInfo& text, QLatin1String part)
 {
     const QList<CPLSection*> sections = allSections(text);
-    return std::any_of(sections.cbegin(), sections.cend(), [](const CPLSection* section) {
-        QString key;
-        section->getSectionKey(&key);
-        return key.contains(PLKeyword::Section::BackgroundClick, Qt::CaseInsensitive);
+    return std::any_of(sections.cbegin(), sections.cend(), [&](const CPLSection* section) {
+        return keyOf(*section).contains(part, Qt::CaseInsensitive);
     });
+}
+
+FileKind kindOf(const CPLClickInfo& text)
+{
+    if (text.isSectionPresent(Section::ExtensionInfo))
+        return FileKind::InstrumentExtension;
+    if (text.isSectionPresent(Section::CameraSystemInfo))
+        return FileKind::Instrument;
+    QString clickNumber;
+    text.getClickNumber(&clickNumber);
+    if (!clickNumber.isEmpty()) {
+        const bool analysed =
+            text.isSectionPresent(Section::AnalysisUserInput) || hasSection(text, Section::RoiFile);
+        return analysed ? FileKind::AnalyzedAcquisition : FileKind::Acquisition;
+    }
+    const QString key = keyOf(*text[0]);
+    for (const TextKind& row : textKinds) {
+        if (key.startsWith(row.sectionKey, Qt::CaseInsensitive))
+            return row.kind;
+    }
+    return text[0]->isKeyPresent(Key::MenuName) ? FileKind::Settings : FileKind::InfoText;
+}
+
+/** What lines are that stand in no section; nothing when their keys tell of neither kind. */
+std::optional<FileKind> kindOfKeyLines(const CPLSection& lines)
+{
+    QStringList keys;
+    lines.getKeyList(&keys);
+    for (const TextKind& row : keyLineKinds) {
+        const bool found = std::any_of(keys.cbegin(), keys.cend(), [&](const QString& key) {
+            return key.startsWith(row.sectionKey, Qt::CaseInsensitive);
+        });
+        if (found)
+            return row.kind;
+    }
+    return std::nullopt;
 }
 
 } // namespace
 
-tag_estatus Document::load(const QString& file)
+bool Document::load(const QString& file)
+{
+    const auto bytes = readFile(file, &m_problem);
+    if (!bytes)
+        return false;
+    m_bytes = *bytes;
+    if (isXml(m_bytes))
+        return loadSpectral(file);
+    if (isDicom(m_bytes))
+        return loadDicom();
+    return loadIndex(file) || loadText(file);
+}
+
+QString Document::kindName() const
+{
+    return namesOf(m_kind).name;
+}
+
+bool Document::isIndex() const
+{
+    return m_kind == FileKind::StructureReferences || m_kind == FileKind::FluorescentReferences;
+}
+
+bool Document::setProblem(tag_estatus status)
+{
+    m_problem = getStatusString(status);
+    return false;
+}
+
+bool Document::loadSpectral(const QString& file)
+{
+    m_spectral = readSpectralFile(file, &m_problem);
+    m_kind = FileKind::SpectralAnalysis;
+    m_title = namesOf(m_kind).title;
+    return m_spectral.has_value();
+}
+
+bool Document::loadText(const QString& file)
 {
     const tag_estatus status = m_text.loadClickInfo(file, false);
-    if (status == eSTATUS_FILE_OPEN_FAILED || loadCatalogue(file))
-        return status == eSTATUS_BAD_FORMAT ? eSTATUS_SUCCESS : status;
-    if (m_text.isSectionPresent(PLKeyword::Section::ClickNumbers) ||
-        m_text.isSectionPresent(PLKeyword::Section::Sequence) || status == eSTATUS_BAD_FORMAT)
+    if (status == eSTATUS_FILE_OPEN_FAILED)
+        return setProblem(status);
+    if (hasSection(m_text, Section::BackgroundClick) && loadSummary(file))
+        return true;
+    if (m_text.isSectionPresent(Section::ClickNumbers) ||
+        m_text.isSectionPresent(Section::Sequence) || status == eSTATUS_BAD_FORMAT)
         return loadSequence(file);
     if (status != eSTATUS_SUCCESS)
-        return status;
+        return setProblem(status);
+    if (loadKeyLines())
+        return true;
     if (!m_text[0])
-        return eSTATUS_BAD_FORMAT;
-    m_title = titleOf(m_text);
-    return eSTATUS_SUCCESS;
+        return setProblem(eSTATUS_BAD_FORMAT);
+    setTextKind();
+    return true;
+}
+
+void Document::setTextKind()
+{
+    m_kind = kindOf(m_text);
+    m_title = namesOf(m_kind).title;
+    if (!clickNumber().isEmpty())
+        m_title += QLatin1Char(' ') + clickNumber();
 }
 
 // The reader of sequences passes over what is malformed.
-tag_estatus Document::loadSequence(const QString& file)
+bool Document::loadSequence(const QString& file)
 {
     const tag_estatus status = m_sequence.loadFile(file);
     const bool listsNothing =
         status == eSTATUS_EMPTY_SEQUENCE || status == eSTATUS_NO_CLICK_NUMBERS;
-    m_isSequence =
-        status == eSTATUS_SUCCESS ||
-        (listsNothing && (m_sequence.isSectionPresent(PLKeyword::Section::Sequence) ||
-                          m_sequence.isSectionPresent(PLKeyword::Section::ClickNumbers)));
-    m_title = QLatin1String("Sequence ") + m_sequence.getDatasetName();
-    return m_isSequence ? eSTATUS_SUCCESS : eSTATUS_BAD_FORMAT;
+    const bool holdsSequence = m_sequence.isSectionPresent(Section::Sequence) ||
+                               m_sequence.isSectionPresent(Section::ClickNumbers);
+    if (status != eSTATUS_SUCCESS && !(listsNothing && holdsSequence))
+        return setProblem(eSTATUS_BAD_FORMAT);
+    m_kind = FileKind::Sequence;
+    m_title = namesOf(m_kind).title + QLatin1Char(' ') + m_sequence.getDatasetName();
+    return true;
 }
 
-bool Document::loadCatalogue(const QString& file)
+bool Document::loadIndex(const QString& file)
 {
-    for (const IndexKind& kind : indexKinds) {
-        m_title = kind.title;
-        if ((m_catalogue.*kind.load)(file) == eSTATUS_SUCCESS && m_catalogue[0])
-            return true;
+    const auto* const row =
+        std::find_if(std::cbegin(indexKinds), std::cend(indexKinds), [&](const IndexKind& kind) {
+            return (m_catalogue.*kind.load)(file) == eSTATUS_SUCCESS && m_catalogue[0];
+        });
+    if (row == std::cend(indexKinds))
+        return false;
+    m_kind = row->kind;
+    m_title = namesOf(m_kind).title;
+    return true;
+}
+
+bool Document::loadSummary(const QString& file)
+{
+    if (m_catalogue.load(file) != eSTATUS_SUCCESS || !m_catalogue[0])
+        return false;
+    m_kind = FileKind::BackgroundSummary;
+    m_title = namesOf(m_kind).title;
+    return true;
+}
+
+bool Document::loadDicom()
+{
+    m_textStart = appendedText(m_bytes);
+    if (m_textStart < 0) {
+        m_problem = QStringLiteral("a DICOM file without click info");
+        return false;
     }
-    m_title = QStringLiteral("Background summary");
-    return isSummary(m_text) && m_catalogue.load(file) == eSTATUS_SUCCESS && m_catalogue[0];
+    const tag_estatus status = m_text.loadTextBuffer(decode(m_bytes.mid(m_textStart)));
+    if (status != eSTATUS_SUCCESS)
+        return setProblem(status);
+    setTextKind();
+    return true;
+}
+
+// The library puts the section's header in front of an instrument's description that has none, and
+// the lines of a filter wheel into that section.
+bool Document::loadKeyLines()
+{
+    const QString text = decode(m_bytes);
+    const QString header =
+        PLKeyword::Text::Marker + QString(Section::CameraSystemInfo) + QLatin1Char(':');
+    if (text.contains(header, Qt::CaseInsensitive))
+        return false;
+    CPLClickInfo lines;
+    if (lines.loadTextBuffer(header + QLatin1Char('\n') + text) != eSTATUS_SUCCESS)
+        return false;
+    const auto kind = kindOfKeyLines(*lines[0]);
+    if (!kind || (*kind == FileKind::FilterWheel && m_text[0]))
+        return false;
+    m_text = lines;
+    m_kind = *kind;
+    m_title = namesOf(m_kind).title;
+    m_startsWithoutHeader = true;
+    return true;
 }
 
 CPLSection* Document::section(const QString& key) const
 {
     const QList<CPLSection*> all = sections();
     for (CPLSection* const section : all) {
-        QString name;
-        section->getSectionKey(&name);
-        if (name.compare(key, Qt::CaseInsensitive) == 0)
+        if (keyOf(*section).compare(key, Qt::CaseInsensitive) == 0)
             return section;
     }
     return nullptr;
@@ -121,7 +309,44 @@ CPLSection* Document::section(const QString& key) const
 
 QList<CPLSection*> Document::sections() const
 {
-    if (isCatalogue())
+    if (isIndex() || m_kind == FileKind::BackgroundSummary)
         return allSections(m_catalogue);
-    return m_isSequence ? allSections(m_sequence) : allSections(m_text);
+    return m_kind == FileKind::Sequence ? allSections(m_sequence) : allSections(m_text);
+}
+
+QStringList Document::preamble() const
+{
+    if (m_kind == FileKind::Sequence || isIndex() || m_startsWithoutHeader)
+        return {};
+    const QByteArray data = m_text.getClickInfoData();
+    QStringList lines =
+        QString::fromLatin1(data.constData(), data.size()).split(PLKeyword::Text::LineEnd);
+    const auto isHeader = [](const QString& line) {
+        return line.startsWith(PLKeyword::Text::BareMarker);
+    };
+    const auto header = std::find_if(lines.cbegin(), lines.cend(), isHeader);
+    return header == lines.cend() ? QStringList() : lines.mid(0, int(header - lines.cbegin()));
+}
+
+QString Document::clickNumber() const
+{
+    QString number;
+    m_text.getClickNumber(&number);
+    return number;
+}
+
+std::optional<QByteArray> Document::writtenForm() const
+{
+    if (m_kind != FileKind::Sequence)
+        return isIndex() || m_startsWithoutHeader || m_textStart > 0 || m_spectral ||
+                       m_kind == FileKind::BackgroundSummary
+                   ? std::nullopt
+                   : std::optional(m_text.getClickInfoData());
+    QByteArray data;
+    for (const CPLSection* const section : sections()) {
+        QString text;
+        section->saveSectionData(text);
+        data += text.toLatin1();
+    }
+    return data + PLKeyword::Text::DocumentEnd.data();
 }

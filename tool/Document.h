@@ -5,43 +5,100 @@
 #ifndef OVINFO_DOCUMENT_H
 #define OVINFO_DOCUMENT_H
 
+#include "SpectralFile.h"
+
 #include "ParserLibrary.h"
 
 #include <QtCore/QList>
 
-/** An acquisition, a sequence, a catalogue of images, settings, menus or a label set. */
+#include <optional>
+
+/** What a file is. */
+enum class FileKind {
+    InfoText, ///< sections without a meaning of their own
+    Acquisition,
+    AnalyzedAcquisition,
+    Sequence,
+    BackgroundSummary,
+    StructureReferences,
+    FluorescentReferences,
+    Instrument,
+    InstrumentExtension,
+    FilterWheel,
+    Settings,
+    LabelSet,
+    OpticalProperties,
+    SpectralAnalysis,
+};
+
+/** A file of one of the kinds, as the library reads it. */
 class Document
 {
 public:
-    /** Loads a file; any status but eSTATUS_SUCCESS leaves the document unusable. */
-    tag_estatus load(const QString& file);
+    /** Loads a file; false leaves the document unusable and problem() says why. */
+    bool load(const QString& file);
+
+    [[nodiscard]] QString problem() const { return m_problem; }
+
+    [[nodiscard]] FileKind kind() const { return m_kind; }
+
+    /** The kind as programs know it, e.g. "structureReferences". */
+    [[nodiscard]] QString kindName() const;
 
     /** What the file is, for a heading. */
     [[nodiscard]] QString title() const { return m_title; }
 
-    [[nodiscard]] bool isSequence() const { return m_isSequence; }
-
-    /** Whether the sections are those of a catalogue: they are not the file's own ones. */
-    [[nodiscard]] bool isCatalogue() const { return m_catalogue[0] != nullptr; }
+    /** Whether the sections are made of the lines of an index of references. */
+    [[nodiscard]] bool isIndex() const;
 
     /** The section with this key, in any letter case; null when there is none. */
     [[nodiscard]] CPLSection* section(const QString& key) const;
 
-    /** Every section in order. */
+    /** Every section in order; a spectral analysis has none. */
     [[nodiscard]] QList<CPLSection*> sections() const;
 
-    /** The file as an info text; incomplete for a sequence with malformed sections. */
-    [[nodiscard]] const CPLClickInfo& text() const { return m_text; }
+    /** The lines before the first section. */
+    [[nodiscard]] QStringList preamble() const;
+
+    /** The click number; empty when there is none. */
+    [[nodiscard]] QString clickNumber() const;
+
+    /** What the file holds when it is a spectral analysis. */
+    [[nodiscard]] const std::optional<SpectralFile>& spectral() const { return m_spectral; }
+
+    /** The bytes of the file. */
+    [[nodiscard]] const QByteArray& bytes() const { return m_bytes; }
+
+    /** Where the text begins in them: behind the image in a DICOM file. */
+    [[nodiscard]] int textStart() const { return m_textStart; }
+
+    /** Whether the lines before the first header line are those of the first section. */
+    [[nodiscard]] bool startsWithoutHeader() const { return m_startsWithoutHeader; }
+
+    /** What the library would write for the sections; nothing for a kind that it does not write. */
+    [[nodiscard]] std::optional<QByteArray> writtenForm() const;
 
 private:
-    tag_estatus loadSequence(const QString& file);
-    bool loadCatalogue(const QString& file);
+    bool setProblem(tag_estatus status);
+    bool loadSpectral(const QString& file);
+    bool loadText(const QString& file);
+    bool loadSequence(const QString& file);
+    bool loadIndex(const QString& file);
+    bool loadSummary(const QString& file);
+    bool loadDicom();
+    bool loadKeyLines();
+    void setTextKind();
 
+    QByteArray m_bytes;
+    int m_textStart = 0;
     CPLClickInfo m_text;
     CPLSequenceInfo m_sequence;
     CPLBkgSummaryInfo m_catalogue;
+    std::optional<SpectralFile> m_spectral;
+    FileKind m_kind = FileKind::InfoText;
     QString m_title;
-    bool m_isSequence = false;
+    QString m_problem;
+    bool m_startsWithoutHeader = false;
 };
 
 #endif

@@ -1,4 +1,6 @@
 #include "Commands.h"
+#include "Files.h"
+#include "Json.h"
 #include "Terminal.h"
 
 #include "ParserLibrary.h"
@@ -39,11 +41,21 @@ QList<QStringList> filesOf(const QDir& folder)
     return rows;
 }
 
+QJsonObject jsonOf(const QString& path, const QList<QStringList>& rows)
+{
+    const auto preset = [](const QStringList& row) {
+        return object({{"menuName", row.at(0)}, {"file", textOrNull(row.at(1))}});
+    };
+    return withSchema("ovinfo-presets/1", {{"path", path}, {"presets", arrayOf(rows, preset)}});
+}
+
 } // namespace
 
 int presetsCommand(const QStringList& words)
 {
     QCommandLineParser parser;
+    const QCommandLineOption json = jsonOption();
+    parser.addOption(json);
     parser.setApplicationDescription(QLatin1String(
         "Prints the menu names of a settings file or of a folder of settings, with their files."));
     if (const auto done =
@@ -51,6 +63,8 @@ int presetsCommand(const QStringList& words)
         return *done;
     const QString path = QDir::cleanPath(parser.positionalArguments().at(0));
     const bool folder = QFileInfo(path).isDir();
+    if (const QString other = otherThanFile(path); !folder && !other.isEmpty())
+        return fail(path, other);
     CPLSettingsFileWrapper wrapper;
     wrapper.setLoadMode(folder ? eLOAD_FOLDER : eLOAD_FILE);
     wrapper.setFolderPath(path);
@@ -58,6 +72,10 @@ int presetsCommand(const QStringList& words)
     if (status != eSTATUS_SUCCESS)
         return fail(path, status);
     const QList<QStringList> rows = folder ? filesOf(QDir(path)) : settingsOf(wrapper);
+    if (parser.isSet(json)) {
+        print(jsonOf(path, rows));
+        return Success;
+    }
     const QList<QStringList> heading = {{QLatin1String("Menu name"), QLatin1String("File")}};
     print(counted(int(rows.size()), "preset") + QLatin1String("\n\n") + columns(heading + rows));
     return Success;

@@ -1,58 +1,117 @@
 #include "Commands.h"
 #include "Document.h"
+#include "Entries.h"
+#include "Files.h"
+#include "InfoScan.h"
 #include "Terminal.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QSet>
-
-#include <algorithm>
+#include <QtCore/QTemporaryFile>
 
 namespace {
 
-bool isSingleLine(const QString& value)
+/** What `set` is asked for. */
+struct Change
 {
-    return !value.contains(QLatin1Char('\n')) && !value.contains(QLatin1Char('\r'));
+    QString section;
+    QString key;
+    QString value;
+};
+
+/** A value as the bytes of its file; nothing when the file cannot hold it. */
+std::optional<QByteArray> encoded(const QString& value, const ValuePlace& place)
+{
+    const QByteArray bytes = place.utf8 ? value.toUtf8() : value.toLatin1();
+    const bool kept = place.utf8 || QString::fromLatin1(bytes.constData(), bytes.size()) == value;
+    return kept ? std::optional(bytes) : std::nullopt;
 }
 
-/** The characters that stand for a text in a file: Latin-1, in a sequence the bytes of UTF-8. */
-QString fileForm(const QString& text, bool sequence)
+/** The file with a value replaced. The comment stays unless the new value brings its own. */
+QByteArray withValue(QByteArray bytes, Span place, QByteArray value)
 {
-    const QByteArray bytes = sequence ? text.toUtf8() : text.toLatin1();
-    return QString::fromLatin1(bytes.constData(), bytes.size());
+    const QByteArray old = bytes.mid(place.start, place.end - place.start);
+    const int sign = old.indexOf('#');
+    if (sign >= 0 && !value.contains('#')) {
+        place = trimmed(bytes, {place.start, place.start + sign});
+        if (place.start == place.end && !value.isEmpty())
+            value += '\t';
+    }
+    if (place.start == place.end && bytes[place.start - 1] == ':')
+        value.prepend('\t');
+    return bytes.replace(place.start, place.end - place.start, value);
 }
 
-/** Whether the document holds every section of the file: of two with one key it takes the first. */
-bool holdsEverySection(const CPLClickInfo& document, const QString& file)
+/** The entries that are to be read once the change is made. */
+QList<Entry> changedEntries(const CPLSection& section, const Change& change)
 {
-    int sections = 0;
-    document.getSectionCount(&sections);
-    QFile input(file);
-    if (!input.open(QIODevice::ReadOnly))
+    const CommentedText value = withoutComment(change.value);
+    QList<Entry> entries = entriesOf(section);
+    for (Entry& entry : entries) {
+        if (!entry.isPair() || entry.key.toLower() != change.key.toLower())
+            continue;
+        entry.value = value.text;
+        if (!value.comment.isEmpty())
+            entry.comment = value.comment;
+    }
+    return entries;
+}
+
+bool haveOneHead(const CPLSection& a, const CPLSection& b)
+{
+    QString names[2];
+    a.getSectionName(&names[0], true);
+    b.getSectionName(&names[1], true);
+    return keyOf(a) == keyOf(b) && names[0] == names[1];
+}
+
+/** Whether a document differs from an earlier one by a change, and by nothing else. */
+bool isChangedOnly(const Document& before, const Document& after, const Change& change)
+{
+    const QList<CPLSection*> old = before.sections();
+    const QList<CPLSection*> now = after.sections();
+    if (before.kind() != after.kind() || before.title() != after.title() ||
+        before.preamble() != after.preamble() || old.size() != now.size())
         return false;
-    const QList<QByteArray> lines = input.readAll().replace('\r', '\n').split('\n');
-    const auto headers = std::count_if(lines.cbegin(), lines.cend(), [](const QByteArray& line) {
-        return line.trimmed().startsWith(PLKeyword::Text::BareMarker.data());
-    });
-    return headers == sections;
-}
-
-/**
- * Whether every line of the sections is written back with its own value: of repeated keys the last
- * value is written, and a key like that of a comment gives a bare value.
- */
-bool keepsEveryLine(const CPLClickInfo& document)
-{
-    for (int i = 0; const CPLSection* const section = document[i]; ++i) {
-        QStringList keys;
-        section->getKeyList(&keys);
-        QSet<QString> distinct;
-        for (const QString& key : qAsConst(keys))
-            distinct.insert(key.toLower());
-        const QStringList bare = keys.filter(PLKeyword::Text::CommentKey, Qt::CaseInsensitive);
-        if (!bare.isEmpty() || distinct.size() != keys.size())
+    const CPLSection* const changed = before.section(change.section);
+    for (int i = 0; i < old.size(); ++i) {
+        const CPLSection& section = *old.at(i);
+        const QList<Entry> expected =
+            &section == changed ? changedEntries(section, change) : entriesOf(section);
+        if (!haveOneHead(section, *now.at(i)) || expected != entriesOf(*now.at(i)))
             return false;
     }
     return true;
+}
+
+/** Reads bytes as the library will read them once they are in the file. */
+bool loadBytes(const QByteArray& bytes, Document* document)
+{
+    QTemporaryFile file;
+    return file.open() && file.write(bytes) == bytes.size() && file.flush() &&
+           document->load(file.fileName());
+}
+
+ExitCode change(const QString& file, const Change& change)
+{
+    Document document;
+    if (!document.load(file))
+        return fail(file, document.problem());
+    const CPLSection* const section = document.section(change.section);
+    if (!section)
+        return fail(change.section, eSTATUS_SECTION_NOT_FOUND);
+    const auto place = findValue(document, change.section, change.key);
+    if (!place || !section->isKeyPresent(change.key))
+        return fail(change.key, eSTATUS_KEY_NOT_FOUND);
+    const auto value = encoded(change.value, *place);
+    if (!value)
+        return fail(WrongUsage,
+                    QLatin1String("the value has characters that the file cannot hold"));
+    const QByteArray bytes = withValue(document.bytes(), place->span, *value);
+    Document changed;
+    if (!loadBytes(bytes, &changed) || !isChangedOnly(document, changed, change))
+        return fail(file, QLatin1String("would not read back with that value alone changed; not "
+                                        "changed"));
+    const QString problem = rewriteFile(file, document.bytes(), bytes);
+    return problem.isEmpty() ? Success : fail(file, problem);
 }
 
 } // namespace
@@ -60,42 +119,15 @@ bool keepsEveryLine(const CPLClickInfo& document)
 int setCommand(const QStringList& words)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QLatin1String("Changes one value of a file in place. The key must be there already; its "
-                      "comment stays unless VALUE brings one."));
+    parser.setApplicationDescription(QLatin1String(
+        "Changes one value of a file in place; every other byte stays. The key must be there "
+        "already; its comment stays unless VALUE brings one ('12.5 # cm')."));
     if (const auto done =
             parse(parser, QLatin1String("set"), QLatin1String("FILE SECTION KEY VALUE"), words))
         return *done;
     const QStringList arguments = parser.positionalArguments();
-    const QString& file = arguments.at(0);
-    const QString& value = arguments.at(3);
-    if (!isSingleLine(value))
+    const QString value = trimmed(arguments.at(3));
+    if (value.contains(QLatin1Char('\n')) || value.contains(QLatin1Char('\r')))
         return fail(WrongUsage, QLatin1String("a value is a single line"));
-    Document document;
-    tag_estatus status = document.load(file);
-    if (status != eSTATUS_SUCCESS)
-        return fail(file, status);
-    if (document.isCatalogue())
-        return fail(BadFile, file + QLatin1String(": a catalogue; not changed"));
-    const bool sequence = document.isSequence();
-    if (!sequence && fileForm(value, false) != value)
-        return fail(WrongUsage,
-                    QLatin1String("the value has characters that the file cannot hold"));
-    if (sequence && value.contains(PLKeyword::Text::Marker))
-        return fail(WrongUsage, QLatin1String("the value would begin a new section"));
-    // The text of a sequence keeps more of its file than the sequence does.
-    CPLClickInfo text;
-    status = text.loadClickInfo(file, false);
-    if (status != eSTATUS_SUCCESS)
-        return fail(file, status);
-    if (!holdsEverySection(text, file))
-        return fail(BadFile, file + QLatin1String(": a section occurs twice; not changed"));
-    if (!keepsEveryLine(text))
-        return fail(BadFile, file + QLatin1String(": a key occurs twice; not changed"));
-    status = text.setValue(fileForm(arguments.at(1), sequence), fileForm(arguments.at(2), sequence),
-                           fileForm(value, sequence));
-    if (status != eSTATUS_SUCCESS)
-        return fail(arguments.at(1) + QLatin1String(", ") + arguments.at(2), status);
-    status = text.saveClickInfo(file);
-    return status == eSTATUS_SUCCESS ? Success : fail(file, status);
+    return change(arguments.at(0), {arguments.at(1), arguments.at(2), value});
 }

@@ -1,73 +1,87 @@
 #include "Commands.h"
 #include "Document.h"
+#include "Entries.h"
+#include "Json.h"
+#include "SpectralJson.h"
+#include "SpectralText.h"
 #include "Terminal.h"
-
-#include <algorithm>
 
 namespace {
 
-/** The lines of a section behind its header line: pairs as two cells, comments as one. */
-QList<QStringList> entriesOf(const CPLSection& section)
+QString withComment(const QString& text, const QString& comment)
 {
-    QString text;
-    section.saveSectionData(text);
-    QStringList lines = text.split(PLKeyword::Text::LineEnd);
-    // The last value of a reference keeps the line end of its file.
-    lines.replaceInStrings(QStringLiteral("\n"), QString());
-    // The header line comes first; the empty line behind a section leaves two empty parts.
-    lines = lines.mid(1, lines.size() - 3);
-    QList<QStringList> entries;
-    for (const QString& line : lines) {
-        const auto colon = line.indexOf(QLatin1String(":\t"));
-        if (colon < 0 || line.startsWith(QLatin1Char('#')))
-            entries.append({line});
-        else
-            entries.append({line.left(colon), line.mid(colon + 2)});
-    }
-    return entries;
+    if (comment.isEmpty())
+        return text;
+    return text.isEmpty() ? comment : text + QLatin1String("  ") + comment;
 }
 
 QString headingOf(const CPLSection& section)
 {
-    QString key;
-    QString name;
-    section.getSectionKey(&key);
-    section.getSectionName(&name, true);
-    name.remove(QLatin1Char('\n'));
-    const QString heading = QLatin1Char('[') + key + QLatin1Char(']');
-    return name.isEmpty() ? heading : heading + QLatin1Char(' ') + name;
+    const CommentedText name = nameOf(section);
+    const QString text = withComment(name.text, name.comment);
+    const QString heading = QLatin1Char('[') + keyOf(section) + QLatin1Char(']');
+    return text.isEmpty() ? heading : heading + QLatin1Char(' ') + text;
+}
+
+QString lineOf(const Entry& entry, int width)
+{
+    const QString value = withComment(entry.value, entry.comment);
+    if (!entry.isPair())
+        return value.isEmpty() ? value : QLatin1String("  ") + value;
+    const QString line = QLatin1String("  ") + entry.key;
+    return value.isEmpty() ? line : line.leftJustified(width + 4) + value;
 }
 
 QString sectionText(const CPLSection& section)
 {
-    const QList<QStringList> entries = entriesOf(section);
+    const QList<Entry> entries = entriesOf(section);
     int width = 0;
-    for (const QStringList& entry : entries)
-        width = entry.size() > 1 ? qMax(width, int(entry.at(0).size())) : width;
+    for (const Entry& entry : entries)
+        width = qMax(width, int(entry.key.size()));
     QString text = headingOf(section) + QLatin1Char('\n');
-    for (const QStringList& entry : entries) {
-        QString line = QLatin1String("  ") + entry.at(0);
-        if (entry.size() > 1 && !entry.at(1).isEmpty())
-            line = line.leftJustified(width + 4) + entry.at(1);
-        text += (entry.at(0).isEmpty() ? QString() : line) + QLatin1Char('\n');
-    }
+    for (const Entry& entry : entries)
+        text += lineOf(entry, width) + QLatin1Char('\n');
     return text.replace(QLatin1Char('\t'), QLatin1String("  "));
 }
 
-/** The lines before the first section. */
-QString preambleOf(const CPLClickInfo& document)
+QString textOf(const Document& document)
 {
-    const QByteArray data = document.getClickInfoData();
-    const QStringList lines =
-        QString::fromLatin1(data.constData(), data.size()).split(PLKeyword::Text::LineEnd);
-    const auto isHeader = [](const QString& line) {
-        return line.trimmed().startsWith(PLKeyword::Text::BareMarker);
-    };
-    const auto header = std::find_if(lines.cbegin(), lines.cend(), isHeader) - lines.cbegin();
-    QString text;
-    for (const QString& line : lines.mid(0, int(header)))
+    const QList<CPLSection*> sections = document.sections();
+    QString text = document.title() + QLatin1String(", ") +
+                   counted(int(sections.size()), "section") + QLatin1Char('\n');
+    const QStringList preamble = document.preamble();
+    for (const QString& line : preamble)
         text += line + QLatin1Char('\n');
+    for (const CPLSection* const section : sections)
+        text += QLatin1Char('\n') + sectionText(*section);
     return text;
+}
+
+QJsonObject entryJson(const Entry& entry)
+{
+    if (!entry.isPair())
+        return object({{"comment", entry.comment}});
+    return object(
+        {{"key", entry.key}, {"value", entry.value}, {"comment", textOrNull(entry.comment)}});
+}
+
+QJsonObject sectionJson(const CPLSection* section)
+{
+    const CommentedText name = nameOf(*section);
+    return object({{"key", keyOf(*section)},
+                   {"name", name.text},
+                   {"comment", textOrNull(name.comment)},
+                   {"entries", arrayOf(entriesOf(*section), entryJson)}});
+}
+
+QJsonObject jsonOf(const QString& file, const Document& document)
+{
+    return withSchema("ovinfo-show/1",
+                      {{"file", file},
+                       {"kind", document.kindName()},
+                       {"clickNumber", textOrNull(document.clickNumber())},
+                       {"preamble", QJsonArray::fromStringList(document.preamble())},
+                       {"sections", arrayOf(document.sections(), sectionJson)}});
 }
 
 } // namespace
@@ -75,22 +89,25 @@ QString preambleOf(const CPLClickInfo& document)
 int showCommand(const QStringList& words)
 {
     QCommandLineParser parser;
+    const QCommandLineOption json = jsonOption();
+    parser.addOption(json);
     parser.setApplicationDescription(
-        QLatin1String("Prints a file: its sections with their names, keys, values and comments."));
+        QLatin1String("Prints a file of any kind: its sections with their names, keys, values and "
+                      "comments, or the tables of a spectral analysis."));
     if (const auto done = parse(parser, QLatin1String("show"), QLatin1String("FILE"), words))
         return *done;
     const QString file = parser.positionalArguments().at(0);
     Document document;
-    const tag_estatus status = document.load(file);
-    if (status != eSTATUS_SUCCESS)
-        return fail(file, status);
-    const QList<CPLSection*> sections = document.sections();
-    QString text = document.title() + QLatin1String(", ") +
-                   counted(int(sections.size()), "section") + QLatin1Char('\n');
-    if (!document.isSequence())
-        text += preambleOf(document.text());
-    for (const CPLSection* const section : sections)
-        text += QLatin1Char('\n') + sectionText(*section);
-    print(text);
+    if (!document.load(file))
+        return fail(file, document.problem());
+    const bool asJson = parser.isSet(json);
+    if (document.spectral() && asJson)
+        print(spectralJson(file, *document.spectral()));
+    else if (document.spectral())
+        print(spectralText(*document.spectral()));
+    else if (asJson)
+        print(jsonOf(file, document));
+    else
+        print(textOf(document));
     return Success;
 }

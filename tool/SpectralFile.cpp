@@ -1,5 +1,7 @@
 #include "SpectralFile.h"
 
+#include "Files.h"
+
 #include <QtCore/QHash>
 
 #include <variant>
@@ -223,6 +225,9 @@ std::optional<LinearFit> linearFitOf(CPLSpectralWrapper& file)
 // time in proportion to their square. Those are read from the document itself.
 std::optional<SpectralFile> readSpectralFile(const QString& path, QString* problem)
 {
+    *problem = otherThanFile(path);
+    if (!problem->isEmpty())
+        return std::nullopt;
     CPLSpectralWrapper file;
     CPLXMLReader reader;
     if (!file.loadXMLFile(path) ||

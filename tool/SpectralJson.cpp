@@ -1,34 +1,23 @@
 #include "SpectralJson.h"
 
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
-
-#include <initializer_list>
-#include <utility>
+#include "Json.h"
 
 namespace {
 
-QJsonObject object(std::initializer_list<std::pair<const char*, QJsonValue>> members)
-{
-    QJsonObject object;
-    for (const auto& [name, value] : members)
-        object.insert(QLatin1String(name), value);
-    return object;
-}
+namespace Spectral = PLKeyword::Spectral;
 
-template <typename Record>
-QJsonArray arrayOf(const QList<Record>& records, QJsonObject (*objectOf)(const Record&))
+/** The number before the unit of a wavelength such as "560nm"; null for a text such as "Open". */
+QJsonValue nanometresOf(QString wavelength)
 {
-    QJsonArray array;
-    for (const Record& record : records)
-        array.append(objectOf(record));
-    return array;
+    const QString text = wavelength.trimmed();
+    const bool unit = text.endsWith(Spectral::WavelengthUnit, Qt::CaseInsensitive);
+    return numberOf(unit ? text.chopped(Spectral::WavelengthUnit.size()) : text);
 }
 
 QJsonObject filterOf(const _tagSClickROIInformation& click)
 {
     return object({{"centralWavelength", click.centralWavelength},
+                   {"centralWavelengthNm", nanometresOf(click.centralWavelength)},
                    {"bandWidth", click.bandWidth},
                    {"avgTransmission", click.avgTransmission}});
 }
@@ -48,25 +37,26 @@ QJsonObject roiOf(const _tagSClickROIInformation& click)
                    {"pixels", click.roiPixels}});
 }
 
-QJsonObject jsonOf(const _tagSClickROIInformation& click)
+QJsonObject clickJson(const _tagSClickROIInformation& click)
 {
     return object({{"clickNumber", click.clickNumber},
                    {"imageWavelength", click.imageWavelength},
+                   {"imageWavelengthNm", nanometresOf(click.imageWavelength)},
                    {"filter", filterOf(click)},
                    {"roi", roiOf(click)}});
 }
 
-QJsonObject jsonOf(const SpectralAnalysis& analysis)
+QJsonObject analysisJson(const SpectralAnalysis& analysis)
 {
     return object({{"sequenceId", analysis.sequenceId},
                    {"activeImage", analysis.activeImage},
                    {"tissueProperty", analysis.tissue},
                    {"sourceModel", analysis.sourceModel},
-                   {"indexOfRefraction", analysis.refraction},
-                   {"acquisitions", arrayOf(analysis.clicks, jsonOf)}});
+                   {"indexOfRefraction", numberOf(analysis.refraction)},
+                   {"acquisitions", arrayOf(analysis.clicks, clickJson)}});
 }
 
-QJsonObject jsonOf(const _tagSROISpectralResults& result)
+QJsonObject resultJson(const _tagSROISpectralResults& result)
 {
     return object({{"roi", result.roi},
                    {"totalFlux", result.totalFlux},
@@ -75,12 +65,12 @@ QJsonObject jsonOf(const _tagSROISpectralResults& result)
                    {"depthStdDev", result.depthStdDev}});
 }
 
-QJsonObject jsonOf(const SPlotResults& value)
+QJsonObject plotJson(const SPlotResults& value)
 {
     return object({{"wavelength", value.waveLength}, {"intensity", value.intensity}});
 }
 
-QJsonObject jsonOf(const SFitResults& value)
+QJsonObject fitJson(const SFitResults& value)
 {
     return object({{"intensity", value.intensity},
                    {"attenuation", value.attenuation},
@@ -89,23 +79,23 @@ QJsonObject jsonOf(const SFitResults& value)
                    {"verticalError", value.verticalError}});
 }
 
-QJsonObject jsonOf(const SpectralCurve& curve)
+QJsonObject curveJson(const SpectralCurve& curve)
 {
     return object({{"label", curve.label},
-                   {"plot", arrayOf(curve.plot, jsonOf)},
-                   {"fit", arrayOf(curve.fit, jsonOf)}});
+                   {"plot", arrayOf(curve.plot, plotJson)},
+                   {"fit", arrayOf(curve.fit, fitJson)}});
 }
 
 } // namespace
 
-QString spectralJson(const SpectralFile& file)
+QJsonObject spectralJson(const QString& path, const SpectralFile& file)
 {
     QJsonValue linearFit;
     if (file.linearFit)
         linearFit = object({{"a", file.linearFit->a}, {"b", file.linearFit->b}});
-    const QJsonObject all = object({{"analyses", arrayOf(file.analyses, jsonOf)},
-                                    {"results", arrayOf(file.results, jsonOf)},
-                                    {"regionsOfInterest", arrayOf(file.curves, jsonOf)},
-                                    {"linearFit", linearFit}});
-    return QString::fromUtf8(QJsonDocument(all).toJson());
+    return withSchema("ovinfo-spectral/1", {{"file", path},
+                                            {"analyses", arrayOf(file.analyses, analysisJson)},
+                                            {"results", arrayOf(file.results, resultJson)},
+                                            {"regionsOfInterest", arrayOf(file.curves, curveJson)},
+                                            {"linearFit", linearFit}});
 }

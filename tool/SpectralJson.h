@@ -7,7 +7,9 @@
 
 #include "SpectralFile.h"
 
-/** The whole file as one indented object that ends in a line feed. */
-QString spectralJson(const SpectralFile& file);
+#include <QtCore/QJsonObject>
+
+/** The whole file; its path is one of the members. */
+QJsonObject spectralJson(const QString& path, const SpectralFile& file);
 
 #endif

@@ -17,9 +17,14 @@ ExitCode fail(ExitCode code, const QString& message)
     return code;
 }
 
+ExitCode fail(const QString& file, const QString& problem)
+{
+    return fail(BadFile, file + QLatin1String(": ") + problem);
+}
+
 ExitCode fail(const QString& file, tag_estatus status)
 {
-    return fail(BadFile, file + QLatin1String(": ") + getStatusString(status));
+    return fail(file, getStatusString(status));
 }
 
 std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
@@ -29,7 +34,9 @@ std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
     const QStringList names = arguments.split(QLatin1Char(' '));
     for (const QString& name : names)
         parser.addPositionalArgument(name, QString());
-    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Prints this help."));
+    parser.addOption(help);
     const QString usage = QLatin1String("; see 'ovinfo ") + verb + QLatin1String(" --help'");
     // The parser takes its first word for the name of a program.
     if (!parser.parse(QStringList(verb) + words))
@@ -39,14 +46,27 @@ std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
         print(parser.helpText().section(QLatin1String("\nArguments:"), 0, 0));
         return Success;
     }
-    if (parser.positionalArguments().size() != names.size())
+    const auto given = parser.positionalArguments().size();
+    const bool optional = arguments.endsWith(QLatin1Char(']'));
+    const bool several = optional || arguments.endsWith(QLatin1String("..."));
+    if (given < names.size() - (optional ? 1 : 0) || (given > names.size() && !several))
         return fail(WrongUsage, verb + QLatin1String(" takes ") + arguments + usage);
     return std::nullopt;
 }
 
+QCommandLineOption flag(const char* name, const char* description)
+{
+    return {QLatin1String(name), QLatin1String(description)};
+}
+
+QCommandLineOption option(const char* name, const char* value, const char* description)
+{
+    return {QLatin1String(name), QLatin1String(description), QLatin1String(value)};
+}
+
 QCommandLineOption jsonOption()
 {
-    return {QStringLiteral("json"), QStringLiteral("Prints JSON instead of text.")};
+    return flag("json", "Prints JSON instead of text.");
 }
 
 void print(const QJsonObject& object)

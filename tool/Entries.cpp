@@ -1,0 +1,58 @@
+#include "Entries.h"
+
+#include "PLKeywords.h"
+
+#include <algorithm>
+
+QString trimmed(const QString& text)
+{
+    const auto isSpace = [](QChar c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); };
+    const auto* const first = std::find_if_not(text.cbegin(), text.cend(), isSpace);
+    const auto* const last = std::find_if_not(text.crbegin(), text.crend(), isSpace).base();
+    return first < last ? text.mid(int(first - text.cbegin()), int(last - first)) : QString();
+}
+
+CommentedText withoutComment(const QString& raw)
+{
+    const auto sign = raw.indexOf(QLatin1Char('#'));
+    if (sign < 0)
+        return {raw, QString()};
+    return {trimmed(raw.left(sign)), raw.mid(sign)};
+}
+
+QString keyOf(const CPLSection& section)
+{
+    QString key;
+    section.getSectionKey(&key);
+    return key;
+}
+
+// The last value of a reference keeps the line end of its file, and so does a name made of it.
+CommentedText nameOf(const CPLSection& section)
+{
+    QString name;
+    section.getSectionName(&name, true);
+    return withoutComment(name.remove(QLatin1Char('\n')));
+}
+
+QList<Entry> entriesOf(const CPLSection& section)
+{
+    QString text;
+    section.saveSectionData(text);
+    QStringList lines = text.split(PLKeyword::Text::LineEnd);
+    lines.replaceInStrings(QStringLiteral("\n"), QString());
+    // The header line comes first; the empty line behind a section leaves two empty parts.
+    lines = lines.mid(1, lines.size() - 3);
+    QList<Entry> entries;
+    for (const QString& line : qAsConst(lines)) {
+        const auto colon = line.indexOf(PLKeyword::Text::KeyEnd);
+        if (colon < 0 || line.startsWith(QLatin1Char('#'))) {
+            entries.append({QString(), QString(), line});
+            continue;
+        }
+        const CommentedText value =
+            withoutComment(line.mid(colon + PLKeyword::Text::KeyEnd.size()));
+        entries.append({line.left(colon), value.text, value.comment});
+    }
+    return entries;
+}

@@ -1,0 +1,47 @@
+/**
+ * @file
+ * The entries of a section, comments kept apart from values.
+ */
+#ifndef OVINFO_ENTRIES_H
+#define OVINFO_ENTRIES_H
+
+#include "PLSection.h"
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+/** A text without white space of ASCII at both ends, which is all that the library cuts off. */
+QString trimmed(const QString& text);
+
+/** A text without its comment, and the comment from its '#' on; empty when there is none. */
+struct CommentedText
+{
+    QString text;
+    QString comment;
+};
+
+CommentedText withoutComment(const QString& raw);
+
+/** A pair, or a comment line: then the key is null and the value empty. */
+struct Entry
+{
+    QString key;
+    QString value;
+    QString comment;
+
+    [[nodiscard]] bool isPair() const { return !key.isNull(); }
+};
+
+inline bool operator==(const Entry& a, const Entry& b)
+{
+    return a.key == b.key && a.value == b.value && a.comment == b.comment;
+}
+
+/** The entries in order; blank lines are comments without text. */
+QList<Entry> entriesOf(const CPLSection& section);
+
+/** The section's key and name, the name without its comment. */
+QString keyOf(const CPLSection& section);
+CommentedText nameOf(const CPLSection& section);
+
+#endif

@@ -1,0 +1,31 @@
+/**
+ * @file
+ * Whole files, in and out.
+ */
+#ifndef OVINFO_FILES_H
+#define OVINFO_FILES_H
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+/** What a path names instead of a file: a folder, pipe or device; empty for a file or nothing. */
+QString otherThanFile(const QString& path);
+
+/**
+ * Reads a file as a whole.
+ *
+ * @param problem  receives what is wrong: there is no such file, it is something else, cannot be
+ *                 read, or is larger than the library takes
+ */
+std::optional<QByteArray> readFile(const QString& path, QString* problem);
+
+/**
+ * Replaces what a file holds, in place. When a write fails, the old bytes are put back.
+ *
+ * @return what went wrong; empty on success
+ */
+QString rewriteFile(const QString& path, const QByteArray& old, const QByteArray& bytes);
+
+#endif

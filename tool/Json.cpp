@@ -1,0 +1,30 @@
+#include "Json.h"
+
+#include <cmath>
+
+QJsonObject object(JsonMembers members)
+{
+    QJsonObject object;
+    for (const auto& [name, value] : members)
+        object.insert(QLatin1String(name), value);
+    return object;
+}
+
+QJsonObject withSchema(const char* schema, JsonMembers members)
+{
+    QJsonObject result = object(members);
+    result.insert(QLatin1String("schema"), QLatin1String(schema));
+    return result;
+}
+
+QJsonValue numberOf(const QString& text)
+{
+    bool spelled = false;
+    const double number = text.toDouble(&spelled);
+    return spelled && std::isfinite(number) ? QJsonValue(number) : QJsonValue();
+}
+
+QJsonValue textOrNull(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
