@@ -1,6 +1,9 @@
 #include "support/Support.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 
 #include <clocale>
@@ -178,6 +181,84 @@ private Q_SLOTS:
         QCOMPARE(answer.output, ""_s);
         QCOMPARE(answer.error.isEmpty(), answer.code == 0);
         QTEST(support::readFile(path), "written");
+    }
+
+    void checksAFile_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("findings");
+        const auto row = [](const char* name, const QByteArray& file, const char* findings) {
+            support::row(name, file, QString::fromLatin1(findings));
+        };
+        row("written form", "p\r\n*** A:\tn # c\r\nk:\tv\r\n# x: y\r\n\r\n\r\n\r\n", "");
+        row("other layout", "p\r\n*** A: n\r\n", "2 not-in-written-form");
+        row("lines", "*** A: n\rk: v\rnote\rn # s: m\r: e\rK: w\rcommentline 1: x",
+            "1 not-in-written-form,3 line-without-colon,4 key-commented,5 key-missing,6 key-twice,7 key-reserved");
+        row("section twice", "*** A:\t\r\nk:\t1\r\n\r\n*** a: 2\r\n", "4 section-twice,4 not-in-written-form");
+        row("header without colon", "*** A: n\n*** b\n*** A: n\n", "2 header-without-colon");
+        row("header commented", "*** A # b: n\n", "1 header-commented");
+        row("colon before the mark", "***: *** n\n", "1 header-colon-before-mark");
+        row("header without key", "*** A: n\n*** : n\n", "2 header-without-key");
+        row("click number alone", "*** ClickNumber: A\n*** B:\n", "1 click-number-alone");
+        row("no click number", "*** ClickNumber:\t\r\nk:\tv\r\n\r\n\r\n\r\n", "1 click-number-missing");
+        row("click number prefixed", "*** ClickNumber:\t7\r\nk:\tv\r\n\r\n\r\n\r\n", "1 click-number-prefixed");
+        row("byte order mark", "\xEF\xBB\xBF*** A: n\n*** B: n\n", "1 byte-order-mark,1 not-in-written-form");
+        row("UTF-8", "*** A:\t\xC3\xA9\r\n\r\n\r\n\r\n", "1 looks-like-utf8");
+        row("nothing", "", "0 no-section");
+        row("sequence", "pre\n*** Sequence: S # c\nk: \xE2\x82\xAC\nx *** B: v\n*** ClickNumbers:\n1: A\n*** *** \n",
+            "1 text-before-first-section,1 not-in-written-form,2 name-comment,3 character-not-written,"
+            "4 line-without-colon,4 mark-in-line,7 mark-without-colon");
+        row("no click numbers", "*** Sequence:\tS\r\n\r\n\r\n\r\n", "0 no-click-numbers");
+        row("spanning key", "*** Sequence:\r\n\r\n*** ClickNumbers:\r\n1:\tA\r\n\r\n*** C *** D:\tx\r\n",
+            "1 not-in-written-form,6 colon-behind-next-mark,6 header-without-line-end,6 line-without-colon,6 "
+            "mark-in-line");
+        row("index", "*** Structure reference:A;x\n*** y:z\nend\n",
+            "1 piece-without-colon,2 reference-without-name,3 line-without-mark");
+        row("no XML", "<a>\n</b>", "2 malformed-xml");
+    }
+
+    void checksAFile()
+    {
+        QFETCH(QByteArray, file);
+        const QString path = m_folder.filePath("file.txt"_s);
+        support::writeFile(path, file);
+        const Answer answer = run({"check"_s, "--json"_s, path});
+        const QJsonObject checked = QJsonDocument::fromJson(answer.output.toUtf8())["files"_s][0].toObject();
+        QStringList found;
+        const QJsonArray findings = checked["findings"_s].toArray();
+        for (const QJsonValue& finding : findings)
+            found += QString::number(finding["line"_s].toInt()) + u' ' + finding["code"_s].toString();
+        QTEST(found.join(u','), "findings");
+        QCOMPARE(answer.code, checked["problems"_s].toInt() > 0 ? 1 : 0);
+    }
+
+    void comparesFiles()
+    {
+        const QString one = m_folder.filePath("one.txt"_s);
+        const QString two = m_folder.filePath("two.txt"_s);
+        support::writeFile(one, "*** A: n\r\nk: v\r\nx: 1\r\n\r\n# c\r\n*** B:\r\n");
+        support::writeFile(two, "*** b:\n*** a:\tn\n# c\nX: 1\nK:\tv\n");
+        QCOMPARE(run({"diff"_s, one, two}).code, 0);
+        support::writeFile(two, "*** A: m\nk: v # c\nx: 1\n# c\n*** C:\ny: 2\n");
+        const Answer answer = run({"diff"_s, one, two});
+        QCOMPARE(answer.code, 1);
+        QCOMPARE(answer.output, "[A]\n< n\n> m\n[A] k\n< v\n> v  # c\n[B]\n<\n[C]\n>\n[C] y\n> 2\n"_s);
+        QCOMPARE(run({"diff"_s, one, m_folder.filePath("absent"_s)}).code, 2);
+    }
+
+    void makesClickInfo()
+    {
+        const QString image = m_folder.filePath("a.TIF"_s);
+        support::writeFile(image, "");
+        const QStringList words = {"new"_s,       "--user"_s,    "ABC"_s, "--type"_s,
+                                   "structure"_s, "--binning"_s, "4"_s,   image};
+        QCOMPARE(run(words).code, 0);
+        const QString file = m_folder.filePath("ClickInfo.txt"_s);
+        QCOMPARE(run({"get"_s, file, "structure image"_s, "Binning Factor"_s}).output, "4\n"_s);
+        QCOMPARE(run({"check"_s, file}).code, 0);
+        QCOMPARE(run(words).code, 1);
+        QCOMPARE(run(words + QStringList{"--force"_s}).code, 0);
+        QCOMPARE(run({"new"_s, "--user"_s, "1"_s, image}).code, 2);
     }
 
     void goesOnPastABrokenAcquisition()

@@ -8,7 +8,10 @@
 #include <QtCore/QStringList>
 
 int cameraCommand(const QStringList& words);
+int checkCommand(const QStringList& words);
+int diffCommand(const QStringList& words);
 int getCommand(const QStringList& words);
+int newCommand(const QStringList& words);
 int presetsCommand(const QStringList& words);
 int setCommand(const QStringList& words);
 int showCommand(const QStringList& words);

@@ -1,0 +1,452 @@
+#include "Check.h"
+
+#include "Document.h"
+#include "Files.h"
+#include "InfoScan.h"
+
+#include <QtCore/QHash>
+
+#include <algorithm>
+
+namespace {
+
+namespace Key = PLKeyword::Key;
+namespace Section = PLKeyword::Section;
+namespace Text = PLKeyword::Text;
+
+/** What a header line without a key means. */
+struct FaultText
+{
+    HeaderFault fault = HeaderFault::None;
+    const char* code = "";
+    const char* message = "";
+};
+
+constexpr FaultText textFaults[] = {
+    {HeaderFault::NoColon, "header-without-colon", "a header without ':'"},
+    {HeaderFault::CommentedColon, "header-commented", "a header with a '#' before its ':'"},
+    {HeaderFault::ColonBeforeMark, "header-colon-before-mark",
+     "a header whose ':' stands before its mark"},
+    {HeaderFault::EmptyKey, "header-without-key", "a header without a section key"},
+};
+
+constexpr FaultText sequenceFaults[] = {
+    {HeaderFault::NoColon, "mark-without-colon",
+     "no ':' follows this mark; reading ends here, the rest of the file is not read"},
+    {HeaderFault::CommentedColon, "header-commented",
+     "a '#' stands before the ':' of the header; the section has no name"},
+    {HeaderFault::EmptyKey, "header-without-key",
+     "a header without a section key; the section is passed over"},
+    {HeaderFault::TooFar, "colon-too-far",
+     "the ':' of this mark stands far behind the next mark; the section is passed over"},
+    {HeaderFault::Spans, "colon-behind-next-mark",
+     "the ':' of this mark stands behind the next mark; the section key holds that mark"},
+};
+
+template <std::size_t N>
+const FaultText* faultText(const FaultText (&rows)[N], HeaderFault fault)
+{
+    const auto* const row = std::find_if(std::begin(rows), std::end(rows),
+                                         [&](const FaultText& r) { return r.fault == fault; });
+    return row == std::end(rows) ? nullptr : row;
+}
+
+QString quoted(const QString& text)
+{
+    constexpr int longest = 60;
+    const bool cut = text.size() > longest;
+    return QLatin1Char('\'') + (cut ? text.left(longest) + QLatin1String("...") : text) +
+           QLatin1Char('\'');
+}
+
+/** Where a key or section key stood first. */
+using Places = QHash<QString, int>;
+
+class Checker
+{
+public:
+    Checker(const QByteArray& bytes, CheckedFile* result)
+        : m_bytes(bytes)
+        , m_result(*result)
+    {}
+
+    void checkText(const Document& document, bool loads);
+    void checkSequence(const Document& document);
+    void checkIndex(const Document& document);
+    void checkWrittenForm(const QByteArray& written);
+    void problem(int line, const char* code, const QString& message);
+    void note(int line, const char* code, const QString& message);
+
+private:
+    void checkEncoding(const Document& document);
+    bool checkHeader(const InfoBlock& block, bool catalogue);
+    bool checkClickNumber(const InfoBlock& block);
+    bool checkBlock(const InfoBlock& block, bool catalogue, Places* sections);
+    void checkChunk(const InfoBlock& block, Places* sections);
+    void checkLines(const InfoBlock& block);
+    void checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut, Places* keys);
+    void checkCharacters(const InfoBlock& block);
+    void checkPieces(const InfoLine& line, const QString& name);
+
+    const QByteArray& m_bytes;
+    CheckedFile& m_result;
+    bool m_hasClickNumber = false;
+};
+
+void Checker::problem(int line, const char* code, const QString& message)
+{
+    m_result.findings.push_back({line, true, code, message});
+}
+
+void Checker::note(int line, const char* code, const QString& message)
+{
+    m_result.findings.push_back({line, false, code, message});
+}
+
+/** Whether something stands in the lines. */
+bool hasText(const QByteArray& bytes, const InfoLines& lines)
+{
+    return std::any_of(lines.begin(), lines.end(),
+                       [&](const InfoLine& line) { return !textOf(bytes, line.span).isEmpty(); });
+}
+
+void Checker::checkEncoding(const Document& document)
+{
+    if (m_bytes.startsWith("\xFF\xFE") || m_bytes.startsWith("\xFE\xFF"))
+        problem(1, "utf16",
+                QStringLiteral("UTF-16 text; the library reads one byte as one "
+                               "character and finds no section"));
+    if (m_bytes.startsWith("\xEF\xBB\xBF"))
+        problem(1, "byte-order-mark",
+                QStringLiteral("a byte order mark; the library takes the first line for text "
+                               "before the first section"));
+    const auto isAscii = [](char c) { return c >= 0; };
+    const auto* const other = std::find_if_not(m_bytes.begin(), m_bytes.end(), isAscii);
+    if (document.textStart() > 0 || other == m_bytes.end() ||
+        QString::fromUtf8(m_bytes.constData(), m_bytes.size()).toUtf8() != m_bytes)
+        return;
+    const InfoLines before = linesOf(m_bytes, {0, int(other - m_bytes.begin())}, 1);
+    note(before.empty() ? 1 : before.back().number, "looks-like-utf8",
+         QStringLiteral("looks like UTF-8; the library reads each byte as one Latin-1 character"));
+}
+
+/** Whether the load goes on behind the header. */
+bool Checker::checkHeader(const InfoBlock& block, bool catalogue)
+{
+    const FaultText* const row = faultText(textFaults, block.fault);
+    if (!row || (catalogue && block.fault == HeaderFault::EmptyKey))
+        return true;
+    const tag_estatus status =
+        block.fault == HeaderFault::EmptyKey ? eSTATUS_EMPTY_SECTION_KEY : eSTATUS_BAD_FORMAT;
+    problem(block.header.number, row->code,
+            QLatin1String(row->message) +
+                QStringLiteral("; the load stops here with %1, the rest of the file is not read")
+                    .arg(getStatusString(status)));
+    return false;
+}
+
+/** The click number that a "ClickNumber" section gives; false when the load stops. */
+bool Checker::checkClickNumber(const InfoBlock& block)
+{
+    constexpr int longest = 31;
+    const int line = block.header.number;
+    if (!hasText(m_bytes, block.lines)) {
+        const QString message = QStringLiteral("no line stands in section 'ClickNumber', so its "
+                                               "number is not read");
+        problem(line, "click-number-alone",
+                m_hasClickNumber
+                    ? message
+                    : message + QStringLiteral("; the load stops here with %1, the rest of the "
+                                               "file is not read")
+                                    .arg(getStatusString(eSTATUS_EMPTY_SECTION_KEY)));
+        return m_hasClickNumber;
+    }
+    m_hasClickNumber = true;
+    const QString number =
+        decoded(block, textOf(m_bytes, cutLine(m_bytes, block.header.span).after));
+    const bool prefixed =
+        !number.isEmpty() && number.at(0).unicode() < 128 && number.at(0).isLetter();
+    if (number.isEmpty())
+        problem(line, "click-number-missing",
+                QStringLiteral("section 'ClickNumber' gives no number; the click number is 'X'"));
+    else if (!prefixed)
+        problem(line, "click-number-prefixed",
+                QStringLiteral("click number %1 does not begin with a letter; it is read as %2")
+                    .arg(quoted(number), quoted((QLatin1Char('X') + number).left(longest))));
+    else if (number.size() > longest)
+        problem(line, "click-number-cut",
+                QStringLiteral("the click number is longer than 31 characters; it is read as %1")
+                    .arg(quoted(number.left(longest))));
+    return true;
+}
+
+/** Whether the load goes on behind the block. */
+bool Checker::checkBlock(const InfoBlock& block, bool catalogue, Places* sections)
+{
+    if (!checkHeader(block, catalogue))
+        return false;
+    const QString key = block.key.toLower();
+    const bool clickNumber = key == QString(Section::ClickNumber).toLower();
+    if (!catalogue && clickNumber && !checkClickNumber(block))
+        return false;
+    const auto first = sections->constFind(key);
+    if (!catalogue && first != sections->constEnd()) {
+        problem(block.header.number, "section-twice",
+                QStringLiteral("section %1 again (first in line %2); it is skipped%3")
+                    .arg(quoted(block.key))
+                    .arg(*first)
+                    .arg(QLatin1String(clickNumber ? ", but its click number counts" : "")));
+        return true;
+    }
+    sections->insert(key, block.header.number);
+    checkLines(block);
+    return true;
+}
+
+void Checker::checkText(const Document& document, bool loads)
+{
+    checkEncoding(document);
+    std::vector<InfoBlock> blocks = blocksOf(m_bytes, document.textStart());
+    if (document.startsWithoutHeader())
+        checkLines(blocks.front());
+    else if (blocks.size() == 1)
+        problem(0, "no-section", QStringLiteral("no section; not a file that the library knows"));
+    const bool catalogue = document.kind() == FileKind::BackgroundSummary;
+    Places sections;
+    bool goesOn = true;
+    for (auto block = blocks.begin() + 1; goesOn && block != blocks.end(); ++block)
+        goesOn = checkBlock(*block, catalogue, &sections);
+    if (!loads && m_result.problems() == 0)
+        problem(0, "not-loaded", document.problem());
+}
+
+void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut,
+                        Places* keys)
+{
+    const QString key = decoded(block, textOf(m_bytes, cut.before));
+    const auto first = keys->constFind(key.toLower());
+    if (key.isEmpty())
+        problem(line.number, "key-missing",
+                QStringLiteral("no key before the ':'; the value cannot be read"));
+    else if (first != keys->constEnd())
+        problem(line.number, "key-twice",
+                QStringLiteral("key %1 again (first in line %2); the last value counts, and a "
+                               "save writes it in both places")
+                    .arg(quoted(key))
+                    .arg(*first));
+    else if (key.contains(Text::CommentKey, Qt::CaseInsensitive))
+        problem(line.number, "key-reserved",
+                QStringLiteral("key %1 is one of comments; a save writes the value alone")
+                    .arg(quoted(key)));
+    if (first == keys->constEnd())
+        keys->insert(key.toLower(), line.number);
+}
+
+void Checker::checkLines(const InfoBlock& block)
+{
+    Places keys;
+    for (const InfoLine& line : block.lines) {
+        const LineCut cut = cutLine(m_bytes, line.span);
+        const QString text = decoded(block, textOf(m_bytes, line.span));
+        if (cut.kind == LineCut::Pair)
+            checkPair(block, line, cut, &keys);
+        else if (cut.kind == LineCut::NoColon)
+            problem(line.number, "line-without-colon",
+                    QStringLiteral("no ':' in %1; it is kept as a comment, and a save puts a '#' "
+                                   "in front")
+                        .arg(quoted(text)));
+        else if (cut.kind == LineCut::CommentedColon)
+            problem(line.number, "key-commented",
+                    QStringLiteral("a '#' stands before the ':' of %1; it is kept as a comment, "
+                                   "and a save puts a '#' in front")
+                        .arg(quoted(text)));
+    }
+}
+
+void Checker::checkCharacters(const InfoBlock& block)
+{
+    InfoLines lines = block.lines;
+    if (!block.open)
+        lines.insert(lines.begin(), block.header);
+    for (const InfoLine& line : lines) {
+        const QString text = decoded(block, textOf(m_bytes, line.span));
+        const auto* const other =
+            std::find_if(text.begin(), text.end(), [](QChar c) { return c.unicode() > 255; });
+        if (block.utf8 && other != text.end())
+            problem(line.number, "character-not-written",
+                    QStringLiteral("'%1' is not in Latin-1; a save writes '?'")
+                        .arg(other->isHighSurrogate() ? text.mid(int(other - text.begin()), 2)
+                                                      : QString(*other)));
+    }
+}
+
+/** Sections that a sequence reads again although it holds one with the key. */
+constexpr QLatin1String readAgain[] = {Section::Sequence, Section::ClickNumbers, Section::UserInput,
+                                       Section::GraphControls};
+
+void Checker::checkChunk(const InfoBlock& block, Places* sections)
+{
+    const int line = block.header.number;
+    if (block.inLine)
+        problem(line, "mark-in-line",
+                QStringLiteral("'*** ' inside a line; a section begins there"));
+    const FaultText* const row = faultText(sequenceFaults, block.fault);
+    if (row)
+        problem(line, row->code, QLatin1String(row->message));
+    if (block.fault == HeaderFault::NoColon || block.fault == HeaderFault::TooFar ||
+        block.fault == HeaderFault::EmptyKey)
+        return;
+    if (sections->contains(block.key)) {
+        const bool again =
+            std::find(std::begin(readAgain), std::end(readAgain), block.key) != std::end(readAgain);
+        problem(
+            line, "section-twice",
+            QStringLiteral("section %1 again (first in line %2); it is skipped%3")
+                .arg(quoted(block.key))
+                .arg(sections->value(block.key))
+                .arg(QLatin1String(again ? ", but what the sequence takes from it counts" : "")));
+        return;
+    }
+    sections->insert(block.key, line);
+    if (textOf(m_bytes, cutLine(m_bytes, block.header.span).after).contains('#'))
+        note(line, "name-comment",
+             QStringLiteral("a comment behind the section name; a save drops it"));
+    if (block.open)
+        problem(line, "header-without-line-end",
+                QStringLiteral("no line end follows the header; the section has no name, and the "
+                               "header is read as a line of it"));
+    checkLines(block);
+    checkCharacters(block);
+}
+
+void Checker::checkSequence(const Document& document)
+{
+    const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes);
+    const int start = blocks.empty() ? m_bytes.size() : blocks.front().header.span.start;
+    const InfoLines lines = linesOf(m_bytes, {0, start}, 1);
+    const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
+        return !textOf(m_bytes, line.span).isEmpty();
+    });
+    if (text != lines.end())
+        problem(text->number, "text-before-first-section",
+                QStringLiteral("text before the first section; a save drops it"));
+    Places sections;
+    for (const InfoBlock& block : blocks)
+        checkChunk(block, &sections);
+    const CPLSection* const controls = document.section(Section::GraphControls);
+    const CPLSection* const numbers = document.section(Section::ClickNumbers);
+    int empty = 0;
+    if (controls)
+        controls->getValue(Key::EmptySequence, &empty);
+    if (empty == 0 && (!numbers || numbers->count() == 0))
+        problem(0, "no-click-numbers",
+                QStringLiteral("lists no click numbers and is not marked as empty; the load gives "
+                               "%1")
+                    .arg(getStatusString(eSTATUS_NO_CLICK_NUMBERS)));
+}
+
+void Checker::checkPieces(const InfoLine& line, const QString& name)
+{
+    const int mark = m_bytes.indexOf(Text::BareMarker.data(), line.span.start);
+    if (!textOf(m_bytes, {line.span.start, mark}).isEmpty())
+        problem(line.number, "text-before-mark",
+                QStringLiteral("text before the mark; it is not read"));
+    const QByteArray pairs = textOf(m_bytes, {mark + Text::BareMarker.size(), line.span.end});
+    bool named = false;
+    for (const QByteArray& piece : pairs.split(';')) {
+        const QString text = QString::fromLatin1(piece.constData(), piece.size());
+        named = named || text.startsWith(name + QLatin1Char(':'), Qt::CaseInsensitive);
+        if (!text.contains(QLatin1Char(':')) && !piece.trimmed().isEmpty())
+            problem(line.number, "piece-without-colon",
+                    QStringLiteral("no ':' in %1; it is dropped").arg(quoted(text)));
+    }
+    if (!named)
+        problem(line.number, "reference-without-name",
+                QStringLiteral("no key %1; the line is passed over").arg(quoted(name)));
+}
+
+void Checker::checkIndex(const Document& document)
+{
+    const QString name = document.kind() == FileKind::StructureReferences
+                             ? Key::StructureReference
+                             : Key::FluorescentReference;
+    const Span text = trimmed(m_bytes, {0, m_bytes.size()});
+    for (const InfoLine& line : linesOf(m_bytes, {0, text.end}, 1)) {
+        const QByteArray content = textOf(m_bytes, line.span);
+        if (line.span.end <= text.start)
+            continue;
+        if (!content.contains(Text::BareMarker.data())) {
+            problem(line.number, "line-without-mark",
+                    QStringLiteral("no '***' in this line; reading ends here, the rest of the "
+                                   "file is not read"));
+            return;
+        }
+        checkPieces(line, name);
+    }
+}
+
+/** What a save would do to a file that is not in the form in which files are written. */
+void Checker::checkWrittenForm(const QByteArray& written)
+{
+    if (written == m_bytes)
+        return;
+    const auto place =
+        std::mismatch(m_bytes.cbegin(), m_bytes.cend(), written.cbegin(), written.cend());
+    const int same = int(place.first - m_bytes.cbegin());
+    const InfoLines lines = linesOf(m_bytes, {0, qMin(same + 1, m_bytes.size())}, 1);
+    const int lineEnds = int(m_bytes.count("\r\n"));
+    const bool mixed = m_bytes.count('\n') != lineEnds || m_bytes.count('\r') != lineEnds;
+    note(lines.empty() ? 1 : lines.back().number, "not-in-written-form",
+         QStringLiteral("a save would lay the file out anew from here on%1")
+             .arg(QLatin1String(mixed ? ", with CR LF line ends" : "")));
+}
+
+void checkSpectral(const QString& path, const Document& document, Checker* checker)
+{
+    CPLXMLReader reader;
+    QString message;
+    int line = 0;
+    int column = 0;
+    if (reader.createXMLDocumentFormFile(path, &message, &line, &column))
+        checker->problem(0, "not-spectral", document.problem());
+    else
+        checker->problem(line, "malformed-xml",
+                         QStringLiteral("column %1: %2").arg(column).arg(message));
+}
+
+} // namespace
+
+int CheckedFile::problems() const
+{
+    return int(std::count_if(findings.begin(), findings.end(),
+                             [](const Finding& finding) { return finding.isProblem; }));
+}
+
+CheckedFile checkFile(const QString& path)
+{
+    CheckedFile result;
+    const auto bytes = readFile(path, &result.failure);
+    if (!bytes)
+        return result;
+    Document document;
+    const bool loads = document.load(path);
+    result.kind = loads ? document.kindName() : QString();
+    result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
+    Checker checker(*bytes, &result);
+    if (document.kind() == FileKind::SpectralAnalysis) {
+        if (!loads)
+            checkSpectral(path, document, &checker);
+    } else if (document.kind() == FileKind::Sequence) {
+        checker.checkSequence(document);
+    } else if (document.isIndex()) {
+        checker.checkIndex(document);
+    } else {
+        checker.checkText(document, loads);
+    }
+    const auto written = loads ? document.writtenForm() : std::nullopt;
+    if (written)
+        checker.checkWrittenForm(*written);
+    std::stable_sort(result.findings.begin(), result.findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    return result;
+}
