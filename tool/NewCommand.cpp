@@ -14,8 +14,8 @@ namespace Section = PLKeyword::Section;
 /** The images for which the library makes up click info. */
 struct ImageKind
 {
-    const char* name;
-    tag_eimagetype type;
+    const char* name = "";
+    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
     QLatin1String section;
 };
 
