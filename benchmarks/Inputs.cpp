@@ -1,5 +1,7 @@
 #include "Inputs.h"
 
+#include "Benchmarks.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
@@ -104,8 +106,8 @@ SequenceInput makeSequenceInput(int acquisitions)
     info += QLatin1String("\r\n");
     ini += QLatin1Char('\n');
     const QString base = temporaryPath(QStringLiteral("sequence%1").arg(acquisitions));
-    const SequenceInput input = {clickNumbers, base + QLatin1String(".txt"),
-                                 base + QLatin1String(".ini")};
+    SequenceInput input = {clickNumbers, base + QLatin1String(".txt"),
+                           base + QLatin1String(".ini")};
     writeBytes(input.infoPath.string, info.toLatin1());
     writeBytes(input.iniPath.string, ini.toUtf8());
     return input;
@@ -135,7 +137,7 @@ const SequenceInput& sequenceInput(int acquisitions)
 const SequenceInput& archiveInput(int acquisitions)
 {
     const SequenceInput& input = sequenceInput(acquisitions);
-    const TextInput& acquisition = textInput(8);
+    const TextInput& acquisition = textInput(smallText.compared);
     const QDir folder(temporaryPath({}));
     for (const Text& clickNumber : input.clickNumbers) {
         if (!folder.mkdir(clickNumber.string))
@@ -151,7 +153,7 @@ QVector<SpectralValue> spectralValues(int count)
 {
     QVector<SpectralValue> values;
     for (int i = 0; i < count; ++i)
-        values.append({1000.5 + 7.25 * (i % 9000), 400.0 + i % 400});
+        values.append({1000.5 + 0.5 * (i % 9000), 400.0 + i % 400});
     return values;
 }
 

@@ -33,7 +33,7 @@ struct Pair
 };
 
 /**
- * Sections with one comment and fourteen pairs each, about 500 bytes, as acquisitions have them.
+ * Sections with one comment and fourteen pairs each, about 465 bytes, as acquisitions have them.
  *
  * A section's name is a pair of its own in the INI form. Comments hold a character outside ASCII:
  * the info text is Latin-1 with CR LF line ends, the INI is UTF-8 with LF line ends. QSettings

@@ -130,12 +130,12 @@ int matchesInArchive(const SequenceInput& input)
 int matchesInArchiveGlib(const SequenceInput& input)
 {
     const Pair& pair = wanted();
-    const std::string folder = temporaryPath({}).toStdString();
+    const QByteArray folder = temporaryPath({}).toUtf8();
     int matches = 0;
     for (const std::string& number : clickNumbersOf(loadedFile(input.iniPath.utf8))) {
-        const std::string path = folder + '/' + number + "/ClickInfo.ini";
-        const GlibString value =
-            valueOf(loadedFile(path.c_str()), pair.section.utf8, pair.key.utf8);
+        const GlibString path(
+            g_build_filename(folder.data(), number.c_str(), "ClickInfo.ini", nullptr), &g_free);
+        const GlibString value = valueOf(loadedFile(path.get()), pair.section.utf8, pair.key.utf8);
         matches += value && std::strcmp(value.get(), pair.value.utf8) == 0 ? 1 : 0;
     }
     return matches;
@@ -155,10 +155,10 @@ void onArchive(benchmark::State& state)
 
 void registerSequenceBenchmarks()
 {
-    add("sequence", "ovparser", onSequence<loadSequence>, sequence);
-    add("sequence", "GKeyFile", onSequence<loadSequenceGlib>, sequence.nominal());
-    add("append", "ovparser", onSequence<makeSequence>, sequence);
-    add("append", "GKeyFile", onSequence<makeSequenceGlib>, sequence.nominal());
-    add("archive", "ovparser", onArchive<matchesInArchive>, archive);
-    add("archive", "GKeyFile", onArchive<matchesInArchiveGlib>, archive.nominal());
+    add("sequence", library, onSequence<loadSequence>, sequence);
+    add("sequence", "GKeyFile", onSequence<loadSequenceGlib>, sequence);
+    add("append", library, onSequence<makeSequence>, sequence);
+    add("append", "GKeyFile", onSequence<makeSequenceGlib>, sequence);
+    add("archive", library, onArchive<matchesInArchive>, archive);
+    add("archive", "GKeyFile", onArchive<matchesInArchiveGlib>, archive);
 }

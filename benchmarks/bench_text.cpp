@@ -3,6 +3,7 @@
 #include "Benchmarks.h"
 #include "Documents.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -32,11 +33,10 @@ qint64 characters(const TextInput& input, int sections)
 template <typename Document>
 bool holdsAll(const Document& document, const TextInput& input)
 {
-    for (const Pair& pair : input.pairs) {
-        if (Document::toString(document.value(pair.section, pair.key)) != pair.value.string)
-            return false;
-    }
-    return true;
+    return std::all_of(input.pairs.begin(), input.pairs.end(), [&](const Pair& pair) {
+        const auto value = document.value(pair.section, pair.key);
+        return Document::toString(value) == pair.value.string;
+    });
 }
 
 /** Loads an input; once per contender and input, makes sure that nothing is missing. */
@@ -276,41 +276,56 @@ void oneValueStdio(benchmark::State& state)
     }
 }
 
+template <typename Document>
+void addLoading(const char* contender)
+{
+    add("load-small", contender, load<Document>, smallText);
+    add("load-large", contender, load<Document>, largeText);
+}
+
+template <typename Document>
+void addSaving(const char* contender)
+{
+    add("save-small", contender, changeAndSave<Document>, smallText);
+    add("save-large", contender, changeAndSave<Document>, largeText);
+}
+
 } // namespace
 
 void registerTextBenchmarks()
 {
-    for (const Sizes sizes : {smallText, largeText}) {
-        add("load", "ovparser", load<InfoDocument>, sizes);
-        add("load", "GKeyFile", load<GlibDocument>, sizes.nominal());
-        add("load", "QSettings", load<SettingsDocument>, sizes.nominal());
-        add("load", "KConfig", load<KConfigDocument>, sizes.nominal());
-        add("load", "inih", load<InihDocument>, sizes.nominal());
-        add("load", "read and memchr", readAndScan, sizes.nominal());
-    }
-    add("read", "ovparser", readAll<InfoDocument>, largeText);
-    add("read", "GKeyFile", readAll<GlibDocument>, largeText.nominal());
-    add("read", "QSettings", readAll<SettingsDocument>, largeText.nominal());
-    add("read", "KConfig", readAll<KConfigDocument>, largeText.nominal());
-    add("read", "inih, nothing kept", streamAllInih, largeText.nominal());
-    for (const Sizes sizes : {smallText, largeText}) {
-        add("save", "ovparser", changeAndSave<InfoDocument>, sizes);
-        add("save", "GKeyFile", changeAndSave<GlibDocument>, sizes.nominal());
-        add("save", "GKeyFile, second file", changeAndSave<GlibAtomicDocument>, sizes.nominal());
-        add("save", "QSettings", changeAndSave<SettingsDocument>, sizes.nominal());
-        add("save", "KConfig", changeAndSave<KConfigDocument>, sizes.nominal());
-    }
-    for (const Sizes sizes : {smallText, largeText}) {
-        add("value", "ovparser", oneValue, sizes);
-        add("value", "getline", oneValueStdio, sizes.nominal());
-    }
-    add("get", "ovparser", lookUp<InfoDocument>, smallText);
-    add("get", "GKeyFile", lookUp<GlibDocument>, smallText.nominal());
-    add("get", "QSettings", lookUp<SettingsDocument>, smallText.nominal());
-    add("get", "KConfig", lookUp<KConfigDocument>, smallText.nominal());
-    add("get", "inih", lookUp<InihDocument>, smallText.nominal());
-    add("set", "ovparser", set<InfoDocument>, smallText);
-    add("set", "GKeyFile", set<GlibDocument>, smallText.nominal());
-    add("set", "QSettings", set<SettingsDocument>, smallText.nominal());
-    add("set", "KConfig", set<KConfigDocument>, smallText.nominal());
+    add("load-small", "read and memchr", readAndScan, smallText);
+    add("load-large", "read and memchr", readAndScan, largeText);
+    addLoading<InfoDocument>(library);
+    addLoading<GlibDocument>("GKeyFile");
+    addLoading<SettingsDocument>("QSettings");
+    addLoading<KConfigDocument>("KConfig");
+    addLoading<InihDocument>("inih");
+
+    addSaving<InfoDocument>(library);
+    addSaving<GlibDocument>("GKeyFile");
+    addSaving<GlibAtomicDocument>("GKeyFile, second file");
+    addSaving<SettingsDocument>("QSettings");
+    addSaving<KConfigDocument>("KConfig");
+
+    add("read", library, readAll<InfoDocument>, largeText);
+    add("read", "GKeyFile", readAll<GlibDocument>, largeText);
+    add("read", "QSettings", readAll<SettingsDocument>, largeText);
+    add("read", "KConfig", readAll<KConfigDocument>, largeText);
+    add("read", "inih, nothing kept", streamAllInih, largeText);
+
+    add("value-small", library, oneValue, smallText);
+    add("value-small", "getline", oneValueStdio, smallText);
+    add("value-large", library, oneValue, largeText);
+    add("value-large", "getline", oneValueStdio, largeText);
+
+    add("get", library, lookUp<InfoDocument>, smallText);
+    add("get", "GKeyFile", lookUp<GlibDocument>, smallText);
+    add("get", "QSettings", lookUp<SettingsDocument>, smallText);
+    add("get", "KConfig", lookUp<KConfigDocument>, smallText);
+    add("get", "inih", lookUp<InihDocument>, smallText);
+    add("set", library, set<InfoDocument>, smallText);
+    add("set", "GKeyFile", set<GlibDocument>, smallText);
+    add("set", "QSettings", set<SettingsDocument>, smallText);
+    add("set", "KConfig", set<KConfigDocument>, smallText);
 }

@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <cstring>
 #include <string>
 
 void add(const char* name, const char* contender, void (*run)(benchmark::State&), Sizes sizes)
@@ -9,7 +10,7 @@ void add(const char* name, const char* contender, void (*run)(benchmark::State&)
     auto* const benchmark =
         benchmark::RegisterBenchmark((std::string(name) + '/' + contender).c_str(), run);
     benchmark->Arg(sizes.compared);
-    if (sizes.other > 0)
+    if (std::strcmp(contender, library) == 0)
         benchmark->Arg(sizes.other);
 }
 
@@ -18,6 +19,8 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     registerTextBenchmarks();
     registerSequenceBenchmarks();
+    registerXmlBenchmarks();
+    registerMemoryBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;
