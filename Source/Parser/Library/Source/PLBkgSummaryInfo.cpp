@@ -2,7 +2,7 @@
 
 #include "PLKeywords.h"
 #include "internal/InfoText.h"
-#include "internal/NewSection.h"
+#include "internal/SectionAccess.h"
 #include "internal/TextFile.h"
 
 using namespace ovparser::internal;
@@ -26,8 +26,8 @@ QString withLeadingZeros(const QString& time)
 void normaliseTime(CPLSection* section)
 {
     QString time;
-    if (section && section->getValue(Key::Time, &time) == eSTATUS_SUCCESS)
-        section->setValue(Key::Time, withLeadingZeros(time));
+    if (section && checked(section->getValue(Key::Time, &time)) == eSTATUS_SUCCESS)
+        checked(section->setValue(Key::Time, withLeadingZeros(time)));
 }
 
 void addIndexPairs(CPLSection& section, const QString& pairs)
@@ -36,7 +36,7 @@ void addIndexPairs(CPLSection& section, const QString& pairs)
     for (const QString& piece : pieces) {
         const auto colon = piece.indexOf(QLatin1Char(':'));
         if (colon >= 0)
-            section.addKeyValue(piece.left(colon), piece.mid(colon + 1));
+            addPair(section, piece.left(colon), piece.mid(colon + 1));
     }
 }
 
@@ -49,11 +49,12 @@ CPLBkgSummaryInfo::~CPLBkgSummaryInfo() = default;
 
 tag_estatus CPLBkgSummaryInfo::loadSectionData(QString& block, QString sectionKey)
 {
-    const ColonCut header = cutAtColon(firstLine(block));
-    if (header.kind != ColonCut::Pair)
-        return eSTATUS_BAD_FORMAT;
-    auto section = sectionOfBlock(sectionKey, block, header);
-    return section ? addOrDestroy(*this, std::move(section)) : eSTATUS_OUT_OF_MEMORY;
+    return guarded([&] {
+        const ColonCut header = cutAtColon(firstLine(block));
+        if (header.kind != ColonCut::Pair)
+            return eSTATUS_BAD_FORMAT;
+        return take(sectionOfBlock(sectionKey, block, header));
+    });
 }
 
 tag_estatus CPLBkgSummaryInfo::addSection(CPLSection* section)
@@ -63,21 +64,21 @@ tag_estatus CPLBkgSummaryInfo::addSection(CPLSection* section)
 
 tag_estatus CPLBkgSummaryInfo::removeSection(QString sectionKey)
 {
-    CPLClickInfo::removeSection(sectionKey);
+    CPLClickInfo::removeSection(std::move(sectionKey));
     return eSTATUS_SUCCESS;
 }
 
 tag_estatus CPLBkgSummaryInfo::loadTextBuffer(const QString& text)
 {
-    const QString latin1 = latin1Form(text);
-    BlockReader blocks(trimmed(latin1));
-    int number = 0;
-    for (QStringView block; blocks.next(&block);) {
-        const tag_estatus status = loadBlock(block.toString(), ++number);
-        if (status != eSTATUS_SUCCESS)
-            return status;
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString latin1 = latin1Form(text);
+        BlockReader blocks(trimmed(latin1));
+        int number = 0;
+        tag_estatus status = eSTATUS_SUCCESS;
+        for (QStringView block; status == eSTATUS_SUCCESS && blocks.next(&block);)
+            status = loadBlock(block.toString(), ++number);
+        return status;
+    });
 }
 
 tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
@@ -95,19 +96,21 @@ tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
     block = trimmed(block).toString();
     const tag_estatus status = loadSectionData(block, sectionKey);
     if (status == eSTATUS_SUCCESS)
-        normaliseTime(getSection(sectionKey));
+        normaliseTime(find(sectionKey));
     return status;
 }
 
 tag_estatus CPLBkgSummaryInfo::load(QString path)
 {
-    QByteArray bytes;
-    const tag_estatus read = readFile(path, &bytes);
-    if (read != eSTATUS_SUCCESS)
-        return read;
-    clearData();
-    loadClickInfoText(decodeInfoText(bytes));
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        QByteArray bytes;
+        const tag_estatus read = readFile(path, &bytes);
+        if (read != eSTATUS_SUCCESS)
+            return read;
+        clearData();
+        checked(loadClickInfoText(decodeInfoText(std::move(bytes))));
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLBkgSummaryInfo::SLload(QString path)
@@ -122,34 +125,34 @@ tag_estatus CPLBkgSummaryInfo::FLload(QString path)
 
 tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& referenceKey)
 {
-    QByteArray bytes;
-    const tag_estatus read = readFile(path, &bytes);
-    if (read != eSTATUS_SUCCESS)
-        return read;
-    clearData();
-    const QString text = decodeInfoText(bytes);
-    LineReader lines(text);
-    for (QStringView line; lines.next(&line);) {
-        const auto pairs = afterMarker(line);
-        if (!pairs)
-            break;
-        addReference(*pairs, referenceKey);
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        QByteArray bytes;
+        const tag_estatus read = readFile(path, &bytes);
+        if (read != eSTATUS_SUCCESS)
+            return read;
+        clearData();
+        const QString text = decodeInfoText(std::move(bytes));
+        LineReader lines(text);
+        for (QStringView line; lines.next(&line);) {
+            const auto pairs = afterMarker(line);
+            if (!pairs)
+                break;
+            addReference(*pairs, referenceKey);
+        }
+        return eSTATUS_SUCCESS;
+    });
 }
 
 void CPLBkgSummaryInfo::addReference(QStringView pairs, const QString& referenceKey)
 {
     const QString sectionKey = referenceKey + QString::number(sectionCount + 1);
-    auto section = makeSection(sectionKey, PLKeyword::Value::Empty);
-    if (!section)
-        return;
+    auto section = std::make_unique<CPLSection>(sectionKey, PLKeyword::Value::Empty);
     addIndexPairs(*section, pairs.toString());
     QString name;
-    if (section->getValue(referenceKey, &name) != eSTATUS_SUCCESS)
+    if (checked(section->getValue(referenceKey, &name)) != eSTATUS_SUCCESS)
         return;
-    section->setSectionName(name);
-    addOrDestroy(*this, std::move(section));
+    checked(section->setSectionName(name));
+    take(std::move(section));
 }
 
 tag_estatus CPLBkgSummaryInfo::save(QString path) const
@@ -166,9 +169,11 @@ CPLSection* CPLBkgSummaryInfo::getSection(const QString& sectionKey) const
 tag_estatus CPLBkgSummaryInfo::getSectionList(QList<CPLSection*>& list) const
 {
     list.clear();
-    for (const QString& key : sectionKeys) {
-        if (CPLSection* const section = (*this)[key])
-            list.append(section);
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        for (const QString& key : sectionKeys) {
+            if (CPLSection* const section = find(key))
+                list.append(section);
+        }
+        return eSTATUS_SUCCESS;
+    });
 }

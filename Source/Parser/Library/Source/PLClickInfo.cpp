@@ -1,17 +1,19 @@
 #include "PLClickInfo.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/ImageSections.h"
 #include "internal/InfoText.h"
 #include "internal/LabelSets.h"
-#include "internal/NewSection.h"
+#include "internal/SectionAccess.h"
 #include "internal/TextFile.h"
+#include "internal/ValueSearch.h"
 #include "internal/VersionStamp.h"
 
 #include <QtCore/QFile>
 
-#include <array>
 #include <ctime>
+#include <string_view>
 
 using namespace ovparser::internal;
 
@@ -22,7 +24,6 @@ namespace Value = PLKeyword::Value;
 namespace {
 
 constexpr int maxClickNumberLength = 31;
-constexpr std::size_t maxFilePiece = 249;
 constexpr std::size_t maxTextPiece = 200;
 
 bool isAsciiLetter(QChar c)
@@ -31,39 +32,15 @@ bool isAsciiLetter(QChar c)
 }
 
 template <typename Result>
-tag_estatus getFrom(const CPLSection* section, const QString& key, Result* value)
+tag_estatus getFrom(const CPLSection* section, QString key, Result* value)
 {
-    return section ? section->getValue(key, value) : eSTATUS_SECTION_NOT_FOUND;
+    return section ? section->getValue(std::move(key), value) : eSTATUS_SECTION_NOT_FOUND;
 }
 
 template <typename Input>
-tag_estatus setIn(CPLSection* section, const QString& key, Input value)
+tag_estatus setIn(CPLSection* section, QString key, Input value)
 {
-    return section ? section->setValue(key, value) : eSTATUS_SECTION_NOT_FOUND;
-}
-
-/** Searches one piece of a text for a key with its ':'. */
-bool findInPiece(const QByteArray& piece, const QString& searched, QString* value)
-{
-    const QString text = decodeInfoText(piece);
-    if (text.startsWith(QLatin1Char('#')))
-        return false;
-    const auto found = text.indexOf(searched, 0, Qt::CaseInsensitive);
-    if (found < 0)
-        return false;
-    *value = trimmed(QStringView(text).mid(found + searched.size())).toString();
-    return true;
-}
-
-/** Length of the next line of a text, its LF included, but at most one piece. */
-int pieceLength(const char* text)
-{
-    std::size_t length = 0;
-    while (length < maxTextPiece && text[length] != '\0') {
-        if (text[length++] == '\n')
-            break;
-    }
-    return int(length);
+    return section ? section->setValue(std::move(key), value) : eSTATUS_SECTION_NOT_FOUND;
 }
 
 QString timeStamp(const struct tm& time)
@@ -120,48 +97,54 @@ QString displayTypeOf(tag_eimagetype type)
 CPLClickInfo::CPLClickInfo() = default;
 
 CPLClickInfo::CPLClickInfo(const CPLClickInfo& other)
+    : CPLClickInfo()
 {
-    copySections(other);
-}
-
-CPLClickInfo& CPLClickInfo::operator=(const CPLClickInfo& other)
-{
-    if (this != &other) {
-        clearData();
-        copySections(other);
+    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry) {
+        auto copy = std::make_unique<CPLSection>(**entry);
+        sections.insert(sections.cend(), entry.key(), copy.get());
+        static_cast<void>(copy.release());
     }
-    return *this;
-}
-
-CPLClickInfo::~CPLClickInfo()
-{
-    CPLClickInfo::clearData();
-}
-
-void CPLClickInfo::copySections(const CPLClickInfo& other)
-{
     clickNumber = other.clickNumber;
     sectionKeys = other.sectionKeys;
     sectionCount = other.sectionCount;
     fileSectionCount = other.fileSectionCount;
     preambleLines = other.preambleLines;
-    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry)
-        sections.insert(sections.cend(), entry.key(), new CPLSection(**entry));
+}
+
+CPLClickInfo& CPLClickInfo::operator=(const CPLClickInfo& other)
+{
+    if (this == &other)
+        return *this;
+    CPLClickInfo copy(other);
+    clearData();
+    clickNumber.swap(copy.clickNumber);
+    sections.swap(copy.sections);
+    sectionKeys.swap(copy.sectionKeys);
+    std::swap(sectionCount, copy.sectionCount);
+    std::swap(fileSectionCount, copy.fileSectionCount);
+    preambleLines.swap(copy.preambleLines);
+    return *this;
+}
+
+CPLClickInfo::~CPLClickInfo()
+{
+    qDeleteAll(sections);
 }
 
 tag_estatus CPLClickInfo::loadSectionData(QString& block, QString sectionKey)
 {
-    if (isSectionPresent(sectionKey))
-        return eSTATUS_SUCCESS;
-    if (sectionKey.isNull())
-        return eSTATUS_FAILED;
-    const ColonCut header = cutAtColon(firstLine(block));
-    if (header.kind == ColonCut::NoColon)
-        return eSTATUS_SUCCESS;
-    if (header.kind == ColonCut::Commented)
-        return eSTATUS_BAD_FORMAT;
-    auto section = sectionOfBlock(sectionKey, block, header);
-    return section ? addOrDestroy(*this, std::move(section)) : eSTATUS_OUT_OF_MEMORY;
+    return guarded([&] {
+        if (find(sectionKey))
+            return eSTATUS_SUCCESS;
+        if (sectionKey.isNull())
+            return eSTATUS_FAILED;
+        const ColonCut header = cutAtColon(firstLine(block));
+        if (header.kind == ColonCut::NoColon)
+            return eSTATUS_SUCCESS;
+        if (header.kind == ColonCut::Commented)
+            return eSTATUS_BAD_FORMAT;
+        return take(sectionOfBlock(sectionKey, block, header));
+    });
 }
 
 tag_estatus CPLClickInfo::addSection(CPLSection* section)
@@ -172,30 +155,49 @@ tag_estatus CPLClickInfo::addSection(CPLSection* section)
     section->getSectionKey(&key);
     if (key.isEmpty())
         return eSTATUS_EMPTY_SECTION_KEY;
-    if (!isSectionPresent(key))
-        insertSection(int(sectionKeys.size()), section);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString lowerKey = mapKey(key);
+        if (!sections.contains(lowerKey))
+            insertSection(sectionCount, key, lowerKey, section);
+        return eSTATUS_SUCCESS;
+    });
 }
 
-void CPLClickInfo::insertSection(int position, CPLSection* section)
+// Either the document holds the section afterwards, or it is as it was.
+void CPLClickInfo::insertSection(int position, const QString& key, const QString& lowerKey,
+                                 CPLSection* section)
 {
-    QString key;
-    section->getSectionKey(&key);
-    sections.insert(mapKey(key), section);
-    sectionKeys.insert(position, key);
+    const auto entry = sections.insert(lowerKey, section);
+    try {
+        sectionKeys.insert(position, key);
+    } catch (...) {
+        sections.erase(entry);
+        throw;
+    }
     ++sectionCount;
+}
+
+tag_estatus CPLClickInfo::take(std::unique_ptr<CPLSection> section)
+{
+    const qint32 before = sectionCount;
+    const tag_estatus status = checked(addSection(section.get()));
+    if (sectionCount > before)
+        static_cast<void>(section.release());
+    return status;
 }
 
 tag_estatus CPLClickInfo::removeSection(QString sectionKey)
 {
-    const QString lowerKey = mapKey(sectionKey);
-    CPLSection* const section = sections.take(lowerKey);
-    if (!section)
+    return guarded([&] {
+        const QString lowerKey = mapKey(std::move(sectionKey));
+        const int position = sections.contains(lowerKey) ? sectionPosition(lowerKey) : -1;
+        if (position < 0)
+            return eSTATUS_SUCCESS;
+        sectionKeys.removeAt(position);
+        --sectionCount;
+        delete sections.take(lowerKey);
         return eSTATUS_SUCCESS;
-    sectionKeys.removeAt(sectionPosition(lowerKey));
-    --sectionCount;
-    delete section;
-    return eSTATUS_SUCCESS;
+    });
 }
 
 int CPLClickInfo::sectionPosition(const QString& lowerKey) const
@@ -216,25 +218,29 @@ int CPLClickInfo::sectionPosition(const QString& lowerKey) const
 
 tag_estatus CPLClickInfo::loadTextBuffer(const QString& text)
 {
-    const QString latin1 = latin1Form(text);
-    BlockReader blocks(trimmed(latin1));
-    for (QStringView view; blocks.next(&view);) {
-        const QStringView trimmedBlock = trimmed(view);
-        const auto key = headerKey(firstLine(trimmedBlock));
-        if (!key)
-            return eSTATUS_BAD_FORMAT;
-        const QString sectionKey = key->toString();
-        QString block = trimmedBlock.toString();
-        if (sectionKey.compare(Section::ClickNumber, Qt::CaseInsensitive) == 0) {
-            loadClickNumber(block);
-            if (clickNumber.isEmpty())
-                return eSTATUS_EMPTY_SECTION_KEY;
-        }
-        const tag_estatus status = loadSectionData(block, sectionKey);
-        if (status != eSTATUS_SUCCESS)
-            return status;
+    return guarded([&] {
+        const QString latin1 = latin1Form(text);
+        BlockReader blocks(trimmed(latin1));
+        tag_estatus status = eSTATUS_SUCCESS;
+        for (QStringView block; status == eSTATUS_SUCCESS && blocks.next(&block);)
+            status = loadBlock(trimmed(block));
+        return status;
+    });
+}
+
+tag_estatus CPLClickInfo::loadBlock(QStringView text)
+{
+    const auto key = headerKey(firstLine(text));
+    if (!key)
+        return eSTATUS_BAD_FORMAT;
+    const QString sectionKey = key->toString();
+    QString block = text.toString();
+    if (sectionKey.compare(Section::ClickNumber, Qt::CaseInsensitive) == 0) {
+        loadClickNumber(block);
+        if (clickNumber.isEmpty())
+            return eSTATUS_EMPTY_SECTION_KEY;
     }
-    return eSTATUS_SUCCESS;
+    return loadSectionData(block, sectionKey);
 }
 
 void CPLClickInfo::clearData()
@@ -242,6 +248,7 @@ void CPLClickInfo::clearData()
     const QStringList keys = sectionKeys;
     for (const QString& key : keys)
         removeSection(key);
+    qDeleteAll(sections); // what an overriding removeSection() has left
     sections.clear();
     clickNumber = QString();
     sectionKeys.clear();
@@ -252,34 +259,40 @@ void CPLClickInfo::clearData()
 
 tag_estatus CPLClickInfo::loadClickInfo(QString path, bool appendUser)
 {
-    QByteArray bytes;
-    tag_estatus status = readFile(path, &bytes);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    status = loadClickInfoText(decodeInfoText(bytes));
-    if (status != eSTATUS_SUCCESS || !appendUser)
-        return status;
-    return appendUserSpecificSections(false);
+    return guarded([&] {
+        QByteArray bytes;
+        tag_estatus status = readFile(path, &bytes);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        status = loadClickInfoText(decodeInfoText(std::move(bytes)));
+        if (status != eSTATUS_SUCCESS || !appendUser)
+            return status;
+        return appendUserSpecificSections(false);
+    });
 }
 
 tag_estatus CPLClickInfo::loadAnalyzedClickInfo(QString path)
 {
-    QByteArray bytes;
-    tag_estatus status = readFile(path, &bytes);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    startLoading();
-    status = loadTextBuffer(decodeInfoText(bytes));
-    return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
+    return guarded([&] {
+        QByteArray bytes;
+        tag_estatus status = readFile(path, &bytes);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        startLoading();
+        status = loadTextBuffer(decodeInfoText(std::move(bytes)));
+        return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
+    });
 }
 
 tag_estatus CPLClickInfo::loadClickInfoDcm(const char* buffer, int length)
 {
     if (!buffer)
         return eSTATUS_NULL_ARGUMENT;
-    const tag_estatus status =
-        loadClickInfoText(decodeInfoText(QByteArray(buffer, qMax(length, 0))));
-    return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
+    return guarded([&] {
+        const tag_estatus status =
+            loadClickInfoText(decodeInfoText(QByteArray(buffer, qMax(length, 0))));
+        return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
+    });
 }
 
 // A click number that the caller set on an otherwise empty document stays.
@@ -303,21 +316,24 @@ tag_estatus CPLClickInfo::loadClickInfoText(const QString& text)
 tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_eimagetype imageType,
                                         int binning)
 {
-    const auto now = qint64(std::time(nullptr));
-    loadClickNumber(prefix, timeStamp(localTime(now)));
-    tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    status = addTiffUserSection(imageType, prefix);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    status = appendLabelSet(*this);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    sIASetupInfo setup;
-    setup.acquisitionTime = now;
-    setBinning(setup, imageType, binning);
-    return addTiffImageSection(fileName(imagePath), imageType, &setup, false);
+    return guarded([&] {
+        const auto now = qint64(std::time(nullptr));
+        loadClickNumber(prefix, timeStamp(localTime(now)));
+        tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        status = addTiffUserSection(imageType, prefix);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        if (!find(Section::UserLabelNameSet))
+            status = take(makeUniversalLabelSet());
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        sIASetupInfo setup;
+        setup.acquisitionTime = now;
+        setBinning(setup, imageType, binning);
+        return addTiffImageSection(fileName(imagePath), imageType, &setup, false);
+    });
 }
 
 tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(QString path, QString key,
@@ -325,19 +341,21 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(QString path, QString key
 {
     if (!value)
         return eSTATUS_NULL_ARGUMENT;
-    QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
-        return eSTATUS_FILE_OPEN_FAILED;
-    *value = QString();
-    const QString searched = key + QLatin1Char(':');
-    std::array<char, maxFilePiece + 1> piece = {}; // readLine() ends it with a NUL
-    for (;;) {
-        const qint64 length = file.readLine(piece.data(), qint64(piece.size()));
-        if (length <= 0)
-            return eSTATUS_KEY_NOT_FOUND;
-        if (findInPiece(QByteArray(piece.data(), int(length)), searched, value))
-            return eSTATUS_SUCCESS;
-    }
+    return guarded([&] {
+        QFile file(path);
+        if (!openToRead(file))
+            return eSTATUS_FILE_OPEN_FAILED;
+        *value = QString();
+        const ValueSearch search(key);
+        PieceReader pieces(file);
+        for (std::string_view piece; pieces.next(&piece);) {
+            if (const auto found = search.in(piece)) {
+                *value = *found;
+                return eSTATUS_SUCCESS;
+            }
+        }
+        return eSTATUS_KEY_NOT_FOUND;
+    });
 }
 
 // The text is not const: a string literal must go on to mean a path.
@@ -347,45 +365,59 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(char* text, QString key,
 {
     if (!text || !value)
         return eSTATUS_NULL_ARGUMENT;
-    *value = QString();
-    const QString searched = key + QLatin1Char(':');
-    for (const char* piece = text; *piece != '\0';) {
-        const int length = pieceLength(piece);
-        if (findInPiece(QByteArray(piece, length), searched, value))
-            return eSTATUS_SUCCESS;
-        piece += length;
-    }
-    return eSTATUS_KEY_NOT_FOUND;
+    return guarded([&] {
+        *value = QString();
+        const ValueSearch search(key);
+        std::string_view unread(text);
+        while (!unread.empty()) {
+            const std::size_t length = pieceLength(unread, maxTextPiece);
+            if (const auto found = search.in(unread.substr(0, length))) {
+                *value = *found;
+                return eSTATUS_SUCCESS;
+            }
+            unread.remove_prefix(length);
+        }
+        return eSTATUS_KEY_NOT_FOUND;
+    });
 }
 
 tag_estatus CPLClickInfo::saveClickInfo(QString path) const
 {
-    const bool dicom = path.endsWith(PLKeyword::File::DicomSuffix);
-    return writeFile(path, getClickInfoData(), dicom ? WriteMode::Append : WriteMode::Replace);
+    return guarded([&] {
+        const bool dicom = path.endsWith(PLKeyword::File::DicomSuffix);
+        return writeFile(path, documentText(), dicom ? WriteMode::Append : WriteMode::Replace);
+    });
 }
 
 QByteArray CPLClickInfo::getClickInfoData() const
 {
+    return answerOf([&] { return documentText(); });
+}
+
+QByteArray CPLClickInfo::documentText() const
+{
     QByteArray data;
     for (const QString& line : preambleLines)
         data += (line + PLKeyword::Text::LineEnd).toLatin1();
-    QString text;
-    for (const QString& key : sectionKeys) {
-        sections.value(mapKey(key))->saveSectionData(text);
-        data += text.toLatin1();
-    }
+    for (const QString& key : sectionKeys)
+        data += latin1TextOf(*find(key));
     data += PLKeyword::Text::DocumentEnd.data();
     return data;
 }
 
 bool CPLClickInfo::isSectionPresent(QString sectionKey) const
 {
-    return sections.value(mapKey(sectionKey)) != nullptr;
+    return (*this)[std::move(sectionKey)] != nullptr;
 }
 
 CPLSection* CPLClickInfo::operator[](QString sectionKey) const
 {
-    return sections.value(mapKey(sectionKey));
+    return answerOf([&] { return find(std::move(sectionKey)); });
+}
+
+CPLSection* CPLClickInfo::find(QString sectionKey) const
+{
+    return sections.value(mapKey(std::move(sectionKey)));
 }
 
 CPLSection* CPLClickInfo::operator[](int index) const
@@ -408,18 +440,23 @@ int CPLClickInfo::getFileSectionCount() const
 
 tag_estatus CPLClickInfo::appendUserSpecificSections(bool userFields)
 {
-    return appendUserSections(*this, userFields);
+    return guarded([&] {
+        return appendUserSections(
+            [this](const QString& key) { return find(key); },
+            [this](std::unique_ptr<CPLSection> section) { return take(std::move(section)); },
+            userFields);
+    });
 }
 
 tag_estatus CPLClickInfo::appendAnalysisUserInputSection()
 {
-    if (isSectionPresent(Section::AnalysisUserInput))
-        return eSTATUS_SUCCESS;
-    auto section = makeSection(Section::AnalysisUserInput, Value::Empty);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    section->addKeyValue(Key::Comment2, Value::Empty);
-    return addOrDestroy(*this, std::move(section));
+    return guarded([&] {
+        if (find(Section::AnalysisUserInput))
+            return eSTATUS_SUCCESS;
+        auto section = std::make_unique<CPLSection>(Section::AnalysisUserInput, Value::Empty);
+        addPair(*section, Key::Comment2, Value::Empty);
+        return take(std::move(section));
+    });
 }
 
 tag_estatus CPLClickInfo::getClickNumber(QString* number) const
@@ -457,69 +494,71 @@ void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, QString* value) const
 {
-    return getFrom((*this)[sectionKey], key, value);
+    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, int* value) const
 {
-    return getFrom((*this)[sectionKey], key, value);
+    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, long* value) const
 {
-    return getFrom((*this)[sectionKey], key, value);
+    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, short* value) const
 {
-    return getFrom((*this)[sectionKey], key, value);
+    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, float* value) const
 {
-    return getFrom((*this)[sectionKey], key, value);
+    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, double* value) const
 {
-    return getFrom((*this)[sectionKey], key, value);
+    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, QString value)
 {
-    return setIn((*this)[sectionKey], key, value);
+    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, int value)
 {
-    return setIn((*this)[sectionKey], key, value);
+    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, long value)
 {
-    return setIn((*this)[sectionKey], key, value);
+    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, short value)
 {
-    return setIn((*this)[sectionKey], key, value);
+    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, float value)
 {
-    return setIn((*this)[sectionKey], key, value);
+    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, double value)
 {
-    return setIn((*this)[sectionKey], key, value);
+    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
 }
 
 tag_estatus CPLClickInfo::addImageSection(QString path, QString userId, tag_eimagetype type,
                                           const sIASetupInfo* setup, bool settings)
 {
-    setValue(Section::UserInput, Key::UserId, userId);
-    return addTiffImageSection(fileName(path), type, setup, settings);
+    return guarded([&] {
+        checked(setValue(Section::UserInput, Key::UserId, userId));
+        return addTiffImageSection(fileName(path), type, setup, settings);
+    });
 }
 
 tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
@@ -527,53 +566,56 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
 {
     if (!setup)
         return eSTATUS_NULL_ARGUMENT;
-    const QString key = imageSectionKey(type);
-    if (key.isEmpty())
-        return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
-    if (isSectionPresent(key))
-        return eSTATUS_SECTION_EXISTS;
-    auto section = makeSection(key, name);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    addImageKeys(*section, type, *setup, settings);
-    const int readBiasOnly =
-        followsReadBiasOnly(type) ? sectionPosition(mapKey(Section::ReadBiasOnly)) : -1;
-    insertSection(readBiasOnly < 0 ? int(sectionKeys.size()) : readBiasOnly + 1, section.release());
-    if (hasCorrectedCompanion(type) && !settings)
-        addTiffImageSection(PLKeyword::File::CorrectedImage, eIMAGE_LUMINESCENT_CORRECTED, setup,
-                            false);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString key = imageSectionKey(type);
+        if (key.isEmpty())
+            return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
+        const QString lowerKey = mapKey(key);
+        if (sections.contains(lowerKey))
+            return eSTATUS_SECTION_EXISTS;
+        auto section = std::make_unique<CPLSection>(key, name);
+        addImageKeys(*section, type, *setup, settings);
+        const int readBiasOnly =
+            followsReadBiasOnly(type) ? sectionPosition(mapKey(Section::ReadBiasOnly)) : -1;
+        insertSection(readBiasOnly < 0 ? sectionCount : readBiasOnly + 1, key, lowerKey,
+                      section.get());
+        static_cast<void>(section.release());
+        if (hasCorrectedCompanion(type) && !settings)
+            checked(addTiffImageSection(PLKeyword::File::CorrectedImage,
+                                        eIMAGE_LUMINESCENT_CORRECTED, setup, false));
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLClickInfo::addTiffClickNumberSection(bool acquired, bool inSequence, QString version)
 {
-    auto section = makeSection(Section::ClickNumber, clickNumber);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    section->addKeyValue(Key::ClickInfoType, Value::RawData);
-    section->addKeyValue(Key::Version, versionStamp(version));
-    if (acquired)
-        section->addKeyValue(Key::ModifiedSinceSaved, Value::Zero);
-    else
-        section->addKeyValue(Key::AcquiredFromFile, Value::Yes);
-    if (inSequence)
-        section->addKeyValue(Key::SequenceId, clickNumber);
-    addOrDestroy(*this, std::move(section));
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        auto section = std::make_unique<CPLSection>(Section::ClickNumber, clickNumber);
+        addPair(*section, Key::ClickInfoType, Value::RawData);
+        addPair(*section, Key::Version, versionStamp(version));
+        if (acquired)
+            addPair(*section, Key::ModifiedSinceSaved, Value::Zero);
+        else
+            addPair(*section, Key::AcquiredFromFile, Value::Yes);
+        if (inSequence)
+            addPair(*section, Key::SequenceId, clickNumber);
+        take(std::move(section));
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLClickInfo::addTiffUserSection(tag_eimagetype type, QString userId)
 {
-    const QString displayType = displayTypeOf(type);
-    if (displayType.isEmpty())
-        return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
-    auto section = makeSection(Section::UserInput, Value::Empty);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    section->addKeyValue(Key::UserId, userId);
-    section->addKeyValue(Key::DisplayType, displayType);
-    addOrDestroy(*this, std::move(section));
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString displayType = displayTypeOf(type);
+        if (displayType.isEmpty())
+            return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
+        auto section = std::make_unique<CPLSection>(Section::UserInput, Value::Empty);
+        addPair(*section, Key::UserId, userId);
+        addPair(*section, Key::DisplayType, displayType);
+        take(std::move(section));
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLClickInfo::parseSectionFromBuffer(const QString& buffer, const QString& sectionKey,
@@ -586,12 +628,14 @@ tag_estatus CPLClickInfo::parseSectionFromBuffer(const QString& buffer, const QS
         return eSTATUS_FAILED;
     if (buffer.isEmpty())
         return eSTATUS_SUCCESS;
-    const ColonCut header = cutAtColon(firstLine(buffer));
-    if (header.kind != ColonCut::Pair)
-        return eSTATUS_BAD_FORMAT;
-    QString block = buffer;
-    *section = sectionOfBlock(sectionKey, block, header).release();
-    return *section ? eSTATUS_SUCCESS : eSTATUS_OUT_OF_MEMORY;
+    return guarded([&] {
+        const ColonCut header = cutAtColon(firstLine(buffer));
+        if (header.kind != ColonCut::Pair)
+            return eSTATUS_BAD_FORMAT;
+        QString block = buffer;
+        *section = sectionOfBlock(sectionKey, block, header).release();
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLClickInfo::copySectionBuffer(const QString& text, QString& sectionText, int& length,
@@ -600,14 +644,18 @@ tag_estatus CPLClickInfo::copySectionBuffer(const QString& text, QString& sectio
     length = 0;
     if (text.isEmpty())
         return eSTATUS_NULL_ARGUMENT;
-    const QStringView header = firstLine(text);
-    const ColonCut cut = cutAtColon(header);
-    if (!text.startsWith(PLKeyword::Text::Marker) || cut.kind != ColonCut::Pair)
-        return eSTATUS_BAD_FORMAT;
-    const auto keyStart = PLKeyword::Text::Marker.size();
-    length = int(sectionLength(text));
-    sectionText = text.left(length);
-    if (sectionKey)
-        *sectionKey = trimmed(header.mid(keyStart, cut.colon - keyStart)).toString();
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QStringView header = firstLine(text);
+        const ColonCut cut = cutAtColon(header);
+        if (!text.startsWith(PLKeyword::Text::Marker) || cut.kind != ColonCut::Pair)
+            return eSTATUS_BAD_FORMAT;
+        const auto keyStart = PLKeyword::Text::Marker.size();
+        const QString key = trimmed(header.mid(keyStart, cut.colon - keyStart)).toString();
+        const auto end = int(sectionLength(text));
+        sectionText = text.left(end);
+        length = end;
+        if (sectionKey)
+            *sectionKey = key;
+        return eSTATUS_SUCCESS;
+    });
 }

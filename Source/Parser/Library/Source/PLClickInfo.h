@@ -16,6 +16,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <memory>
+
 /**
  * An info-text document: sections in order, a click number and preamble lines.
  *
@@ -359,6 +361,16 @@ protected:
     /** Reads a whole info text into the document: preamble, sections, file section count. */
     tag_estatus loadClickInfoText(const QString& text);
 
+    /** The section with this key; null when absent. Throws std::bad_alloc, unlike operator[]. */
+    [[nodiscard]] CPLSection* find(QString sectionKey) const;
+
+    /**
+     * Adds a new section; one that the document does not take is destroyed. Throws std::bad_alloc.
+     *
+     * @return the status of addSection()
+     */
+    tag_estatus take(std::unique_ptr<CPLSection> section);
+
     QString clickNumber;                 ///< null in a new document
     QMap<QString, CPLSection*> sections; ///< owned, by lower-case key
     QStringList sectionKeys;             ///< in document order, in their stored spelling
@@ -367,9 +379,11 @@ protected:
     QStringList preambleLines;           ///< the lines before the first section
 
 private:
-    void copySections(const CPLClickInfo& other);
+    [[nodiscard]] QByteArray documentText() const;
     [[nodiscard]] int sectionPosition(const QString& lowerKey) const;
-    void insertSection(int position, CPLSection* section);
+    void insertSection(int position, const QString& key, const QString& lowerKey,
+                       CPLSection* section);
+    tag_estatus loadBlock(QStringView text);
     void startLoading();
 };
 

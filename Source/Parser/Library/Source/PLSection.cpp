@@ -1,270 +1,481 @@
 #include "PLSection.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/NumberFormat.h"
+
+#include <QtCore/QMap>
+#include <QtCore/QVarLengthArray>
+
+#include <algorithm>
+#include <utility>
 
 using namespace ovparser::internal;
 
 namespace {
 
-QString commentText(QStringView line)
+void appendComment(QString& text, QStringView comment)
 {
     const QChar sign = QLatin1Char('#');
-    return line.isEmpty() || line.startsWith(sign) ? line.toString() : sign + line.toString();
+    if (!comment.isEmpty() && !comment.startsWith(sign))
+        text += sign;
+    text.append(comment.data(), int(comment.size()));
 }
 
-} // namespace
-
-CPLSection::CPLSection() = default;
-
-CPLSection::CPLSection(QString key, QString name)
-    : sectionKey(key)
-    , sectionName(name)
-{}
-
-CPLSection::CPLSection(const CPLSection& other) = default;
-CPLSection& CPLSection::operator=(const CPLSection& other) = default;
-CPLSection::~CPLSection() = default;
-
-void CPLSection::loadSectionData(QString text)
+/** A number that is the same for keys that differ in letter case only; 0 for a key beyond ASCII. */
+uint keyHash(QStringView key)
 {
-    clearKeyValuePairs();
-    int comments = 0;
-    LineReader lines(trimmed(text));
+    uint hash = 2166136261U;
+    for (const QChar c : key) {
+        if (c.unicode() > 0x7F)
+            return 0;
+        hash = (hash ^ (c.unicode() | 0x20U)) * 16777619U;
+    }
+    return hash;
+}
+
+/** Whether a key, of ASCII, may be taken for that of a comment. */
+bool mayBeCommentKey(QStringView key)
+{
+    const QLatin1String reserved = PLKeyword::Text::CommentKey;
+    return std::search(key.begin(), key.end(), reserved.begin(), reserved.end(),
+                       [](QChar a, char b) { return (a.unicode() | 0x20) == (b | 0x20); }) !=
+           key.end();
+}
+
+/**
+ * Writes the lines of a section body that nobody has looked into.
+ *
+ * @return false when a line may depend on another one, as where a key occurs twice: what was
+ *         written is no good then
+ */
+bool writeLines(QStringView body, QString& text)
+{
+    QVarLengthArray<uint, 64> hashes;
+    LineReader lines(trimmed(body));
     for (QStringView line; lines.next(&line);) {
         const QStringView content = trimmed(line);
         const ColonCut cut = cutAtColon(content);
         if (cut.kind == ColonCut::Pair) {
-            pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
-            appendEntry(cut.before.toString(), cut.after.toString());
+            hashes.append(keyHash(cut.before));
+            if (hashes.last() == 0 || mayBeCommentKey(cut.before))
+                return false;
+            text.append(cut.before.data(), int(cut.before.size()));
+            text += PLKeyword::Text::KeyEnd;
+            text.append(cut.after.data(), int(cut.after.size()));
         } else {
-            appendEntry(PLKeyword::Text::CommentKey + QString::number(comments++),
-                        commentText(content));
+            appendComment(text, content);
+        }
+        text += PLKeyword::Text::LineEnd;
+    }
+    std::sort(hashes.begin(), hashes.end());
+    return std::adjacent_find(hashes.begin(), hashes.end()) == hashes.end();
+}
+
+} // namespace
+
+/** What a section body holds, in file order. */
+struct CPLSection::Entries
+{
+    /** Reads a section body. */
+    explicit Entries(QStringView body);
+
+    /** Adds a pair with a new key; without memory for it nothing changes. */
+    void addPair(const QString& key, const QString& lowerKey, const QString& value);
+
+    /** The stored value of a key; null when there is no such key. */
+    [[nodiscard]] const QString* find(QString key) const;
+
+    /** The key of the pair with this ordinal; null when there is no such pair. */
+    [[nodiscard]] const QString* pairKey(int ordinal) const;
+
+    /** The stored value of an entry. */
+    [[nodiscard]] QString valueAt(int position) const;
+
+    void write(QString& text) const;
+
+    qint32 entryCount = 0;
+    QStringList entryKeys;
+    QMap<QString, QString> values;
+    qint32 lineCount = 0;
+    QMap<int, int> pairIndex;
+
+private:
+    void append(const QString& key, const QString& lowerKey, const QString& value);
+    void appendPair(const QString& key, const QString& lowerKey, const QString& value);
+};
+
+CPLSection::Entries::Entries(QStringView body)
+{
+    int comments = 0;
+    LineReader lines(trimmed(body));
+    for (QStringView line; lines.next(&line);) {
+        const QStringView content = trimmed(line);
+        const ColonCut cut = cutAtColon(content);
+        if (cut.kind == ColonCut::Pair) {
+            const QString key = cut.before.toString();
+            appendPair(key, mapKey(key), cut.after.toString());
+        } else {
+            const QString key = PLKeyword::Text::CommentKey + QString::number(comments++);
+            QString comment;
+            appendComment(comment, content);
+            append(key, mapKey(key), comment);
         }
     }
     lineCount = entryCount;
 }
 
-void CPLSection::saveSectionData(QString& text) const
+void CPLSection::Entries::append(const QString& key, const QString& lowerKey, const QString& value)
 {
-    text = PLKeyword::Text::Marker + sectionKey + PLKeyword::Text::KeyEnd + sectionName +
-           PLKeyword::Text::LineEnd;
+    values.insert(lowerKey, value);
+    entryKeys.append(key);
+    ++entryCount;
+}
+
+void CPLSection::Entries::appendPair(const QString& key, const QString& lowerKey,
+                                     const QString& value)
+{
+    append(key, lowerKey, value);
+    pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount - 1);
+}
+
+void CPLSection::Entries::addPair(const QString& key, const QString& lowerKey, const QString& value)
+{
+    const qint32 before = entryCount;
+    try {
+        appendPair(key, lowerKey, value);
+        ++lineCount;
+    } catch (...) {
+        values.remove(lowerKey);
+        entryKeys = entryKeys.mid(0, before);
+        entryCount = before;
+        throw;
+    }
+}
+
+const QString* CPLSection::Entries::find(QString key) const
+{
+    const auto entry = values.constFind(mapKey(std::move(key)));
+    return entry == values.cend() ? nullptr : &*entry;
+}
+
+const QString* CPLSection::Entries::pairKey(int ordinal) const
+{
+    const auto position = pairIndex.constFind(ordinal);
+    return position == pairIndex.cend() ? nullptr : &entryKeys.at(*position);
+}
+
+QString CPLSection::Entries::valueAt(int position) const
+{
+    return values.value(mapKey(entryKeys.at(position)));
+}
+
+void CPLSection::Entries::write(QString& text) const
+{
     const int written = qMin(lineCount, entryCount);
     for (int i = 0; i < written; ++i) {
         const QString& key = entryKeys.at(i);
-        if (!key.contains(PLKeyword::Text::CommentKey, Qt::CaseInsensitive))
-            text += key + PLKeyword::Text::KeyEnd;
-        text += values.value(mapKey(key)) + PLKeyword::Text::LineEnd;
+        if (!key.contains(PLKeyword::Text::CommentKey, Qt::CaseInsensitive)) {
+            text += key;
+            text += PLKeyword::Text::KeyEnd;
+        }
+        text += valueAt(i);
+        text += PLKeyword::Text::LineEnd;
     }
-    text += PLKeyword::Text::LineEnd;
+}
+
+CPLSection::CPLSection() = default;
+
+CPLSection::CPLSection(QString key, QString name)
+    : sectionKey(std::move(key))
+    , sectionName(std::move(name))
+{}
+
+CPLSection::CPLSection(const CPLSection& other)
+    : sectionKey(other.sectionKey)
+    , sectionName(other.sectionName)
+    , body(other.body)
+    , openEntries(other.openEntries ? new Entries(*other.openEntries) : nullptr)
+{}
+
+CPLSection& CPLSection::operator=(const CPLSection& other)
+{
+    CPLSection copy(other);
+    sectionKey.swap(copy.sectionKey);
+    sectionName.swap(copy.sectionName);
+    body.swap(copy.body);
+    openEntries.swap(copy.openEntries);
+    return *this;
+}
+
+CPLSection::~CPLSection() = default;
+
+// Most sections of a document are loaded and saved, but never looked into: a body is kept as its
+// text until somebody does.
+CPLSection::Entries& CPLSection::entries()
+{
+    if (!openEntries) {
+        openEntries = std::make_unique<Entries>(body);
+        body = QString();
+    }
+    return *openEntries;
+}
+
+const CPLSection::Entries& CPLSection::entries() const
+{
+    return const_cast<CPLSection*>(this)->entries();
+}
+
+void CPLSection::loadSectionData(QString text)
+{
+    openEntries.reset();
+    body = std::move(text);
+}
+
+void CPLSection::saveSectionData(QString& text) const
+{
+    const tag_estatus status = guarded([&] {
+        text = PLKeyword::Text::Marker + sectionKey + PLKeyword::Text::KeyEnd + sectionName +
+               PLKeyword::Text::LineEnd;
+        const int bodyStart = int(text.size());
+        if (openEntries || !writeLines(body, text)) {
+            text.truncate(bodyStart);
+            entries().write(text);
+        }
+        text += PLKeyword::Text::LineEnd;
+        return eSTATUS_SUCCESS;
+    });
+    if (status != eSTATUS_SUCCESS)
+        text = QString();
 }
 
 tag_estatus CPLSection::addKeyValue(QString key, QString value)
 {
     if (key.isEmpty())
         return eSTATUS_INVALID_ARGUMENT;
-    const auto entry = values.find(mapKey(key));
-    if (entry != values.end()) {
-        *entry = value;
+    return guarded([&] {
+        const QString lowerKey = mapKey(key);
+        Entries& all = entries();
+        const auto entry = all.values.find(lowerKey);
+        if (entry == all.values.end())
+            all.addPair(key, lowerKey, value);
+        else
+            *entry = value;
         return eSTATUS_SUCCESS;
-    }
-    pairIndex.insert(int(pairIndex.size()), entryCount);
-    appendEntry(key, value);
-    ++lineCount;
-    return eSTATUS_SUCCESS;
-}
-
-void CPLSection::appendEntry(const QString& key, const QString& value)
-{
-    values.insert(mapKey(key), value);
-    entryKeys.append(key);
-    ++entryCount;
+    });
 }
 
 tag_estatus CPLSection::getValue(QString key, QString* value) const
 {
     if (!value || key.isEmpty())
         return eSTATUS_NULL_ARGUMENT;
-    const auto entry = values.constFind(mapKey(key));
-    if (entry == values.cend())
-        return eSTATUS_KEY_NOT_FOUND;
-    *value = withoutComment(*entry);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString* const stored = entries().find(std::move(key));
+        if (!stored)
+            return eSTATUS_KEY_NOT_FOUND;
+        *value = withoutComment(*stored);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 template <typename Number, typename Convert>
-tag_estatus CPLSection::getNumber(const QString& key, Number* value, Convert convert) const
+tag_estatus CPLSection::getNumber(QString key, Number* value, Convert convert) const
 {
     if (!value)
         return eSTATUS_NULL_ARGUMENT;
-    QString text;
-    const tag_estatus status = getValue(key, &text);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    bool converted = false;
-    const Number number = convert(text, &converted);
-    *value = converted ? number : Number(0);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        QString text;
+        const tag_estatus status = getValue(std::move(key), &text);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        bool converted = false;
+        const Number number = convert(text, &converted);
+        *value = converted ? number : Number(0);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSection::getValue(QString key, short* value) const
 {
-    return getNumber(key, value, [](const QString& text, bool* ok) { return text.toShort(ok); });
+    return getNumber(std::move(key), value,
+                     [](const QString& text, bool* ok) { return text.toShort(ok); });
 }
 
 tag_estatus CPLSection::getValue(QString key, int* value) const
 {
-    return getNumber(key, value, [](const QString& text, bool* ok) { return text.toInt(ok); });
+    return getNumber(std::move(key), value,
+                     [](const QString& text, bool* ok) { return text.toInt(ok); });
 }
 
 tag_estatus CPLSection::getValue(QString key, long* value) const
 {
-    return getNumber(key, value, [](const QString& text, bool* ok) { return text.toLong(ok); });
+    return getNumber(std::move(key), value,
+                     [](const QString& text, bool* ok) { return text.toLong(ok); });
 }
 
 tag_estatus CPLSection::getValue(QString key, float* value) const
 {
-    return getNumber(key, value, [](const QString& text, bool* ok) { return text.toFloat(ok); });
+    return getNumber(std::move(key), value,
+                     [](const QString& text, bool* ok) { return text.toFloat(ok); });
 }
 
 tag_estatus CPLSection::getValue(QString key, double* value) const
 {
-    return getNumber(key, value, [](const QString& text, bool* ok) { return text.toDouble(ok); });
+    return getNumber(std::move(key), value,
+                     [](const QString& text, bool* ok) { return text.toDouble(ok); });
 }
 
 tag_estatus CPLSection::getRawValue(QString key, QString* value) const
 {
     if (!value)
         return eSTATUS_NULL_ARGUMENT;
-    const auto entry = values.constFind(mapKey(key));
-    if (entry == values.cend())
-        return eSTATUS_KEY_NOT_FOUND;
-    *value = *entry;
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString* const stored = entries().find(std::move(key));
+        if (!stored)
+            return eSTATUS_KEY_NOT_FOUND;
+        *value = *stored;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSection::setValue(QString key, QString value)
 {
-    const auto entry = values.find(mapKey(key));
-    if (entry == values.end())
-        return eSTATUS_KEY_NOT_FOUND;
-    *entry = withCommentOf(*entry, value);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        auto& values = entries().values;
+        const auto entry = values.find(mapKey(std::move(key)));
+        if (entry == values.end())
+            return eSTATUS_KEY_NOT_FOUND;
+        *entry = withCommentOf(*entry, value);
+        return eSTATUS_SUCCESS;
+    });
+}
+
+template <typename Number, typename Format>
+tag_estatus CPLSection::setNumber(QString key, Number value, Format format)
+{
+    return guarded([&] { return setValue(std::move(key), format(value)); });
 }
 
 tag_estatus CPLSection::setValue(QString key, short value)
 {
-    return setValue(key, QString::number(value));
+    return setNumber(std::move(key), value, [](short number) { return QString::number(number); });
 }
 
 tag_estatus CPLSection::setValue(QString key, int value)
 {
-    return setValue(key, QString::number(value));
+    return setNumber(std::move(key), value, [](int number) { return QString::number(number); });
 }
 
 tag_estatus CPLSection::setValue(QString key, long value)
 {
-    return setValue(key, QString::number(value));
+    return setNumber(std::move(key), value, [](long number) { return QString::number(number); });
 }
 
 tag_estatus CPLSection::setValue(QString key, float value)
 {
-    return setValue(key, fixedText(double(value)));
+    return setNumber(std::move(key), double(value), fixedText);
 }
 
 tag_estatus CPLSection::setValue(QString key, double value)
 {
-    return setValue(key, fixedText(value));
+    return setNumber(std::move(key), value, fixedText);
 }
 
 tag_estatus CPLSection::setRawValue(QString key, QString value)
 {
-    const auto entry = values.find(mapKey(key));
-    if (entry == values.end())
-        return eSTATUS_KEY_NOT_FOUND;
-    *entry = value;
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        auto& values = entries().values;
+        const auto entry = values.find(mapKey(std::move(key)));
+        if (entry == values.end())
+            return eSTATUS_KEY_NOT_FOUND;
+        *entry = value;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 QString CPLSection::operator[](QString key) const
 {
     QString value;
-    getValue(key, &value);
+    getValue(std::move(key), &value);
     return value;
 }
 
 QString CPLSection::operator[](int pairOrdinal) const
 {
-    return isPairOrdinal(pairOrdinal) ? (*this)[pairKey(pairOrdinal)] : QString();
+    QString key;
+    return getKey(pairOrdinal, &key) == eSTATUS_SUCCESS ? (*this)[key] : QString();
 }
 
 bool CPLSection::isKeyPresent(QString key) const
 {
-    return values.contains(mapKey(key));
+    QString value;
+    return getRawValue(std::move(key), &value) == eSTATUS_SUCCESS;
 }
 
 tag_estatus CPLSection::getKeyValuePairCount(int* count) const
 {
     if (!count)
         return eSTATUS_NULL_ARGUMENT;
-    *count = this->count();
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        *count = int(entries().pairIndex.size());
+        return eSTATUS_SUCCESS;
+    });
 }
 
 int CPLSection::count() const
 {
-    return int(pairIndex.size());
-}
-
-bool CPLSection::isPairOrdinal(int ordinal) const
-{
-    return ordinal >= 0 && ordinal < count();
-}
-
-const QString& CPLSection::pairKey(int ordinal) const
-{
-    return entryKeys.at(pairIndex.value(ordinal));
+    int pairs = 0;
+    getKeyValuePairCount(&pairs);
+    return pairs;
 }
 
 tag_estatus CPLSection::getKey(int pairOrdinal, QString* key) const
 {
     if (!key)
         return eSTATUS_NULL_ARGUMENT;
-    if (!isPairOrdinal(pairOrdinal))
-        return eSTATUS_FAILED;
-    *key = pairKey(pairOrdinal);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const QString* const stored = entries().pairKey(pairOrdinal);
+        if (!stored)
+            return eSTATUS_FAILED;
+        *key = *stored;
+        return eSTATUS_SUCCESS;
+    });
+}
+
+template <typename Pick>
+tag_estatus CPLSection::listPairs(QStringList* list, Pick pick) const
+{
+    if (!list)
+        return eSTATUS_NULL_ARGUMENT;
+    return guarded([&] {
+        const Entries& all = entries();
+        QStringList picked;
+        for (const int position : all.pairIndex)
+            picked.append(pick(all, position));
+        *list = picked;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSection::getKeyList(QStringList* list) const
 {
-    if (!list)
-        return eSTATUS_NULL_ARGUMENT;
-    list->clear();
-    for (const int position : pairIndex)
-        list->append(entryKeys.at(position));
-    return eSTATUS_SUCCESS;
+    return listPairs(list,
+                     [](const Entries& all, int position) { return all.entryKeys.at(position); });
 }
 
 tag_estatus CPLSection::getValueList(QStringList* list) const
 {
-    if (!list)
-        return eSTATUS_NULL_ARGUMENT;
-    list->clear();
-    for (const int position : pairIndex)
-        list->append((*this)[entryKeys.at(position)]);
-    return eSTATUS_SUCCESS;
+    return listPairs(list, [](const Entries& all, int position) {
+        // As getValue() has it: an empty key has no value.
+        const bool named = !all.entryKeys.at(position).isEmpty();
+        return named ? withoutComment(all.valueAt(position)) : QString();
+    });
 }
 
 tag_estatus CPLSection::getRawValueList(QStringList* list) const
 {
-    if (!list)
-        return eSTATUS_NULL_ARGUMENT;
-    list->clear();
-    for (const int position : pairIndex)
-        list->append(values.value(mapKey(entryKeys.at(position))));
-    return eSTATUS_SUCCESS;
+    return listPairs(list, [](const Entries& all, int position) { return all.valueAt(position); });
 }
 
 tag_estatus CPLSection::getKeylistFromKeyAndSubkey(QString key, QString subkey,
@@ -272,12 +483,17 @@ tag_estatus CPLSection::getKeylistFromKeyAndSubkey(QString key, QString subkey,
 {
     if (key.isEmpty() || !keys)
         return eSTATUS_NULL_ARGUMENT;
-    for (const int position : pairIndex) {
-        const QString& candidate = entryKeys.at(position);
-        if (isKeySelected(candidate, key, subkey))
-            keys->append(candidate);
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const Entries& all = entries();
+        QStringList selected;
+        for (const int position : all.pairIndex) {
+            const QString& candidate = all.entryKeys.at(position);
+            if (isKeySelected(candidate, key, subkey))
+                selected.append(candidate);
+        }
+        *keys += selected;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSection::getRDXAngle(double* angle) const
@@ -288,25 +504,26 @@ tag_estatus CPLSection::getRDXAngle(double* angle) const
 
 void CPLSection::clearKeyValuePairs()
 {
-    entryKeys.clear();
-    values.clear();
-    pairIndex.clear();
-    entryCount = 0;
-    lineCount = 0;
+    openEntries.reset();
+    body = QString();
 }
 
 tag_estatus CPLSection::getSectionName(QString* name, bool raw) const
 {
     if (!name)
         return eSTATUS_FAILED;
-    *name = raw ? sectionName : withoutComment(sectionName);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        *name = raw ? sectionName : withoutComment(sectionName);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSection::setSectionName(QString name)
 {
-    sectionName = withCommentOf(sectionName, name);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        sectionName = withCommentOf(sectionName, name);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSection::getSectionKey(QString* key) const
@@ -321,6 +538,6 @@ tag_estatus CPLSection::setSectionKey(QString key)
 {
     if (key.isNull())
         return eSTATUS_FAILED;
-    sectionKey = key;
+    sectionKey = std::move(key);
     return eSTATUS_SUCCESS;
 }

@@ -8,9 +8,10 @@
 #include "PLExport.h"
 #include "PLStatus.h"
 
-#include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+
+#include <memory>
 
 /**
  * One section of an info text: its key, its name and its entries in file order.
@@ -21,7 +22,11 @@
  * ordinals from 0 that pass over the comment lines.
  *
  * A section is a value: copies share nothing. A failing operation changes neither the section nor
- * its output arguments.
+ * its output arguments. Every operation that gives a status gives eSTATUS_OUT_OF_MEMORY when memory
+ * runs out; a query gives nothing then: null, false or 0. Copying throws std::bad_alloc.
+ *
+ * The text of a body is taken apart when its entries are first asked for, also by a const
+ * operation: one thread at a time may use a section.
  */
 class PARSERLIBRARY_EXPORT CPLSection
 {
@@ -55,7 +60,7 @@ public:
     /**
      * Gives the section as it is written: header line, entries and an empty line, ending in CR LF.
      *
-     * @param text  replaced by the section's text
+     * @param text  replaced by the section's text; null when memory runs out
      */
     void saveSectionData(QString& text) const;
     ///@}
@@ -205,19 +210,21 @@ public:
     ///@}
 
 private:
+    struct Entries;
+
+    [[nodiscard]] const Entries& entries() const;
+    [[nodiscard]] Entries& entries();
     template <typename Number, typename Convert>
-    tag_estatus getNumber(const QString& key, Number* value, Convert convert) const;
-    [[nodiscard]] bool isPairOrdinal(int ordinal) const;
-    [[nodiscard]] const QString& pairKey(int ordinal) const;
-    void appendEntry(const QString& key, const QString& value);
+    tag_estatus getNumber(QString key, Number* value, Convert convert) const;
+    template <typename Number, typename Format>
+    tag_estatus setNumber(QString key, Number value, Format format);
+    template <typename Pick>
+    tag_estatus listPairs(QStringList* list, Pick pick) const;
 
     QString sectionKey;
     QString sectionName;
-    qint32 entryCount = 0;
-    QStringList entryKeys;
-    QMap<QString, QString> values;
-    qint32 lineCount = 0;
-    QMap<int, int> pairIndex;
+    mutable QString body;                         ///< text of the entries until their first use
+    mutable std::unique_ptr<Entries> openEntries; ///< null until then
 };
 
 #endif

@@ -1,9 +1,10 @@
 #include "PLSequenceInfo.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/LabelSets.h"
-#include "internal/NewSection.h"
+#include "internal/SectionAccess.h"
 #include "internal/TextFile.h"
 #include "internal/VersionStamp.h"
 
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -86,7 +88,7 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 FileBytes readWhole(const QByteArray& path)
 {
     struct stat info = {};
-    if (::stat(path.constData(), &info) != 0)
+    if (isPipe(path) || ::stat(path.constData(), &info) != 0)
         return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
     if (qint64(info.st_size) > maxTextFileSize)
         return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
@@ -107,37 +109,43 @@ FileBytes readWhole(const QByteArray& path)
 CPLSequenceInfo::CPLSequenceInfo() = default;
 
 CPLSequenceInfo::CPLSequenceInfo(const CPLSequenceInfo& other)
+    : CPLSequenceInfo()
 {
-    copySections(other);
-}
-
-CPLSequenceInfo& CPLSequenceInfo::operator=(const CPLSequenceInfo& other)
-{
-    if (this != &other) {
-        clearSections();
-        copySections(other);
+    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry) {
+        auto copy = std::make_unique<CPLSection>(**entry);
+        sections.insert(sections.cend(), entry.key(), copy.get());
+        static_cast<void>(copy.release());
     }
-    return *this;
-}
-
-CPLSequenceInfo::~CPLSequenceInfo()
-{
-    clearSections();
-}
-
-void CPLSequenceInfo::copySections(const CPLSequenceInfo& other)
-{
     clickNumbers = other.clickNumbers;
     sequenceInfoPath = other.sequenceInfoPath;
     datasetName = other.datasetName;
     userId = other.userId;
     datasetCount = other.datasetCount;
     emptySequence = other.emptySequence;
-    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry)
-        sections.insert(sections.cend(), entry.key(), new CPLSection(**entry));
     sectionKeys = other.sectionKeys;
     sectionCount = other.sectionCount;
     fileSectionCount = other.fileSectionCount;
+}
+
+CPLSequenceInfo& CPLSequenceInfo::operator=(const CPLSequenceInfo& other)
+{
+    CPLSequenceInfo copy(other);
+    clickNumbers.swap(copy.clickNumbers);
+    sequenceInfoPath.swap(copy.sequenceInfoPath);
+    datasetName.swap(copy.datasetName);
+    userId.swap(copy.userId);
+    std::swap(datasetCount, copy.datasetCount);
+    std::swap(emptySequence, copy.emptySequence);
+    sections.swap(copy.sections);
+    sectionKeys.swap(copy.sectionKeys);
+    std::swap(sectionCount, copy.sectionCount);
+    std::swap(fileSectionCount, copy.fileSectionCount);
+    return *this;
+}
+
+CPLSequenceInfo::~CPLSequenceInfo()
+{
+    clearSections();
 }
 
 void CPLSequenceInfo::clearSections()
@@ -153,22 +161,24 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
 {
     if (path.isEmpty())
         return eSTATUS_INVALID_ARGUMENT;
-    clearSections();
-    sequenceInfoPath = folderOf(path);
-    const QByteArray latin1Path = path.toLatin1();
-    FileBytes file;
-    file.status = eSTATUS_FILE_NOT_FOUND;
-    if (QString::fromLatin1(latin1Path) == path)
-        file = readWhole(latin1Path);
-    if (file.status == eSTATUS_FILE_NOT_FOUND)
-        file = readWhole(QFile::encodeName(path));
-    if (file.status != eSTATUS_SUCCESS)
-        return file.status;
-    loadSections(file.bytes.get(), file.size);
-    fileSectionCount = sectionCount;
-    if (datasetCount > 0)
-        return eSTATUS_SUCCESS;
-    return emptySequence ? eSTATUS_EMPTY_SEQUENCE : eSTATUS_NO_CLICK_NUMBERS;
+    return guarded([&] {
+        clearSections();
+        sequenceInfoPath = folderOf(path);
+        const QByteArray latin1Path = path.toLatin1();
+        FileBytes file;
+        file.status = eSTATUS_FILE_NOT_FOUND;
+        if (QString::fromLatin1(latin1Path) == path)
+            file = readWhole(latin1Path);
+        if (file.status == eSTATUS_FILE_NOT_FOUND)
+            file = readWhole(QFile::encodeName(path));
+        if (file.status != eSTATUS_SUCCESS)
+            return file.status;
+        loadSections(file.bytes.get(), file.size);
+        fileSectionCount = sectionCount;
+        if (datasetCount > 0)
+            return eSTATUS_SUCCESS;
+        return emptySequence ? eSTATUS_EMPTY_SEQUENCE : eSTATUS_NO_CLICK_NUMBERS;
+    });
 }
 
 void CPLSequenceInfo::loadSections(const char* bytes, int size)
@@ -199,45 +209,39 @@ tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)
 {
     const QStringView header = firstLine(text);
     const bool closed = header.endsWith(QLatin1Char('\n'));
-    auto section = makeSection(sectionKey, closed ? nameIn(header) : QString());
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
+    auto section = std::make_unique<CPLSection>(sectionKey, closed ? nameIn(header) : QString());
     if (closed)
         text.remove(0, int(header.size()));
     section->loadSectionData(text);
-    const CPLSection content = *section;
-    const tag_estatus status = addOrDestroy(*this, std::move(section));
-    if (status == eSTATUS_SUCCESS)
-        interpret(sectionKey, content);
-    return status;
+    interpret(sectionKey, *section);
+    return take(std::move(section));
 }
 
 void CPLSequenceInfo::interpret(const QString& sectionKey, const CPLSection& section)
 {
     if (sectionKey == Section::Sequence) {
-        section.getSectionName(&datasetName, false);
+        checked(section.getSectionName(&datasetName, false));
     } else if (sectionKey == Section::ClickNumbers) {
-        section.getValueList(&clickNumbers);
+        checked(section.getValueList(&clickNumbers));
         datasetCount = int(clickNumbers.size());
     } else if (sectionKey == Section::UserInput) {
-        userId = section[Key::UserId];
+        userId = valueOf(section, Key::UserId);
     } else if (sectionKey == Section::GraphControls) {
         int empty = 0;
-        section.getValue(Key::EmptySequence, &empty);
+        checked(section.getValue(Key::EmptySequence, &empty));
         emptySequence = empty != 0;
     }
 }
 
 tag_estatus CPLSequenceInfo::saveFile(QString path) const
 {
-    QByteArray data;
-    QString text;
-    for (const QString& key : sectionKeys) {
-        sections.value(key)->saveSectionData(text);
-        data += text.toLatin1();
-    }
-    data += PLKeyword::Text::DocumentEnd.data();
-    return writeFile(path, data, WriteMode::Replace);
+    return guarded([&] {
+        QByteArray data;
+        for (const QString& key : sectionKeys)
+            data += latin1TextOf(*sections.value(key));
+        data += PLKeyword::Text::DocumentEnd.data();
+        return writeFile(path, data, WriteMode::Replace);
+    });
 }
 
 int CPLSequenceInfo::getNumDatasets() const
@@ -269,8 +273,10 @@ QString CPLSequenceInfo::getDatasetPath(int index) const
 {
     if (index < 0 || index >= datasetCount)
         return {};
-    return sequenceInfoPath + clickNumbers.at(index) + QLatin1Char('/') +
-           PLKeyword::File::ClickInfo;
+    return answerOf([&]() -> QString {
+        return sequenceInfoPath + clickNumbers.at(index) + QLatin1Char('/') +
+               PLKeyword::File::ClickInfo;
+    });
 }
 
 QStringList CPLSequenceInfo::getClickNumberList() const
@@ -280,23 +286,29 @@ QStringList CPLSequenceInfo::getClickNumberList() const
 
 void CPLSequenceInfo::addClickNumber(QString clickNumber)
 {
-    clickNumbers.append(clickNumber);
-    datasetCount = int(clickNumbers.size());
-    if (CPLSection* const section = (*this)[Section::ClickNumbers])
-        section->addKeyValue(clickNumberKey(datasetCount), clickNumber);
+    guarded([&] {
+        clickNumbers.append(clickNumber);
+        datasetCount = int(clickNumbers.size());
+        CPLSection* const section = (*this)[Section::ClickNumbers];
+        return section ? section->addKeyValue(clickNumberKey(datasetCount), clickNumber)
+                       : eSTATUS_SUCCESS;
+    });
 }
 
 bool CPLSequenceInfo::removeClickNumber(QString clickNumber)
 {
-    if (!clickNumbers.removeOne(clickNumber))
+    if (!answerOf([&] { return clickNumbers.removeOne(clickNumber); }))
         return false;
     datasetCount = int(clickNumbers.size());
     CPLSection* const section = (*this)[Section::ClickNumbers];
     if (!section)
         return true;
     section->clearKeyValuePairs();
-    for (int i = 0; i < datasetCount; ++i)
-        section->addKeyValue(clickNumberKey(i + 1), clickNumbers.at(i));
+    guarded([&] {
+        for (int i = 0; i < datasetCount; ++i)
+            addPair(*section, clickNumberKey(i + 1), clickNumbers.at(i));
+        return eSTATUS_SUCCESS;
+    });
     return true;
 }
 
@@ -333,10 +345,26 @@ tag_estatus CPLSequenceInfo::addSection(CPLSection* section)
         return eSTATUS_EMPTY_SECTION_KEY;
     if (sections.contains(key))
         return eSTATUS_SUCCESS;
-    sections.insert(key, section);
-    sectionKeys.append(key);
-    ++sectionCount;
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        sectionKeys.append(key);
+        try {
+            sections.insert(key, section);
+        } catch (...) {
+            sectionKeys.removeLast();
+            throw;
+        }
+        ++sectionCount;
+        return eSTATUS_SUCCESS;
+    });
+}
+
+tag_estatus CPLSequenceInfo::take(std::unique_ptr<CPLSection> section)
+{
+    const int before = sectionCount;
+    const tag_estatus status = checked(addSection(section.get()));
+    if (sectionCount > before)
+        static_cast<void>(section.release());
+    return status;
 }
 
 tag_estatus CPLSequenceInfo::removeSection(QString sectionKey)
@@ -357,42 +385,46 @@ int CPLSequenceInfo::getFileSectionCount() const
 
 tag_estatus CPLSequenceInfo::addSequenceNumberSection(QString version)
 {
-    auto section = makeSection(Section::Sequence, datasetName);
-    if (!section)
-        return eSTATUS_SUCCESS;
-    section->addKeyValue(Key::Version, versionStamp(version));
-    section->addKeyValue(Key::FolderOnDisk, Value::Empty);
-    section->addKeyValue(Key::ClickInfoType, Value::SingleClickAnalysis);
-    addOrDestroy(*this, std::move(section));
+    guarded([&] {
+        auto section = std::make_unique<CPLSection>(Section::Sequence, datasetName);
+        addPair(*section, Key::Version, versionStamp(version));
+        addPair(*section, Key::FolderOnDisk, Value::Empty);
+        addPair(*section, Key::ClickInfoType, Value::SingleClickAnalysis);
+        return take(std::move(section));
+    });
     return eSTATUS_SUCCESS;
 }
 
 tag_estatus CPLSequenceInfo::addSeqUserSection(tag_eimagetype imageType, QString user)
 {
-    auto section = makeSection(Section::UserInput, Value::Empty);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    const bool overlay = imageType == eIMAGE_OVERLAY;
-    section->addKeyValue(Key::UserId, user);
-    section->addKeyValue(Key::DisplayType, overlay ? Value::DisplayOverlay : Value::DisplaySingle);
-    addOrDestroy(*this, std::move(section));
-    return appendLabelSet(*this);
+    return guarded([&] {
+        const bool overlay = imageType == eIMAGE_OVERLAY;
+        auto section = std::make_unique<CPLSection>(Section::UserInput, Value::Empty);
+        addPair(*section, Key::UserId, user);
+        addPair(*section, Key::DisplayType, overlay ? Value::DisplayOverlay : Value::DisplaySingle);
+        take(std::move(section));
+        return isSectionPresent(Section::UserLabelNameSet) ? eSTATUS_SUCCESS
+                                                           : take(makeUniversalLabelSet());
+    });
 }
 
 void CPLSequenceInfo::addRestoreResult(QString key, QString value)
 {
     if (key.isEmpty() || value.isEmpty())
         return;
-    if (!isSectionPresent(Section::RestoreResults)) {
-        auto section = makeSection(Section::RestoreResults, Value::Empty);
-        if (!section)
-            return;
-        addOrDestroy(*this, std::move(section));
-    }
-    (*this)[Section::RestoreResults]->addKeyValue(key, value);
+    guarded([&] {
+        if (!isSectionPresent(Section::RestoreResults))
+            take(std::make_unique<CPLSection>(Section::RestoreResults, Value::Empty));
+        return (*this)[Section::RestoreResults]->addKeyValue(key, value);
+    });
 }
 
 tag_estatus CPLSequenceInfo::appendUserSpecificSections(bool)
 {
-    return appendUserSections(*this, false);
+    return guarded([&] {
+        return appendUserSections(
+            [this](const QString& key) { return sections.value(key); },
+            [this](std::unique_ptr<CPLSection> section) { return take(std::move(section)); },
+            false);
+    });
 }

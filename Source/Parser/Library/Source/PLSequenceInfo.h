@@ -14,6 +14,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <memory>
+
 /**
  * A sequence: the ordered click numbers of its acquisitions, its name, and descriptive sections.
  *
@@ -182,7 +184,7 @@ private:
     void loadSections(const char* bytes, int size);
     void loadChunk(const QByteArray& chunk, const QByteArray& key);
     void interpret(const QString& sectionKey, const CPLSection& section);
-    void copySections(const CPLSequenceInfo& other);
+    tag_estatus take(std::unique_ptr<CPLSection> section);
     void clearSections();
 
     QStringList clickNumbers;

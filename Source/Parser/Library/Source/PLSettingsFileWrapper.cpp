@@ -2,7 +2,7 @@
 
 #include "PLKeywords.h"
 #include "internal/InfoText.h"
-#include "internal/NewSection.h"
+#include "internal/SectionAccess.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -22,6 +22,11 @@ QString keyOf(const CPLSection& section)
     QString key;
     section.getSectionKey(&key);
     return key;
+}
+
+std::unique_ptr<CPLSection> newSection(const QString& key)
+{
+    return std::make_unique<CPLSection>(key, PLKeyword::Value::Empty);
 }
 
 bool equalsIgnoringCase(const QString& a, const QString& b)
@@ -150,7 +155,7 @@ tag_estatus CPLSettingsFileWrapper::addSection(CPLSection* section)
 tag_estatus CPLSettingsFileWrapper::load(const QString& path)
 {
     if (loadMode == eLOAD_FOLDER)
-        return checkFolder();
+        return guarded([&] { return checkFolder(); });
     if (loadMode != eLOAD_FILE)
         return eSTATUS_SUCCESS;
     if (path.isEmpty())
@@ -192,7 +197,7 @@ QList<CPLSection*> CPLSettingsFileWrapper::getSections(QString prefix) const
 {
     QList<CPLSection*> settings;
     for (int i = 0; i < sectionCount; ++i) {
-        CPLSection* const section = (*this)[i];
+        CPLSection* const section = find(sectionKeys.at(i));
         const QString key = keyOf(*section);
         if (key.contains(sectionNameTag) && key.contains(prefix))
             settings.append(section);
@@ -202,8 +207,8 @@ QList<CPLSection*> CPLSettingsFileWrapper::getSections(QString prefix) const
 
 tag_estatus CPLSettingsFileWrapper::readMenuName(const CPLSection& section, QString* name) const
 {
-    return useSectionNameForMenuName ? section.getSectionName(name, true)
-                                     : section.getRawValue(menuNameTag, name);
+    return checked(useSectionNameForMenuName ? section.getSectionName(name, true)
+                                             : section.getRawValue(menuNameTag, name));
 }
 
 QStringList CPLSettingsFileWrapper::menuNamesOf(const QList<CPLSection*>& settings) const
@@ -274,13 +279,15 @@ QString CPLSettingsFileWrapper::getFileNameForMenuName(const QString& menuName,
 tag_estatus CPLSettingsFileWrapper::setFileNameForMenuName(const QString& menuName,
                                                            const QString& fileName)
 {
-    if (getSections().isEmpty())
-        return eSTATUS_EMPTY_SECTION_KEY;
-    tag_estatus status = eSTATUS_KEY_NOT_FOUND;
-    const QList<CPLSection*> named = withMenuName(menuName, Qt::CaseInsensitive);
-    for (CPLSection* const section : named)
-        status = section->setValue(fileNameTag, fileName);
-    return status;
+    return guarded([&] {
+        if (getSections().isEmpty())
+            return eSTATUS_EMPTY_SECTION_KEY;
+        tag_estatus status = eSTATUS_KEY_NOT_FOUND;
+        const QList<CPLSection*> named = withMenuName(menuName, Qt::CaseInsensitive);
+        for (CPLSection* const section : named)
+            status = checked(section->setValue(fileNameTag, fileName));
+        return status;
+    });
 }
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName() const
@@ -330,34 +337,34 @@ QString CPLSettingsFileWrapper::getNextAutoMenuName_core(const QList<CPLSection*
 
 tag_estatus CPLSettingsFileWrapper::addSection(const QString& prefix, const QString& menuName)
 {
-    auto section = makeSection(getNextAvailableSectionName(prefix), PLKeyword::Value::Empty);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    if (useSectionNameForMenuName)
-        section->setSectionName(menuName);
-    else
-        section->addKeyValue(menuNameTag, menuName);
-    return addOrDestroy(*this, std::move(section));
+    return guarded([&] {
+        auto section = newSection(getNextAvailableSectionName(prefix));
+        if (useSectionNameForMenuName)
+            checked(section->setSectionName(menuName));
+        else
+            addPair(*section, menuNameTag, menuName);
+        return take(std::move(section));
+    });
 }
 
 tag_estatus CPLSettingsFileWrapper::addSection(const QString& prefix, const QString& menuName,
                                                const QString& fileName)
 {
-    auto section = makeSection(getNextAvailableSectionName(prefix), PLKeyword::Value::Empty);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    section->addKeyValue(menuNameTag, menuName);
-    section->addKeyValue(fileNameTag, fileName);
-    return addOrDestroy(*this, std::move(section));
+    return guarded([&] {
+        auto section = newSection(getNextAvailableSectionName(prefix));
+        addPair(*section, menuNameTag, menuName);
+        addPair(*section, fileNameTag, fileName);
+        return take(std::move(section));
+    });
 }
 
 tag_estatus CPLSettingsFileWrapper::addSection(const QString& menuName)
 {
-    auto section = makeSection(getNextAvailableSectionName(), PLKeyword::Value::Empty);
-    if (!section)
-        return eSTATUS_OUT_OF_MEMORY;
-    section->addKeyValue(menuNameTag, menuName);
-    return addOrDestroy(*this, std::move(section));
+    return guarded([&] {
+        auto section = newSection(getNextAvailableSectionName());
+        addPair(*section, menuNameTag, menuName);
+        return take(std::move(section));
+    });
 }
 
 tag_estatus CPLSettingsFileWrapper::deleteSection(const QString&)
@@ -372,27 +379,29 @@ tag_estatus CPLSettingsFileWrapper::deleteSection(int)
 
 tag_estatus CPLSettingsFileWrapper::initFromSections(const QList<CPLSection*>& list)
 {
-    for (const CPLSection* const section : list) {
-        if (!section)
-            return eSTATUS_NULL_ARGUMENT;
-        auto copy = copyOf(*section);
-        if (!copy)
-            return eSTATUS_OUT_OF_MEMORY;
-        const tag_estatus status = addOrDestroy(*this, std::move(copy));
-        if (status != eSTATUS_SUCCESS)
-            return status;
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        for (const CPLSection* const section : list) {
+            if (!section)
+                return eSTATUS_NULL_ARGUMENT;
+            const tag_estatus status = take(std::make_unique<CPLSection>(*section));
+            if (status != eSTATUS_SUCCESS)
+                return status;
+        }
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLSettingsFileWrapper::initFromROISections(const QList<CPLSection*>& list)
 {
-    QList<CPLSection*> regions;
-    for (CPLSection* const section : list) {
-        if (!section || keyOf(*section).contains(PLKeyword::Section::RoiFile, Qt::CaseInsensitive))
-            regions.append(section);
-    }
-    return initFromSections(regions);
+    return guarded([&] {
+        QList<CPLSection*> regions;
+        for (CPLSection* const section : list) {
+            if (!section ||
+                keyOf(*section).contains(PLKeyword::Section::RoiFile, Qt::CaseInsensitive))
+                regions.append(section);
+        }
+        return initFromSections(regions);
+    });
 }
 
 void CPLSettingsFileWrapper::setSectionNameTag(const QString& tag)

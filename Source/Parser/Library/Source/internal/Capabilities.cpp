@@ -1,5 +1,7 @@
 #include "Capabilities.h"
 
+#include "SectionAccess.h"
+
 #include <algorithm>
 
 namespace ovparser::internal {
@@ -27,7 +29,7 @@ constexpr SystemName systemNames[] = {
 int integerOf(const CPLSection& section, QLatin1String key, int absent)
 {
     int number = absent;
-    section.getValue(key, &number);
+    checked(section.getValue(key, &number));
     return number;
 }
 
@@ -156,11 +158,11 @@ bool holds(const Condition& condition, const CPLSection& section, const State& s
     case Condition::Yes:
         return readsYes(section, condition.key);
     case Condition::Present:
-        return section.isKeyPresent(condition.key);
+        return hasKey(section, condition.key);
     case Condition::NotNegative:
         return integerOf(section, condition.key, -1) >= 0;
     case Condition::Contains:
-        return section[condition.key].contains(condition.text, Qt::CaseInsensitive);
+        return valueOf(section, condition.key).contains(condition.text, Qt::CaseInsensitive);
     case Condition::Set:
         return state.*condition.flag;
     case Condition::Clear:
@@ -184,7 +186,7 @@ void applyRow(const Row& row, const CPLSection& section, InstrumentState& state)
 
 void deriveOmega(const CPLSection& section, InstrumentState& state)
 {
-    const QString value = section[Key::OmegaController];
+    const QString value = valueOf(section, Key::OmegaController);
     for (const OmegaRow& row : omegaRows) {
         if (value.compare(row.value, Qt::CaseInsensitive) == 0) {
             state.omegaInstalled = true;
@@ -199,7 +201,8 @@ void deriveOmega(const CPLSection& section, InstrumentState& state)
 
 void deriveDoor(const CPLSection& section, InstrumentState& state)
 {
-    const bool oldTray = section[Key::ElectronicsTrayPartNumber] == Value::OldElectronicsTray;
+    const bool oldTray =
+        valueOf(section, Key::ElectronicsTrayPartNumber) == Value::OldElectronicsTray;
     state.doorClosedOnZeroStatus =
         !state.usbIoBoardInstalled && state.systemType != eVEXA_200 && !oldTray;
 }
@@ -217,7 +220,7 @@ EVEXA_Types classifySystem(const QString& systemConfiguration)
 
 bool readsYes(const CPLSection& section, QLatin1String key)
 {
-    return section[key].compare(Value::Yes, Qt::CaseInsensitive) == 0;
+    return valueOf(section, key).compare(Value::Yes, Qt::CaseInsensitive) == 0;
 }
 
 void deriveCapabilities(const CPLSection& section, InstrumentState& state)

@@ -1,5 +1,7 @@
 #include "ImageSections.h"
 
+#include "SectionAccess.h"
+
 #include "NumberFormat.h"
 #include "PLKeywords.h"
 
@@ -323,7 +325,7 @@ void addKeys(CPLSection& section, const KeyTable& table, const sIASetupInfo& set
 {
     for (const KeyRow& row : table) {
         if ((row.needs & ~facts) == 0)
-            section.addKeyValue(row.key, std::visit(ValueText{setup}, row.source));
+            addPair(section, row.key, std::visit(ValueText{setup}, row.source));
     }
 }
 

@@ -98,7 +98,18 @@ QString folderOf(const QString& path)
 
 QByteArray withLineFeeds(QByteArray bytes)
 {
-    return bytes.replace("\r\n", "\n").replace('\r', '\n');
+    const char* const end = bytes.data() + bytes.size();
+    const char* in = std::find(bytes.cbegin(), bytes.cend(), '\r');
+    char* out = bytes.data() + (in - bytes.constData());
+    while (in != end) {
+        *out++ = '\n';
+        in += end - in > 1 && in[1] == '\n' ? 2 : 1;
+        const char* const next = std::find(in, end, '\r');
+        out = std::copy(in, next, out);
+        in = next;
+    }
+    bytes.truncate(int(out - bytes.constData()));
+    return bytes;
 }
 
 QString decodeInfoText(QByteArray bytes)
@@ -109,6 +120,11 @@ QString decodeInfoText(QByteArray bytes)
 
 QString latin1Form(const QString& text)
 {
+    ushort bits = 0;
+    for (const QChar c : text)
+        bits |= c.unicode();
+    if (bits <= 0xFF)
+        return text;
     const QByteArray bytes = text.toLatin1();
     return QString::fromLatin1(bytes.constData(), bytes.size());
 }

@@ -14,6 +14,7 @@
 #include <QtCore/QStringView>
 
 #include <optional>
+#include <utility>
 
 namespace ovparser::internal {
 
@@ -30,9 +31,9 @@ namespace ovparser::internal {
 [[nodiscard]] QString withCommentOf(const QString& old, const QString& text);
 
 /** The form of a key under which maps hold it. */
-[[nodiscard]] inline QString mapKey(const QString& key)
+[[nodiscard]] inline QString mapKey(QString key)
 {
-    return key.toLower();
+    return std::move(key).toLower(); // in place where nobody else holds the text
 }
 
 /**

@@ -5,12 +5,12 @@
 #ifndef OVPARSER_INTERNAL_LABELSETS_H
 #define OVPARSER_INTERNAL_LABELSETS_H
 
-#include "NewSection.h"
 #include "PLKeywords.h"
+#include "SectionAccess.h"
 
 namespace ovparser::internal {
 
-/** The universal label set: its sixteen keys with empty values; null without memory. */
+/** The universal label set: its sixteen keys with empty values. */
 [[nodiscard]] std::unique_ptr<CPLSection> makeUniversalLabelSet();
 
 /**
@@ -19,34 +19,37 @@ namespace ovparser::internal {
  *
  * @param userFields  whether "User ID" and "Display Type" come first
  * @param userInput   receives the section
- * @return eSTATUS_OUT_OF_MEMORY, or the status of the first pair that could not be added
+ * @return the status of the first pair that could not be added
  */
 [[nodiscard]] tag_estatus makeUserInput(const CPLSection& labelSet, bool userFields,
                                         std::unique_ptr<CPLSection>* userInput);
 
-/** Adds the universal label set to a document that holds no label set. */
-template <typename Document>
-tag_estatus appendLabelSet(Document& document)
+/**
+ * Adds the universal label set to a document that holds no label set.
+ *
+ * @param find  gives the document's section of a key, null without one
+ * @param take  hands a section over to the document and gives the status of that
+ */
+template <typename Find, typename Take>
+tag_estatus appendLabelSet(Find find, Take take)
 {
-    if (document.isSectionPresent(PLKeyword::Section::UserLabelNameSet))
-        return eSTATUS_SUCCESS;
-    auto labelSet = makeUniversalLabelSet();
-    return labelSet ? addOrDestroy(document, std::move(labelSet)) : eSTATUS_OUT_OF_MEMORY;
+    const bool present = find(PLKeyword::Section::UserLabelNameSet) != nullptr;
+    return present ? eSTATUS_SUCCESS : take(makeUniversalLabelSet());
 }
 
 /** Adds the label set and the "User Input" section, each where it is missing. */
-template <typename Document>
-tag_estatus appendUserSections(Document& document, bool userFields)
+template <typename Find, typename Take>
+tag_estatus appendUserSections(Find find, Take take, bool userFields)
 {
-    tag_estatus status = appendLabelSet(document);
-    if (status != eSTATUS_SUCCESS || document.isSectionPresent(PLKeyword::Section::UserInput))
+    tag_estatus status = appendLabelSet(find, take);
+    if (status != eSTATUS_SUCCESS || find(PLKeyword::Section::UserInput))
         return status;
-    const CPLSection* const labelSet = document[PLKeyword::Section::UserLabelNameSet];
+    const CPLSection* const labelSet = find(PLKeyword::Section::UserLabelNameSet);
     if (!labelSet)
         return eSTATUS_SECTION_NOT_FOUND;
     std::unique_ptr<CPLSection> userInput;
     status = makeUserInput(*labelSet, userFields, &userInput);
-    return status == eSTATUS_SUCCESS ? addOrDestroy(document, std::move(userInput)) : status;
+    return status == eSTATUS_SUCCESS ? take(std::move(userInput)) : status;
 }
 
 } // namespace ovparser::internal

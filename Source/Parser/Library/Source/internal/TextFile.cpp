@@ -2,26 +2,57 @@
 
 #include <QtCore/QFile>
 
+#include <sys/stat.h>
+
 namespace ovparser::internal {
+
+namespace {
+
+/** Whether opening the file cannot wait for another program, as that of a named pipe does. */
+bool mayBeOpened(const QFile& file)
+{
+    return !file.fileName().isEmpty() && !isPipe(QFile::encodeName(file.fileName()));
+}
+
+} // namespace
+
+bool isPipe(const QByteArray& path)
+{
+#ifdef S_ISFIFO
+    struct stat info = {};
+    return ::stat(path.constData(), &info) == 0 && S_ISFIFO(info.st_mode);
+#else
+    Q_UNUSED(path)
+    return false;
+#endif
+}
 
 QByteArray readBounded(QIODevice& device, qint64 limit)
 {
-    constexpr qint64 chunkSize = qint64(64) * 1024;
-    QByteArray bytes;
-    bytes.reserve(int(qMin(device.size(), limit)));
-    while (bytes.size() <= limit) {
-        const QByteArray chunk = device.read(qMin(chunkSize, limit + 1 - bytes.size()));
-        if (chunk.isEmpty())
+    // One byte of room more than the file has tells its end from its growth.
+    QByteArray bytes(int(qMin(device.size(), limit)) + 1, Qt::Uninitialized);
+    int size = 0;
+    while (size <= limit) {
+        if (size == bytes.size())
+            bytes.resize(int(qMin(qint64(size) * 2, limit + 1)));
+        const auto read = int(device.read(bytes.data() + size, bytes.size() - size));
+        if (read <= 0)
             break;
-        bytes += chunk;
+        size += read;
     }
+    bytes.truncate(size);
     return bytes;
+}
+
+bool openToRead(QFile& file)
+{
+    return mayBeOpened(file) && file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
 tag_estatus readFile(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
+    if (!openToRead(file))
         return eSTATUS_FILE_OPEN_FAILED;
     QByteArray content = readBounded(file, maxTextFileSize);
     if (file.error() != QFileDevice::NoError)
@@ -38,7 +69,7 @@ tag_estatus writeFile(const QString& path, const QByteArray& bytes, WriteMode mo
         mode == WriteMode::Append ? QIODevice::Append : QIODevice::Truncate;
     QFile file(path);
     // Unbuffered: a buffer would take the bytes and hide that the disk does not.
-    if (path.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered | how))
+    if (!mayBeOpened(file) || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered | how))
         return eSTATUS_FILE_OPEN_FAILED;
     return file.write(bytes) == bytes.size() ? eSTATUS_SUCCESS : eSTATUS_FAILED;
 }

@@ -10,6 +10,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+class QFile;
 class QIODevice;
 
 namespace ovparser::internal {
@@ -22,6 +23,13 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
 
 /** Reads a device to its end, but no more than one byte beyond a limit. */
 [[nodiscard]] QByteArray readBounded(QIODevice& device, qint64 limit);
+
+/** Whether a path, in the file system's encoding, is that of a pipe. */
+[[nodiscard]] bool isPipe(const QByteArray& path);
+
+/** Opens a file to read, without a buffer; a pipe, which may have nothing to give, is not opened.
+ */
+[[nodiscard]] bool openToRead(QFile& file);
 
 /**
  * Reads all bytes of a file.
