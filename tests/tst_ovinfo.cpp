@@ -5,6 +5,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 
 #include <clocale>
 
@@ -273,6 +274,76 @@ private Q_SLOTS:
         QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
     }
 
+    void scansAnArchive()
+    {
+        const QString archive = m_folder.filePath("archive"_s);
+        for (const char* const folder : {"seq/A", "seq/B/ClickInfo.txt", "seq/C", "lone"})
+            QVERIFY(QDir().mkpath(archive + u'/' + QLatin1String(folder)));
+        const QByteArray user = "\n*** User Input:\nUser ID: U\nGroup: 007\nExperiment: a, \"b\"\n";
+        const QByteArray image = "\n*** luminescent image:\nAcquisition Date: Tuesday, March 05, 2024\n"
+                                 "Luminescent Exposure (Seconds): 2\nLuminescent Exposure Units: min\n";
+        support::writeFile(archive + "/seq/SequenceInfo.txt"_s, "*** Sequence: S\n*** ClickNumbers:\n1: B\n2: A\n");
+        support::writeFile(archive + "/seq/A/ClickInfo.txt"_s, "*** ClickNumber: A1\nk: v\n" + user + image);
+        support::writeFile(archive + "/seq/C/ClickInfo.txt"_s, user);
+        support::writeFile(archive + "/lone/ClickInfo.txt"_s, image);
+        QVERIFY(QFile::link(archive, archive + "/loop"_s));
+        const QStringList study = {"study"_s, "--recursive"_s};
+        const Answer answer = run(study + QStringList{"--jsonl"_s, archive});
+        QCOMPARE(answer.code, 1);
+        QCOMPARE(answer.error, "ovinfo: "_s + archive + "/seq/B/ClickInfo.txt: a folder, not a file\n"_s);
+        const QStringList lines = answer.output.split(u'\n');
+        QCOMPARE(int(lines.size()), 4);
+        QStringList clickNumbers;
+        for (const QString& line : lines)
+            clickNumbers += QJsonDocument::fromJson(line.toUtf8())["clickNumber"_s].toString();
+        QCOMPARE(clickNumbers, (QStringList{"lone"_s, "A1"_s, "C"_s, ""_s}));
+        const QJsonObject record = QJsonDocument::fromJson(lines.at(1).toUtf8()).object();
+        QCOMPARE(record["exposureSeconds"_s], QJsonValue(120));
+        QCOMPARE(record["date"_s], QJsonValue("2024-03-05"_s));
+        QCOMPARE(record["sequenceName"_s], QJsonValue("S"_s));
+        QCOMPARE(record["labels"_s].toObject()["Group"_s], QJsonValue("007"_s));
+        support::writeFile(m_folder.filePath("list"_s), archive.toUtf8() + '\n');
+        const QStringList list = {"--from-file"_s, m_folder.filePath("list"_s)};
+        QCOMPARE(run(study + list + QStringList{"--jsonl"_s, "--jobs"_s, "1"_s}).output, answer.output);
+        const Answer csv = run(study + list + QStringList{"--csv"_s});
+        QVERIFY2(csv.output.contains(",120,,,,,,,007,\"a, \"\"b\"\"\","_s), qPrintable(csv.output));
+        QCOMPARE(int(csv.output.count("\r\n"_s)), 4);
+        const Answer all = run(study + list + QStringList{"--json"_s});
+        QCOMPARE(int(QJsonDocument::fromJson(all.output.toUtf8())["failures"_s].toArray().size()), 1);
+    }
+
+    // The names that the program has are those of its help.
+    void isDescribedInFull()
+    {
+        const QString sources = QStringLiteral(OVPARSER_EXAMPLES "/../tool/");
+        const QString manual = QString::fromUtf8(support::readFile(sources + "ovinfo.1"_s));
+        const QString zsh = QString::fromUtf8(support::readFile(sources + "completions/_ovinfo"_s));
+        const QString bash = "source "_s + sources + "completions/ovinfo.bash; "_s;
+        const QString help = run({"--help"_s}).output;
+        const QStringList verbs = namesIn(help, "  ovinfo (\\w+) "_s);
+        QCOMPARE(int(verbs.size()), 10);
+        const QString bashVerbs = shell(bash + "COMP_WORDS=(ovinfo ''); COMP_CWORD=1; _ovinfo; echo ${COMPREPLY[*]}"_s);
+        QCOMPARE(bashVerbs, verbs.join(u' ') + " -h --help --version\n"_s);
+        for (const QString& verb : verbs) {
+            QVERIFY2(zsh.contains(u'\'' + verb + u':') && zsh.contains(verb), qPrintable(verb));
+            QVERIFY2(manual.contains("\n.It Cm "_s + verb), qPrintable(verb));
+            const QString bashOptions = shell(bash + "_ovinfo_options "_s + verb);
+            const QStringList options = namesIn(run({verb, "--help"_s}).output, "--([\\w-]+)"_s);
+            QCOMPARE(sorted(namesIn(bashOptions, "--([\\w-]+)"_s)), sorted(options));
+            for (const QString& option : options) {
+                const bool listed = option == "help"_s || help.contains("--"_s + option);
+                QVERIFY2(listed && manual.contains("Fl Fl "_s + option), qPrintable(option));
+                QVERIFY2(zsh.contains("--"_s + option), qPrintable(option));
+            }
+        }
+        QCOMPARE(shell(bash + "COMP_WORDS=(ovinfo new --type l); COMP_CWORD=3; _ovinfo; echo ${COMPREPLY[*]}"_s),
+                 "luminescent\n"_s);
+        QCOMPARE(shell("cd "_s + sources + "; "_s + bash +
+                       "COMP_WORDS=(ovinfo show main); COMP_CWORD=2; _ovinfo "
+                       "2>/dev/null; echo ${COMPREPLY[*]}"_s),
+                 "main.cpp\n"_s);
+    }
+
     void drawsASpectralAnalysis()
     {
         const QString spectral = support::example("spectral/Spectral.xml");
@@ -307,6 +378,28 @@ private:
             return {};
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};
+    }
+
+    static QStringList namesIn(const QString& text, const QString& pattern)
+    {
+        QStringList names;
+        for (auto match = QRegularExpression(pattern).globalMatch(text); match.hasNext();)
+            names += match.next().captured(1);
+        names.removeDuplicates();
+        return names;
+    }
+
+    static QStringList sorted(QStringList names)
+    {
+        names.sort();
+        return names;
+    }
+
+    static QString shell(const QString& script)
+    {
+        QProcess process;
+        process.start("bash"_s, {"-c"_s, script});
+        return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput()) : "no bash"_s;
     }
 
     QTemporaryDir m_folder;

@@ -1,73 +1,87 @@
+#include "Archive.h"
 #include "Commands.h"
+#include "Progress.h"
+#include "StudyWriter.h"
 #include "Terminal.h"
 
-#include "ParserLibrary.h"
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <optional>
 
 namespace {
 
-namespace Key = PLKeyword::Key;
-namespace Section = PLKeyword::Section;
-
-struct ImageKind
+/** Reads names of folders, one a line; "-" stands for the standard input. */
+std::optional<QStringList> foldersIn(const QString& list)
 {
-    QLatin1String section;
-    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
-};
-
-/** The image sections; of those that an acquisition holds, the first is its main image. */
-constexpr ImageKind imageKinds[] = {
-    {Section::Luminescent, eIMAGE_LUMINESCENT},
-    {Section::LuminescentCorrected, eIMAGE_LUMINESCENT_CORRECTED},
-    {Section::FluorescentReference, eIMAGE_FL_REFERENCE},
-    {Section::XRay, eIMAGE_XRAY},
-    {Section::Structure, eIMAGE_STRUCTURE},
-    {Section::Photograph, eIMAGE_PHOTOGRAPH},
-    {Section::FluorescentBackground, eIMAGE_FLUORESCENT_BKG},
-    {Section::DarkCharge, eIMAGE_BACKGROUND},
-    {Section::ReadBiasOnly, eIMAGE_BIAS},
-    {Section::ReadBias, eIMAGE_READ_BIAS},
-    {Section::ReadSigma, eIMAGE_READ_SIGMA},
-    {Section::Blemish, eIMAGE_BLEMISH},
-};
-
-constexpr QLatin1String exposureKeys[] = {Key::LuminescentExposure, Key::ExposureTimeSec,
-                                          Key::BackgroundExposure};
-
-QString exposureOf(const CPLSection& image)
-{
-    for (const QLatin1String key : exposureKeys) {
-        if (!image.isKeyPresent(key))
-            continue;
-        const QString units =
-            key == Key::LuminescentExposure ? image[Key::LuminescentExposureUnits] : QString();
-        return image[key] + QLatin1Char(' ') + (units.isEmpty() ? QStringLiteral("sec") : units);
+    QFile file(list);
+    const bool open = list == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                 : file.open(QIODevice::ReadOnly);
+    if (!open)
+        return std::nullopt;
+    QStringList folders;
+    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
+        while (line.endsWith('\n') || line.endsWith('\r'))
+            line.chop(1);
+        if (!line.isEmpty())
+            folders += QFile::decodeName(line);
     }
-    return {};
+    return folders;
 }
 
-QStringList rowOf(const QString& clickNumber, const CPLClickInfo& acquisition)
+/** Prints what is read and remembers what is not. */
+class Study
 {
-    QStringList images;
-    const CPLSection* main = nullptr;
-    for (const ImageKind& kind : imageKinds) {
-        const CPLSection* const section = acquisition[kind.section];
-        if (!section)
-            continue;
-        const QString image = getImageTypeString(kind.type);
-        if (!images.contains(image))
-            images += image;
-        if (!main)
-            main = section;
+public:
+    explicit Study(std::unique_ptr<StudyWriter> writer)
+        : m_writer(std::move(writer))
+    {}
+
+    void add(const Found& found)
+    {
+        if (found.kind == Found::AcquisitionFile)
+            ++m_acquisitions;
+        if (!found.problem.isEmpty())
+            m_failures += {found.acquisition.path, found.problem};
+        m_progress.clear();
+        m_writer->add(found);
+        m_progress.show(found.progress, m_acquisitions, int(m_failures.size()));
     }
-    if (!main)
-        return {clickNumber};
-    return {clickNumber,
-            (*main)[Key::AcquisitionDate],
-            (*main)[Key::AcquisitionTime],
-            images.join(QLatin1String(", ")),
-            exposureOf(*main),
-            (*main)[Key::BinningFactor],
-            (*main)[Key::FieldOfView]};
+
+    ExitCode finish()
+    {
+        m_progress.clear();
+        m_writer->finish();
+        for (const auto& failure : qAsConst(m_failures))
+            fail(failure.first, failure.second);
+        return m_failures.isEmpty() ? Success : BadFile;
+    }
+
+private:
+    std::unique_ptr<StudyWriter> m_writer;
+    Progress m_progress;
+    int m_acquisitions = 0;
+    QList<QPair<QString, QString>> m_failures;
+};
+
+ExitCode study(const QStringList& folders, bool recursive, int jobs,
+               std::unique_ptr<StudyWriter> writer)
+{
+    Study study(std::move(writer));
+    ArchiveReader reader(jobs, [&](const Found& found) { study.add(found); });
+    ArchiveWalk walk(recursive, [&](Found found) {
+        reader.add(std::move(found));
+        return std::ferror(stdout) == 0; // nobody takes the output any more
+    });
+    const double span = 1.0 / double(folders.size());
+    for (int i = 0; i < folders.size(); ++i) {
+        if (!walk.walk(folders.at(i), span * i, span))
+            break;
+    }
+    reader.finish();
+    return study.finish();
 }
 
 } // namespace
@@ -75,34 +89,49 @@ QStringList rowOf(const QString& clickNumber, const CPLClickInfo& acquisition)
 int studyCommand(const QStringList& words)
 {
     QCommandLineParser parser;
+    const QCommandLineOption json = jsonOption();
+    const QCommandLineOption csv = flag("csv", "Prints comma-separated values (RFC 4180).");
+    const QCommandLineOption lines = flag("jsonl", "Prints one JSON object per line.");
+    const QCommandLineOption recursive =
+        flag("recursive", "Reads every sequence and acquisition below the folders.");
+    const QCommandLineOption jobs =
+        option("jobs", "N", "Reads with N threads; as many as there are cores if not given.");
+    const QCommandLineOption list =
+        option("from-file", "LIST",
+               "Reads the names of folders from a file, one a line; - is standard "
+               "input.");
+    parser.addOptions({json, csv, lines, recursive, jobs, list});
     parser.setApplicationDescription(QLatin1String(
-        "Prints a sequence folder: the sequence and a table of its acquisitions. Exposure, binning "
-        "and field of view are those of the main image."));
-    if (const auto done = parse(parser, QLatin1String("study"), QLatin1String("FOLDER"), words))
+        "Prints sequence folders: each sequence and a table of its acquisitions. Exposure, "
+        "binning and field of view are those of the main image. What cannot be read is told at "
+        "the end."));
+    if (const auto done =
+            parse(parser, QLatin1String("study"), QLatin1String("[FOLDER...]"), words))
         return *done;
-    const QString file =
-        parser.positionalArguments().at(0) + QLatin1Char('/') + PLKeyword::File::SequenceInfo;
-    CPLSequenceInfo sequence;
-    const tag_estatus status = sequence.loadFile(file);
-    if (status != eSTATUS_SUCCESS && status != eSTATUS_EMPTY_SEQUENCE)
-        return fail(file, status);
-    const QStringList clickNumbers = sequence.getClickNumberList();
-    QList<QStringList> rows = {{QLatin1String("Click number"), QLatin1String("Date"),
-                                QLatin1String("Time"), QLatin1String("Images"),
-                                QLatin1String("Exposure"), QLatin1String("Binning"),
-                                QLatin1String("Field of view")}};
-    ExitCode result = Success;
-    for (int i = 0; i < clickNumbers.size(); ++i) {
-        CPLClickInfo acquisition;
-        const tag_estatus loaded = acquisition.loadClickInfo(sequence.getDatasetPath(i), false);
-        if (loaded == eSTATUS_SUCCESS) {
-            rows += rowOf(clickNumbers.at(i), acquisition);
-        } else {
-            rows.append({clickNumbers.at(i), getStatusString(loaded)});
-            result = fail(sequence.getDatasetPath(i), loaded);
-        }
+    QStringList folders = parser.positionalArguments();
+    if (parser.isSet(list)) {
+        const auto more = foldersIn(parser.value(list));
+        if (!more)
+            return fail(parser.value(list), eSTATUS_FILE_OPEN_FAILED);
+        folders += *more;
+    } else if (folders.isEmpty()) {
+        return fail(WrongUsage, QLatin1String("study takes [FOLDER...] or --from-file; see 'ovinfo "
+                                              "study --help'"));
     }
-    print(QLatin1String("Sequence ") + sequence.getDatasetName() + QLatin1String(", ") +
-          counted(int(clickNumbers.size()), "acquisition") + QLatin1String("\n\n") + columns(rows));
-    return result;
+    const int cores = std::max(1, int(std::thread::hardware_concurrency()));
+    const int threads = parser.isSet(jobs) ? parser.value(jobs).toInt() : cores;
+    if (threads < 1 || threads > 256)
+        return fail(WrongUsage, QLatin1String("--jobs takes a number from 1 to 256"));
+    if (int(parser.isSet(json)) + int(parser.isSet(csv)) + int(parser.isSet(lines)) > 1)
+        return fail(WrongUsage, QLatin1String("only one of --json, --jsonl and --csv"));
+    std::unique_ptr<StudyWriter> writer;
+    if (parser.isSet(csv))
+        writer = std::make_unique<CsvWriter>();
+    else if (parser.isSet(lines))
+        writer = std::make_unique<JsonLinesWriter>();
+    else if (parser.isSet(json))
+        writer = std::make_unique<JsonWriter>();
+    else
+        writer = std::make_unique<TableWriter>(parser.isSet(recursive) || folders.size() > 1);
+    return study(folders, parser.isSet(recursive), threads, std::move(writer));
 }

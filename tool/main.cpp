@@ -16,27 +16,33 @@ struct Verb
 };
 
 constexpr Verb verbs[] = {
-    {"show", "FILE", "print a file of any kind", showCommand},
-    {"get", "FILE SECTION KEY", "print one value", getCommand},
-    {"set", "FILE SECTION KEY VALUE", "change one value in place", setCommand},
-    {"new", "IMAGE", "make up the click info of a bare image", newCommand},
-    {"check", "FILE...", "tell what is wrong with files, line by line", checkCommand},
-    {"diff", "FILE FILE", "compare two files section by section", diffCommand},
-    {"study", "FOLDER", "print a sequence with a table of its acquisitions", studyCommand},
-    {"presets", "FILE|FOLDER", "print the menu names of settings with their files", presetsCommand},
-    {"camera", "FILE", "print what an instrument can do", cameraCommand},
-    {"spectral", "FILE", "print a spectral analysis, or draw it", spectralCommand},
+    {"show", "[--json] FILE", "print a file of any kind", showCommand},
+    {"get", "[--json] FILE SECTION KEY", "print one value", getCommand},
+    {"set", "FILE SECTION KEY VALUE", "change one value in place; every other byte stays",
+     setCommand},
+    {"new", "--user ID [--type TYPE] [--binning N] [--output FILE] [--force] IMAGE",
+     "make up the click info of a bare image", newCommand},
+    {"check", "[--json] FILE...", "tell what is wrong with files, line by line", checkCommand},
+    {"diff", "[--json] FILE FILE", "compare two files section by section", diffCommand},
+    {"study", "[--recursive] [--json | --jsonl | --csv] [--jobs N] [--from-file LIST] [FOLDER...]",
+     "print sequences with tables of their acquisitions, or a whole archive", studyCommand},
+    {"presets", "[--json] FILE|FOLDER", "print the menu names of settings with their files",
+     presetsCommand},
+    {"camera", "[--json] FILE", "print what an instrument can do", cameraCommand},
+    {"spectral", "[--json] [--svg OUT.svg] FILE", "print a spectral analysis, or draw it",
+     spectralCommand},
 };
 
 QString helpText()
 {
-    QList<QStringList> rows;
+    QString text = QStringLiteral("ovinfo reads, checks and edits the data files of Orvane.\n\n");
     for (const Verb& verb : verbs)
-        rows.append({QLatin1String("  ovinfo ") + QLatin1String(verb.name),
-                     QLatin1String(verb.arguments), QLatin1String(verb.summary)});
-    return QLatin1String("ovinfo reads and edits the data files of Orvane.\n\n") + columns(rows) +
-           QLatin1String("\n'ovinfo VERB --help' tells more. Exit codes: 0 done, 1 a file is at "
-                         "fault, 2 wrong usage.\n");
+        text += QStringLiteral("  ovinfo %1 %2\n      %3\n")
+                    .arg(QLatin1String(verb.name), QLatin1String(verb.arguments),
+                         QLatin1String(verb.summary));
+    return text +
+           QLatin1String("\n'ovinfo VERB --help' tells more, 'ovinfo --version' the version. Exit "
+                         "codes: 0 done,\n1 a file is at fault or two differ, 2 wrong usage.\n");
 }
 
 /** Sees to it that the output has arrived before success is claimed. */

@@ -1,0 +1,245 @@
+#include "Acquisition.h"
+
+#include "Json.h"
+
+#include <QtCore/QLocale>
+#include <QtCore/QTime>
+
+#include <algorithm>
+
+namespace {
+
+namespace Key = PLKeyword::Key;
+namespace Section = PLKeyword::Section;
+using PLKeyword::keyword;
+
+/** The image sections; of those that an acquisition holds, the first is its main image. */
+constexpr AcquiredImage knownImages[] = {
+    {keyword("luminescent"), Section::Luminescent, eIMAGE_LUMINESCENT},
+    {keyword("luminescentCorrected"), Section::LuminescentCorrected, eIMAGE_LUMINESCENT_CORRECTED},
+    {keyword("fluorescentReference"), Section::FluorescentReference, eIMAGE_FL_REFERENCE},
+    {keyword("xray"), Section::XRay, eIMAGE_XRAY},
+    {keyword("structure"), Section::Structure, eIMAGE_STRUCTURE},
+    {keyword("photograph"), Section::Photograph, eIMAGE_PHOTOGRAPH},
+    {keyword("fluorescentBackground"), Section::FluorescentBackground, eIMAGE_FLUORESCENT_BKG},
+    {keyword("darkCharge"), Section::DarkCharge, eIMAGE_BACKGROUND},
+    {keyword("readBiasOnly"), Section::ReadBiasOnly, eIMAGE_BIAS},
+    {keyword("readBias"), Section::ReadBias, eIMAGE_READ_BIAS},
+    {keyword("readSigma"), Section::ReadSigma, eIMAGE_READ_SIGMA},
+    {keyword("blemish"), Section::Blemish, eIMAGE_BLEMISH},
+};
+
+constexpr QLatin1String exposureKeys[] = {Key::LuminescentExposure, Key::ExposureTimeSec,
+                                          Key::BackgroundExposure};
+
+/** Keys of "User Input" that are no labels. */
+constexpr QLatin1String otherUserKeys[] = {Key::UserId, Key::DisplayType, Key::DisplayedKeyChoices};
+
+struct Unit
+{
+    QLatin1String name;
+    double seconds = 1;
+};
+
+constexpr Unit units[] = {
+    {keyword("sec"), 1},    {keyword("s"), 1},        {keyword("seconds"), 1},
+    {keyword("min"), 60},   {keyword("minutes"), 60}, {keyword("msec"), 0.001},
+    {keyword("ms"), 0.001},
+};
+
+void readExposure(const CPLSection& image, Acquisition* acquisition)
+{
+    for (const QLatin1String key : exposureKeys) {
+        if (!image.isKeyPresent(key))
+            continue;
+        acquisition->exposure = image[key];
+        if (key == Key::LuminescentExposure)
+            acquisition->exposureUnits = image[Key::LuminescentExposureUnits];
+        if (acquisition->exposureUnits.isEmpty())
+            acquisition->exposureUnits = units[0].name;
+        return;
+    }
+}
+
+void readMainImage(const CPLSection& image, Acquisition* acquisition)
+{
+    acquisition->date = image[Key::AcquisitionDate];
+    acquisition->time = image[Key::AcquisitionTime];
+    acquisition->binning = image[Key::BinningFactor];
+    acquisition->fieldOfView = image[Key::FieldOfView];
+    acquisition->fNumber = image[Key::FNumber];
+    acquisition->emissionFilter = image[Key::EmissionFilter];
+    acquisition->excitationFilter = image[Key::ExcitationFilter];
+    readExposure(image, acquisition);
+}
+
+void readLabels(const CPLSection& user, Acquisition* acquisition)
+{
+    acquisition->userId = user[Key::UserId];
+    QStringList keys;
+    user.getKeyList(&keys);
+    for (const QString& key : qAsConst(keys)) {
+        const bool other = std::any_of(
+            std::begin(otherUserKeys), std::end(otherUserKeys),
+            [&](QLatin1String name) { return key.compare(name, Qt::CaseInsensitive) == 0; });
+        if (!other && !key.isEmpty())
+            acquisition->labels.append({key, user[key]});
+    }
+}
+
+QJsonValue exposureSeconds(const Acquisition& acquisition)
+{
+    const auto* const unit = std::find_if(std::begin(units), std::end(units), [&](const Unit& row) {
+        return acquisition.exposureUnits.compare(row.name, Qt::CaseInsensitive) == 0;
+    });
+    const QJsonValue number = numberOf(acquisition.exposure);
+    if (unit == std::end(units) || !number.isDouble())
+        return {};
+    return number.toDouble() * unit->seconds;
+}
+
+QJsonValue isoDate(const Acquisition& acquisition)
+{
+    const QDate date = QLocale::c().toDate(acquisition.date, QStringLiteral("dddd, MMMM dd, yyyy"));
+    return textOrNull(date.toString(Qt::ISODate));
+}
+
+QJsonValue isoTime(const Acquisition& acquisition)
+{
+    const QTime time = QTime::fromString(acquisition.time, QStringLiteral("HH:mm:ss"));
+    return textOrNull(time.toString(Qt::ISODate));
+}
+
+QJsonValue imageNames(const Acquisition& acquisition)
+{
+    return arrayOf(acquisition.images,
+                   [](const AcquiredImage* image) { return QString(image->name); });
+}
+
+QJsonValue mainImage(const Acquisition& acquisition)
+{
+    return acquisition.images.isEmpty() ? QJsonValue()
+                                        : QJsonValue(acquisition.images.first()->name);
+}
+
+/** A member of the record, and a column of the table. */
+struct Member
+{
+    const char* name;
+    QJsonValue (*value)(const Acquisition& acquisition);
+};
+
+constexpr Member members[] = {
+    {"path", [](const Acquisition& a) { return QJsonValue(a.path); }},
+    {"sequencePath",
+     [](const Acquisition& a) { return a.sequence ? QJsonValue(a.sequence->path) : QJsonValue(); }},
+    {"sequenceName",
+     [](const Acquisition& a) { return a.sequence ? QJsonValue(a.sequence->name) : QJsonValue(); }},
+    {"sequenceId", [](const Acquisition& a) { return textOrNull(a.sequenceId); }},
+    {"clickNumber", [](const Acquisition& a) { return textOrNull(a.clickNumber); }},
+    {"userId", [](const Acquisition& a) { return textOrNull(a.userId); }},
+    {"date", isoDate},
+    {"time", isoTime},
+    {"images", imageNames},
+    {"mainImage", mainImage},
+    {"exposureSeconds", exposureSeconds},
+    {"binning", [](const Acquisition& a) { return numberOf(a.binning); }},
+    {"fieldOfView", [](const Acquisition& a) { return numberOf(a.fieldOfView); }},
+    {"fNumber", [](const Acquisition& a) { return numberOf(a.fNumber); }},
+    {"emissionFilter", [](const Acquisition& a) { return textOrNull(a.emissionFilter); }},
+    {"excitationFilter", [](const Acquisition& a) { return textOrNull(a.excitationFilter); }},
+};
+
+QString cellOf(const QJsonValue& value)
+{
+    if (value.isDouble())
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    if (!value.isArray())
+        return value.toString();
+    QStringList parts;
+    const QJsonArray elements = value.toArray();
+    for (const QJsonValue& element : elements)
+        parts += element.toString();
+    return parts.join(QLatin1Char(';'));
+}
+
+QString labelOf(const Acquisition& acquisition, QLatin1String name)
+{
+    for (const auto& label : acquisition.labels) {
+        if (label.first.compare(name, Qt::CaseInsensitive) == 0)
+            return label.second;
+    }
+    return {};
+}
+
+} // namespace
+
+void readAcquisition(const CPLClickInfo& info, Acquisition* acquisition)
+{
+    info.getClickNumber(&acquisition->clickNumber);
+    info.getValue(Section::ClickNumber, Key::SequenceId, &acquisition->sequenceId);
+    for (const AcquiredImage& image : knownImages) {
+        const CPLSection* const section = info[image.section];
+        if (!section)
+            continue;
+        if (acquisition->images.isEmpty())
+            readMainImage(*section, acquisition);
+        acquisition->images.append(&image);
+    }
+    if (const CPLSection* const user = info[Section::UserInput])
+        readLabels(*user, acquisition);
+}
+
+QStringList tableHead()
+{
+    return {QStringLiteral("Click number"), QStringLiteral("Date"),     QStringLiteral("Time"),
+            QStringLiteral("Images"),       QStringLiteral("Exposure"), QStringLiteral("Binning"),
+            QStringLiteral("Field of view")};
+}
+
+QStringList tableRow(const Acquisition& acquisition)
+{
+    QStringList images;
+    for (const AcquiredImage* const image : acquisition.images)
+        images += getImageTypeString(image->type);
+    images.removeDuplicates();
+    const QString exposure =
+        acquisition.exposure.isNull()
+            ? QString()
+            : acquisition.exposure + QLatin1Char(' ') + acquisition.exposureUnits;
+    return {acquisition.clickNumber,          acquisition.date, acquisition.time,
+            images.join(QLatin1String(", ")), exposure,         acquisition.binning,
+            acquisition.fieldOfView};
+}
+
+QJsonObject acquisitionJson(const Acquisition& acquisition)
+{
+    QJsonObject record = withSchema("ovinfo-acquisition/1", {});
+    for (const Member& member : members)
+        record.insert(QLatin1String(member.name), member.value(acquisition));
+    QJsonObject labels;
+    for (const auto& label : acquisition.labels)
+        labels.insert(label.first, label.second);
+    record.insert(QStringLiteral("labels"), labels);
+    return record;
+}
+
+QStringList csvHead()
+{
+    QStringList names;
+    for (const Member& member : members)
+        names += QLatin1String(member.name);
+    for (const QLatin1String label : Key::UniversalLabels)
+        names += label;
+    return names;
+}
+
+QStringList csvRow(const Acquisition& acquisition)
+{
+    QStringList cells;
+    for (const Member& member : members)
+        cells += cellOf(member.value(acquisition));
+    for (const QLatin1String label : Key::UniversalLabels)
+        cells += labelOf(acquisition, label);
+    return cells;
+}

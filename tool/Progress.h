@@ -1,0 +1,28 @@
+/**
+ * @file
+ * A progress bar on the standard error, shown only when that is a terminal.
+ */
+#ifndef OVINFO_PROGRESS_H
+#define OVINFO_PROGRESS_H
+
+#include <QtCore/QElapsedTimer>
+
+class Progress
+{
+public:
+    Progress();
+
+    /** Takes the bar off the screen, so that something else can be printed. */
+    ~Progress();
+    void clear();
+
+    /** Draws the bar anew, a few times a second at most. @param part  from 0 to 1 */
+    void show(double part, int acquisitions, int failures);
+
+private:
+    bool m_terminal;
+    bool m_shown = false;
+    QElapsedTimer m_timer;
+};
+
+#endif
