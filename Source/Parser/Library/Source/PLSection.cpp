@@ -81,8 +81,8 @@ struct CPLSection::Entries
     /** Reads a section body. */
     explicit Entries(QStringView body);
 
-    /** Adds a pair with a new key; without memory for it nothing changes. */
-    void addPair(const QString& key, const QString& lowerKey, const QString& value);
+    /** Adds a pair, or replaces the value of its key; without memory nothing changes. */
+    void put(const QString& key, const QString& value);
 
     /** The stored value of a key; null when there is no such key. */
     [[nodiscard]] const QString* find(QString key) const;
@@ -102,8 +102,7 @@ struct CPLSection::Entries
     QMap<int, int> pairIndex;
 
 private:
-    void append(const QString& key, const QString& lowerKey, const QString& value);
-    void appendPair(const QString& key, const QString& lowerKey, const QString& value);
+    void append(const QString& key, const QString& value);
 };
 
 CPLSection::Entries::Entries(QStringView body)
@@ -114,44 +113,44 @@ CPLSection::Entries::Entries(QStringView body)
         const QStringView content = trimmed(line);
         const ColonCut cut = cutAtColon(content);
         if (cut.kind == ColonCut::Pair) {
-            const QString key = cut.before.toString();
-            appendPair(key, mapKey(key), cut.after.toString());
+            pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
+            append(cut.before.toString(), cut.after.toString());
         } else {
-            const QString key = PLKeyword::Text::CommentKey + QString::number(comments++);
             QString comment;
             appendComment(comment, content);
-            append(key, mapKey(key), comment);
+            append(PLKeyword::Text::CommentKey + QString::number(comments++), comment);
         }
     }
     lineCount = entryCount;
 }
 
-void CPLSection::Entries::append(const QString& key, const QString& lowerKey, const QString& value)
+void CPLSection::Entries::append(const QString& key, const QString& value)
 {
-    values.insert(lowerKey, value);
+    values.insert(mapKey(key), value);
     entryKeys.append(key);
     ++entryCount;
 }
 
-void CPLSection::Entries::appendPair(const QString& key, const QString& lowerKey,
-                                     const QString& value)
+void CPLSection::Entries::put(const QString& key, const QString& value)
 {
-    append(key, lowerKey, value);
-    pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount - 1);
-}
-
-void CPLSection::Entries::addPair(const QString& key, const QString& lowerKey, const QString& value)
-{
-    const qint32 before = entryCount;
+    const QString lowerKey = mapKey(key);
+    const auto place = values.lowerBound(lowerKey);
+    if (place != values.end() && place.key() == lowerKey) {
+        *place = value;
+        return;
+    }
+    const auto entry = values.insert(decltype(values)::const_iterator(place), lowerKey, value);
     try {
-        appendPair(key, lowerKey, value);
-        ++lineCount;
+        entryKeys.append(key);
+        pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
     } catch (...) {
-        values.remove(lowerKey);
-        entryKeys = entryKeys.mid(0, before);
-        entryCount = before;
+        values.erase(entry);
+        while (entryKeys.size() > entryCount)
+            entryKeys.removeLast();
         throw;
     }
+    ++entryCount;
+    ++lineCount;
 }
 
 const QString* CPLSection::Entries::find(QString key) const
@@ -255,13 +254,7 @@ tag_estatus CPLSection::addKeyValue(QString key, QString value)
     if (key.isEmpty())
         return eSTATUS_INVALID_ARGUMENT;
     return guarded([&] {
-        const QString lowerKey = mapKey(key);
-        Entries& all = entries();
-        const auto entry = all.values.find(lowerKey);
-        if (entry == all.values.end())
-            all.addPair(key, lowerKey, value);
-        else
-            *entry = value;
+        entries().put(key, value);
         return eSTATUS_SUCCESS;
     });
 }

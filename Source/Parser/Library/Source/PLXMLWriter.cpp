@@ -6,6 +6,8 @@
 
 #include <QTextCodec>
 
+#include <algorithm>
+
 namespace Xml = PLKeyword::Xml;
 
 namespace {
@@ -119,6 +121,8 @@ void CPLXMLWriter::setAutoNewLine(bool on)
 
 QString CPLXMLWriter::protect(const QString& text)
 {
+    if (std::all_of(text.cbegin(), text.cend(), [](QChar c) { return entityOf(c).isEmpty(); }))
+        return text;
     QString result;
     result.reserve(text.size());
     for (const QChar character : text) {
@@ -134,10 +138,15 @@ QString CPLXMLWriter::protect(const QString& text)
 QString CPLXMLWriter::opening(const QString& tag, const AttrMap& attrs)
 {
     QString result = QLatin1Char('<') + tag;
-    for (auto attr = attrs.cbegin(); attr != attrs.cend(); ++attr)
-        result += QLatin1Char(' ') + attr.key() + QLatin1String("=\"") + protect(attr.value()) +
-                  QLatin1Char('"');
-    return result + QLatin1Char('>');
+    for (auto attr = attrs.cbegin(); attr != attrs.cend(); ++attr) {
+        result += QLatin1Char(' ');
+        result += attr.key();
+        result += QLatin1String("=\"");
+        result += protect(attr.value());
+        result += QLatin1Char('"');
+    }
+    result += QLatin1Char('>');
+    return result;
 }
 
 void CPLXMLWriter::writePendingIndent()

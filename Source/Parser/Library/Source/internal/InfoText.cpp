@@ -3,6 +3,7 @@
 #include "PLKeywords.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ovparser::internal {
 
@@ -62,6 +63,23 @@ QString simplified(QStringView text)
         gap = isWhiteSpace(c);
     }
     return result;
+}
+
+// Nearly all keys are ASCII, which needs no Unicode tables; a key that nobody else holds is changed
+// in place.
+QString mapKey(QString key)
+{
+    const auto isUpper = [](QChar c) { return c >= u'A' && c <= u'Z'; };
+    const auto isOther = [](QChar c) { return c.unicode() > 0x7F; };
+    if (std::any_of(key.cbegin(), key.cend(), isOther))
+        return std::move(key).toLower();
+    if (std::none_of(key.cbegin(), key.cend(), isUpper))
+        return key;
+    for (QChar& c : key) {
+        if (isUpper(c))
+            c = QChar(c.unicode() | 0x20);
+    }
+    return key;
 }
 
 QString withoutComment(const QString& text)

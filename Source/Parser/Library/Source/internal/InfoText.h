@@ -14,7 +14,6 @@
 #include <QtCore/QStringView>
 
 #include <optional>
-#include <utility>
 
 namespace ovparser::internal {
 
@@ -31,10 +30,7 @@ namespace ovparser::internal {
 [[nodiscard]] QString withCommentOf(const QString& old, const QString& text);
 
 /** The form of a key under which maps hold it. */
-[[nodiscard]] inline QString mapKey(QString key)
-{
-    return std::move(key).toLower(); // in place where nobody else holds the text
-}
+[[nodiscard]] QString mapKey(QString key);
 
 /**
  * Whether a candidate starts with a key and contains a subkey, in any letter case. A null subkey is

@@ -1,19 +1,28 @@
 #include "NumberFormat.h"
 
-#include <iomanip>
-#include <locale>
-#include <sstream>
+#include <array>
+#include <charconv>
 
 namespace ovparser::internal {
 
-// A stream in the classic locale prints exactly what printf does in the C locale. QString does not:
-// it rounds ties upwards (0.5 of the last digit) and drops the sign of a negative zero.
+namespace {
+
+// As printf in the C locale. QString differs: it rounds ties upwards (0.5 of the last digit) and
+// drops the sign of a negative zero.
+QString printed(double value, std::chars_format format)
+{
+    constexpr int precision = 6;
+    std::array<char, 320> text; // the largest number has 309 digits before the point
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, format, precision).ptr;
+    return QString::fromLatin1(text.data(), int(end - text.data()));
+}
+
+} // namespace
+
 QString fixedText(double value)
 {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::fixed << std::setprecision(6) << value;
-    return QString::fromStdString(text.str());
+    return printed(value, std::chars_format::fixed);
 }
 
 QString spotText(double value)
@@ -28,10 +37,7 @@ QString generalText(double value)
 
 QString realText(double value)
 {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << value; // a stream's own form is "%g"
-    return QString::fromStdString(text.str());
+    return printed(value, std::chars_format::general);
 }
 
 } // namespace ovparser::internal
