@@ -322,7 +322,7 @@ void Checker::checkChunk(const InfoBlock& block, Places* sections)
 void Checker::checkSequence(const Document& document)
 {
     const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes);
-    const int start = blocks.empty() ? m_bytes.size() : blocks.front().header.span.start;
+    const int start = blocks.empty() ? int(m_bytes.size()) : blocks.front().header.span.start;
     const InfoLines lines = linesOf(m_bytes, {0, start}, 1);
     const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
         return !textOf(m_bytes, line.span).isEmpty();
@@ -347,11 +347,11 @@ void Checker::checkSequence(const Document& document)
 
 void Checker::checkPieces(const InfoLine& line, const QString& name)
 {
-    const int mark = m_bytes.indexOf(Text::BareMarker.data(), line.span.start);
+    const int mark = int(m_bytes.indexOf(Text::BareMarker.data(), line.span.start));
     if (!textOf(m_bytes, {line.span.start, mark}).isEmpty())
         problem(line.number, "text-before-mark",
                 QStringLiteral("text before the mark; it is not read"));
-    const QByteArray pairs = textOf(m_bytes, {mark + Text::BareMarker.size(), line.span.end});
+    const QByteArray pairs = textOf(m_bytes, {mark + int(Text::BareMarker.size()), line.span.end});
     bool named = false;
     for (const QByteArray& piece : pairs.split(';')) {
         const QString text = QString::fromLatin1(piece.constData(), piece.size());
@@ -370,7 +370,7 @@ void Checker::checkIndex(const Document& document)
     const QString name = document.kind() == FileKind::StructureReferences
                              ? Key::StructureReference
                              : Key::FluorescentReference;
-    const Span text = trimmed(m_bytes, {0, m_bytes.size()});
+    const Span text = trimmed(m_bytes, {0, int(m_bytes.size())});
     for (const InfoLine& line : linesOf(m_bytes, {0, text.end}, 1)) {
         const QByteArray content = textOf(m_bytes, line.span);
         if (line.span.end <= text.start)
@@ -393,7 +393,7 @@ void Checker::checkWrittenForm(const QByteArray& written)
     const auto place =
         std::mismatch(m_bytes.cbegin(), m_bytes.cend(), written.cbegin(), written.cend());
     const int same = int(place.first - m_bytes.cbegin());
-    const InfoLines lines = linesOf(m_bytes, {0, qMin(same + 1, m_bytes.size())}, 1);
+    const InfoLines lines = linesOf(m_bytes, {0, qMin(same + 1, int(m_bytes.size()))}, 1);
     const int lineEnds = int(m_bytes.count("\r\n"));
     const bool mixed = m_bytes.count('\n') != lineEnds || m_bytes.count('\r') != lineEnds;
     note(lines.empty() ? 1 : lines.back().number, "not-in-written-form",

@@ -34,7 +34,7 @@ bool isHeader(const QByteArray& bytes, Span line)
     int word = line.start;
     while (word < line.end && (bytes[word] == ' ' || bytes[word] == '\t'))
         ++word;
-    const int size = Text::BareMarker.size();
+    const int size = int(Text::BareMarker.size());
     return line.end - word >= size &&
            findMark(bytes, Text::BareMarker, {word, word + size}) == word;
 }
@@ -49,7 +49,7 @@ void readHeader(const QByteArray& bytes, InfoBlock* block)
         return;
     }
     int mark = findMark(bytes, Text::Marker, line);
-    const int size = mark < 0 ? Text::BareMarker.size() : Text::Marker.size();
+    const int size = int(mark < 0 ? Text::BareMarker.size() : Text::Marker.size());
     if (mark < 0)
         mark = findMark(bytes, Text::BareMarker, line);
     if (mark + size > cut.colon) {
@@ -76,7 +76,7 @@ InfoBlock chunkBlock(const QByteArray& bytes, Span chunk, int colon, int number)
 {
     InfoBlock block;
     block.utf8 = isUtf8(bytes.mid(chunk.start, chunk.end - chunk.start));
-    block.key = decoded(block, textOf(bytes, {chunk.start + Text::Marker.size(), colon}));
+    block.key = decoded(block, textOf(bytes, {chunk.start + int(Text::Marker.size()), colon}));
     block.lines = linesOf(bytes, chunk, number);
     block.header = block.lines.front();
     block.open = !holdsLineEnd(bytes, chunk);
@@ -122,7 +122,7 @@ std::vector<LineCut> piecesOf(const QByteArray& bytes, Span line)
 {
     std::vector<LineCut> pieces;
     int mark = findMark(bytes, Text::Marker, line);
-    const int size = mark < 0 ? Text::BareMarker.size() : Text::Marker.size();
+    const int size = int(mark < 0 ? Text::BareMarker.size() : Text::Marker.size());
     if (mark < 0)
         mark = findMark(bytes, Text::BareMarker, line);
     for (int start = mark < 0 ? line.end + 1 : mark + size; start <= line.end;) {
@@ -152,7 +152,7 @@ std::optional<ValuePlace> valueOfIndex(const Document& document, const QString& 
                              ? PLKeyword::Key::StructureReference
                              : PLKeyword::Key::FluorescentReference;
     int number = 0;
-    for (const InfoLine& line : linesOf(bytes, {0, bytes.size()}, 1)) {
+    for (const InfoLine& line : linesOf(bytes, {0, int(bytes.size())}, 1)) {
         const std::vector<LineCut> pieces = piecesOf(bytes, line.span);
         const auto named = std::find_if(pieces.begin(), pieces.end(), [&](const LineCut& piece) {
             return hasKey(bytes, piece, name);
@@ -245,7 +245,7 @@ QString decoded(const InfoBlock& block, const QByteArray& text)
 std::vector<InfoBlock> blocksOf(const QByteArray& bytes, int start)
 {
     std::vector<InfoBlock> blocks(1);
-    for (const InfoLine& line : linesOf(bytes, {start, bytes.size()}, 1)) {
+    for (const InfoLine& line : linesOf(bytes, {start, int(bytes.size())}, 1)) {
         if (!isHeader(bytes, line.span)) {
             blocks.back().lines.push_back(line);
             continue;
@@ -261,13 +261,13 @@ std::vector<InfoBlock> blocksOf(const QByteArray& bytes, int start)
 std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes)
 {
     std::vector<InfoBlock> blocks;
-    const int end = bytes.size();
+    const int end = int(bytes.size());
     const InfoLines lines = linesOf(bytes, {0, end}, 1);
     auto line = lines.begin();
     int colon = 0;
     int next = 0;
     for (int mark = findMark(bytes, Text::Marker, {0, end}); mark >= 0; mark = next) {
-        const int keyStart = mark + Text::Marker.size();
+        const int keyStart = mark + int(Text::Marker.size());
         next = findMark(bytes, Text::Marker, {keyStart, end});
         while (line + 1 != lines.end() && (line + 1)->span.start <= mark)
             ++line;

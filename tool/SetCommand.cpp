@@ -29,7 +29,7 @@ std::optional<QByteArray> encoded(const QString& value, const ValuePlace& place)
 QByteArray withValue(QByteArray bytes, Span place, QByteArray value)
 {
     const QByteArray old = bytes.mid(place.start, place.end - place.start);
-    const int sign = old.indexOf('#');
+    const int sign = int(old.indexOf('#'));
     if (sign >= 0 && !value.contains('#')) {
         place = trimmed(bytes, {place.start, place.start + sign});
         if (place.start == place.end && !value.isEmpty())
@@ -99,7 +99,7 @@ ExitCode change(const QString& file, const Change& change)
     if (!section)
         return fail(change.section, eSTATUS_SECTION_NOT_FOUND);
     const auto place = findValue(document, change.section, change.key);
-    if (!place || !section->isKeyPresent(change.key))
+    if (!place || change.key.isEmpty() || !section->isKeyPresent(change.key))
         return fail(change.key, eSTATUS_KEY_NOT_FOUND);
     const auto value = encoded(change.value, *place);
     if (!value)
