@@ -76,16 +76,20 @@ InfoBlock chunkBlock(const QByteArray& bytes, Span chunk, int colon, int number)
 {
     InfoBlock block;
     block.utf8 = isUtf8(bytes.mid(chunk.start, chunk.end - chunk.start));
-    block.key = decoded(block, textOf(bytes, {chunk.start + int(Text::Marker.size()), colon}));
     block.lines = linesOf(bytes, chunk, number);
     block.header = block.lines.front();
     block.open = !holdsLineEnd(bytes, chunk);
     if (!block.open) // a header line without a line end is read as a line of the section, too
         block.lines.erase(block.lines.begin());
+    if (colon - chunk.end >= maxSpanningKey) { // many such keys would take quadratic time
+        block.fault = HeaderFault::TooFar;
+        return block;
+    }
+    block.key = decoded(block, textOf(bytes, {chunk.start + int(Text::Marker.size()), colon}));
     if (block.key.isEmpty())
         block.fault = HeaderFault::EmptyKey;
     else if (colon >= chunk.end)
-        block.fault = colon - chunk.end < maxSpanningKey ? HeaderFault::Spans : HeaderFault::TooFar;
+        block.fault = HeaderFault::Spans;
     else if (cutLine(bytes, block.header.span).kind == LineCut::CommentedColon)
         block.fault = HeaderFault::CommentedColon;
     return block;
@@ -266,6 +270,7 @@ std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes)
     auto line = lines.begin();
     int colon = 0;
     int next = 0;
+    int previous = 0; // the line of the mark before
     for (int mark = findMark(bytes, Text::Marker, {0, end}); mark >= 0; mark = next) {
         const int keyStart = mark + int(Text::Marker.size());
         next = findMark(bytes, Text::Marker, {keyStart, end});
@@ -280,8 +285,11 @@ std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes)
             blocks.push_back(last);
             break;
         }
-        blocks.push_back(chunkBlock(bytes, {mark, chunkEnd}, colon, line->number));
-        blocks.back().inLine = !textOf(bytes, {line->span.start, mark}).isEmpty();
+        InfoBlock block = chunkBlock(bytes, {mark, chunkEnd}, colon, line->number);
+        block.inLine =
+            previous == line->number || !textOf(bytes, {line->span.start, mark}).isEmpty();
+        blocks.push_back(block);
+        previous = line->number;
     }
     return blocks;
 }
