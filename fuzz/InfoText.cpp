@@ -120,14 +120,14 @@ void setNumbers(CPLClickInfo& info, const QString& section, const QString& key, 
     require(integer == number, "a changed integer is the new one");
 }
 
-void addSection(CPLClickInfo& info, const QString& newKey, const QString& newName)
+void addSection(CPLClickInfo& info, const QString& title, const QString& name)
 {
-    auto section = std::make_unique<CPLSection>(newKey, newName);
-    const bool present = info.isSectionPresent(newKey);
+    auto section = std::make_unique<CPLSection>(title, name);
+    const bool present = info.isSectionPresent(title);
     const bool added = succeeded(info.addSection(section.get()), {eSTATUS_EMPTY_SECTION_KEY});
     if (!added || present)
         return;
-    require(info[newKey] == section.get(), "an added section is held");
+    require(info[title] == section.get(), "an added section is held");
     static_cast<void>(section.release());
 }
 
@@ -208,11 +208,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkSearch(input.file, path, PLKeyword::Key::UserId);
     checkSingleSections(input.file);
     checkRoundTrip(input.file);
+    checkSaving(info);
     const QStringList edits = input.lines("edit");
+    if (edits.isEmpty())
+        return 0;
     for (const QString& line : edits)
         edit(info, line);
     checkSections(info);
-    checkSaving(info);
     checkRoundTrip(info.getClickInfoData());
     return 0;
 }

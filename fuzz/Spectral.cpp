@@ -1,7 +1,6 @@
 #include "Support.h"
 
-#include <QtCore/QFile>
-
+#include <algorithm>
 #include <cstdio>
 
 using namespace fuzz;
@@ -36,22 +35,15 @@ private:
     int m_next = 0;
 };
 
-/** A number with the six digits that the file keeps. */
-double kept(double value)
+/** Whether numbers come back with the six digits that the file keeps. */
+bool kept(std::initializer_list<double> read, std::initializer_list<double> written)
 {
-    char text[32] = {};
-    std::snprintf(text, sizeof(text), "%g", value);
-    return QByteArray(text).toDouble();
-}
-
-void requireKept(double read, double written)
-{
-    require(sameNumber(read, kept(written)), "a written number is read back");
-}
-
-void requireText(const QString& read, const QString& written)
-{
-    require(read == written, "a written text is read back");
+    return std::equal(read.begin(), read.end(), written.begin(), written.end(),
+                      [](double a, double b) {
+                          char text[32] = {};
+                          std::snprintf(text, sizeof(text), "%g", b);
+                          return sameNumber(a, QByteArray(text).toDouble());
+                      });
 }
 
 struct Written
@@ -120,46 +112,48 @@ void compareClick(CPLSpectralWrapper& file, const Written& w, int index)
     _tagSClickROIInformation info;
     require(!file.getClickAndROIInformationForIndex(&info, index, 0),
             "measurements of their own are not found");
-    requireText(info.clickNumber, w.texts[4]);
-    requireText(info.imageWavelength, w.texts[5] + "nm"_s);
-    requireText(info.centralWavelength, QString::number(w.roi.roiPixels) + "nm"_s);
-    requireKept(info.bandWidth, double(float(w.reals[1])));
-    requireKept(info.avgTransmission, double(float(w.reals[2])));
-    requireText(info.roiLabel, w.roi.roiLabel);
-    requireText(info.roiShape, w.roi.roiShape);
-    requireText(info.roiType, w.roi.roiType);
-    requireText(info.bkgROI, w.roi.bkgROI);
-    requireKept(info.xc, w.roi.xc);
-    requireKept(info.area, w.roi.area);
-    requireKept(info.fractionalPeak, w.roi.fractionalPeak);
-    require(info.roiPixels == w.roi.roiPixels, "a written count is read back");
+    const QString unit = "nm"_s;
+    require(
+        QStringList({info.clickNumber, info.imageWavelength, info.centralWavelength}) ==
+            QStringList({w.texts[4], w.texts[5] + unit, QString::number(w.roi.roiPixels) + unit}),
+        "a written acquisition is read back");
+    require(kept({info.bandWidth, info.avgTransmission},
+                 {double(float(w.reals[1])), double(float(w.reals[2]))}),
+            "a written filter is read back");
+    require(QStringList({info.roiLabel, info.roiShape, info.roiType, info.bkgROI}) ==
+                QStringList({w.roi.roiLabel, w.roi.roiShape, w.roi.roiType, w.roi.bkgROI}),
+            "the texts of a region are read back");
+    require(info.roiPixels == w.roi.roiPixels && kept({info.xc, info.area, info.fractionalPeak},
+                                                      {w.roi.xc, w.roi.area, w.roi.fractionalPeak}),
+            "the numbers of a region are read back");
     const bool contour = w.contour && w.roi.roiShape == "Contour"_s;
-    requireText(info.contourDirections, contour ? w.roi.contourDirections : QString());
-    requireKept(info.contourPeakX, contour ? w.roi.contourPeakX : 0);
-    require(info.contourXDelta == (contour ? w.roi.contourXDelta : 0), "a contour is read back");
+    const _tagsROIProperties expected = contour ? w.roi : _tagsROIProperties();
+    require(info.contourDirections == expected.contourDirections &&
+                info.contourXDelta == expected.contourXDelta &&
+                kept({info.contourPeakX, info.contourStartY},
+                     {expected.contourPeakX, expected.contourStartY}),
+            "a contour is read back");
 }
 
 void compareResults(CPLSpectralWrapper& file, const Written& w)
 {
     const QList<_tagSROISpectralResults> results = file.getROISpectralResults();
-    require(results.size() == 1, "written results are read back");
-    requireText(results[0].roi, w.texts[0]);
-    requireKept(results[0].totalFlux, w.reals[0]);
-    requireKept(results[0].depthStdDev, w.reals[3]);
+    require(results.size() == 1 && results[0].roi == w.texts[0] &&
+                kept({results[0].totalFlux, results[0].fluxStdDev, results[0].averageDepth,
+                      results[0].depthStdDev},
+                     {w.reals[0], w.reals[1], w.reals[2], w.reals[3]}),
+            "written results are read back");
     const QList<SPlotResults> plot = file.getROIPlotResultsForROI(w.texts[3]);
     const QList<SFitResults> fit = file.getROIFitResultsForROI(w.texts[4].toLower());
-    require(plot.size() == w.values && fit.size() == w.values, "written values are read back");
-    for (int i = 0; i < w.values; ++i) {
-        requireKept(plot[i].intensity, w.reals[i]);
-        requireKept(plot[i].waveLength, w.reals[7 - i]);
-        requireKept(fit[i].attenuation, w.reals[1]);
-        requireKept(fit[i].verticalError, i);
-    }
+    require(plot.size() == w.values && fit.size() == w.values, "plot and fit are read back");
+    for (int i = 0; i < w.values; ++i)
+        require(kept({plot[i].intensity, plot[i].waveLength, fit[i].attenuation, fit[i].fitValue},
+                     {w.reals[i], w.reals[7 - i], w.reals[1], w.reals[2]}),
+                "their values are read back");
     double a = 0;
     double b = 0;
-    require(file.getLinearFitResults(&a, &b), "a written fit is read back");
-    requireKept(a, w.reals[6]);
-    requireKept(b, w.reals[7]);
+    require(file.getLinearFitResults(&a, &b) && kept({a, b}, {w.reals[6], w.reals[7]}),
+            "a written fit is read back");
 }
 
 void checkWriting(const QByteArray& part)
@@ -171,17 +165,14 @@ void checkWriting(const QByteArray& part)
     require(file.createSpectralXMLFile(path), "a file can be made");
     write(file, w);
     require(file.loadXMLFile(path), "a written file loads");
-    QString texts[4];
-    QString refraction;
+    QString texts[5];
     int clicks = -1;
     require(file.getSpectralAttributes(&texts[0], &clicks, &texts[1], &texts[2], &texts[3], 0,
-                                       &refraction),
+                                       &texts[4]) &&
+                std::equal(texts, texts + 4, w.texts) && clicks == w.clicks &&
+                kept({texts[4].toDouble()}, {double(float(w.reals[0]))}),
             "written attributes are read back");
-    for (int i = 0; i < 4; ++i)
-        requireText(texts[i], w.texts[i]);
-    require(clicks == w.clicks, "a written number of clicks is read back");
-    requireKept(refraction.toDouble(), double(float(w.reals[0])));
-    require(file.getNumberOfClicksForROIIndex(&clicks) && clicks == w.clicks, "and again");
+    require(file.getNumberOfClicksForROIIndex(&clicks) && clicks == w.clicks, "clicks are counted");
     for (int i = 0; i < w.clicks; ++i)
         compareClick(file, w, i);
     compareResults(file, w);

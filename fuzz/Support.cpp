@@ -22,12 +22,18 @@ public:
         return loadClickInfo(temporaryFile("RoundTrip.txt"_s, bytes), false);
     }
 
-    /** Whether a line of the preamble turns into a header line once its white space is gone. */
-    [[nodiscard]] bool hidesHeader() const
+    /**
+     * Whether the preamble is not read back as it is written: a line may turn into a header line
+     * once its white space is gone, and empty lines at the end of a document are trimmed away.
+     */
+    [[nodiscard]] bool holdsUnreadableLine() const
     {
-        return std::any_of(preambleLines.begin(), preambleLines.end(), [](const QString& line) {
+        const auto isHeader = [](const QString& line) {
             return line.startsWith(PLKeyword::Text::BareMarker);
-        });
+        };
+        const bool open = sectionKeys.isEmpty() && !preambleLines.isEmpty();
+        return (open && preambleLines.last().isEmpty()) ||
+               std::any_of(preambleLines.begin(), preambleLines.end(), isHeader);
     }
 };
 
@@ -202,7 +208,7 @@ void checkRoundTrip(const QByteArray& bytes)
 {
     Probe first;
     succeeded(first.load(bytes), {eSTATUS_BAD_FORMAT, eSTATUS_EMPTY_SECTION_KEY});
-    if (first.hidesHeader() || holdsReservedKeys(first))
+    if (first.holdsUnreadableLine() || holdsReservedKeys(first))
         return;
     const QByteArray saved = first.getClickInfoData();
     Probe second;
