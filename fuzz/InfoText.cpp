@@ -144,7 +144,7 @@ void removeSection(CPLClickInfo& info, const QString& key)
 
 void addImage(CPLClickInfo& info, const QString& name, int type, bool settings)
 {
-    const sIASetupInfo setup;
+    static const sIASetupInfo setup; // holds the time at which it was made
     succeeded(info.addImageSection(name, "user"_s, tag_eimagetype(type), &setup, settings),
               {eSTATUS_UNSUPPORTED_IMAGE_TYPE, eSTATUS_SECTION_EXISTS});
 }
@@ -209,12 +209,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkSingleSections(input.file);
     checkRoundTrip(input.file);
     checkSaving(info);
+    // Sections that nobody has looked into must behave as those that the checks above have opened.
+    CPLClickInfo untouched;
+    untouched.loadClickInfo(path, false);
+    const CPLClickInfo copy(untouched);
+    require(untouched.getClickInfoData() == info.getClickInfoData(), "looking changes nothing");
     const QStringList edits = input.lines("edit");
     if (edits.isEmpty())
         return 0;
-    for (const QString& line : edits)
+    for (const QString& line : edits) {
         edit(info, line);
-    checkSections(info);
-    checkRoundTrip(info.getClickInfoData());
+        edit(untouched, line);
+    }
+    require(untouched.getClickInfoData() == info.getClickInfoData(), "edits do alike");
+    checkSections(untouched);
+    checkRoundTrip(untouched.getClickInfoData());
+    untouched = copy;
+    require(checkSections(untouched) == count, "a copy shares nothing");
     return 0;
 }

@@ -104,6 +104,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(listed == (sequence.getNumDatasets() > 0), "success means click numbers");
     require(sequence.getFileSectionCount() == checkSections(sequence),
             "the file section count is the number of sections");
+    CPLSequenceInfo untouched;
+    untouched.loadFile(path);
+    require(saved(untouched) == saved(sequence), "looking into sections changes nothing");
     checkAcquisitions(sequence);
     checkCopies(sequence);
     checkRoundTrip(sequence);
