@@ -31,13 +31,13 @@ void checkAcquisitions(const CPLSequenceInfo& sequence)
  * Whether the file is read back as it was written: a section mark inside a text begins another
  * section, a key goes on over line ends up to its ':', and what looks like UTF-8 is taken for it.
  */
-bool isReadBack(const CPLSequenceInfo& sequence, const QByteArray& bytes)
+bool isSequenceReadBack(const CPLSequenceInfo& sequence, const QByteArray& bytes)
 {
     int sections = 0;
     for (; const CPLSection* const section = sequence[sections]; ++sections) {
         QString key;
         section->getSectionKey(&key);
-        if (key.contains(u'\n') || key.contains(u'\r') || holdsReservedKey(*section))
+        if (key.contains(u'\n') || key.contains(u'\r') || holdsCommentKey(*section))
             return false;
     }
     return bytes.count(PLKeyword::Text::Marker.data()) == sections &&
@@ -50,7 +50,7 @@ void checkRoundTrip(const CPLSequenceInfo& sequence)
     CPLSequenceInfo again;
     succeeded(again.loadFile(temporaryFile("Again.txt"_s, bytes)), loadFailures);
     checkSections(again);
-    if (!isReadBack(sequence, bytes))
+    if (!isSequenceReadBack(sequence, bytes))
         return;
     const QByteArray second = saved(again);
     CPLSequenceInfo third;

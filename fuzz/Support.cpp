@@ -13,30 +13,6 @@ namespace fuzz {
 
 namespace {
 
-/** A click info that shows its preamble. */
-class Probe : public CPLClickInfo
-{
-public:
-    tag_estatus load(const QByteArray& bytes)
-    {
-        return loadClickInfo(temporaryFile("RoundTrip.txt"_s, bytes), false);
-    }
-
-    /**
-     * Whether the preamble is not read back as it is written: a line may turn into a header line
-     * once its white space is gone, and empty lines at the end of a document are trimmed away.
-     */
-    [[nodiscard]] bool holdsUnreadableLine() const
-    {
-        const auto isHeader = [](const QString& line) {
-            return line.startsWith(PLKeyword::Text::BareMarker);
-        };
-        const bool open = sectionKeys.isEmpty() && !preambleLines.isEmpty();
-        return (open && preambleLines.last().isEmpty()) ||
-               std::any_of(preambleLines.begin(), preambleLines.end(), isHeader);
-    }
-};
-
 template <typename Number>
 void checkNumber(const CPLSection& section, const QString& key, Number expected, bool converted)
 {
@@ -192,27 +168,37 @@ void checkSection(const CPLSection& section)
     checkCopy(section);
 }
 
-// A pair that looks like a generated comment is written without its key. A key that begins like a
-// header line can stand behind a vertical tab, which is no delimiter of words but is trimmed away.
-bool holdsReservedKey(const CPLSection& section)
+bool holdsCommentKey(const CPLSection& section)
 {
     QStringList keys;
     section.getKeyList(&keys);
     return std::any_of(keys.cbegin(), keys.cend(), [](const QString& key) {
-        return key.contains(PLKeyword::Text::CommentKey, Qt::CaseInsensitive) ||
-               key.startsWith(PLKeyword::Text::BareMarker);
+        return key.contains(PLKeyword::Text::CommentKey, Qt::CaseInsensitive);
     });
+}
+
+bool isReadBack(const CPLClickInfo& document, const QByteArray& saved)
+{
+    int sections = 0;
+    for (; const CPLSection* const section = document[sections]; ++sections) {
+        if (holdsCommentKey(*section))
+            return false;
+    }
+    return int(saved.startsWith("***")) + saved.count("\n***") == sections;
 }
 
 void checkRoundTrip(const QByteArray& bytes)
 {
-    Probe first;
-    succeeded(first.load(bytes), {eSTATUS_BAD_FORMAT, eSTATUS_EMPTY_SECTION_KEY});
-    if (first.holdsUnreadableLine() || holdsReservedKeys(first))
-        return;
+    CPLClickInfo first;
+    const tag_estatus status = first.loadClickInfo(temporaryFile("First.txt"_s, bytes), false);
+    const bool loaded = succeeded(status, {eSTATUS_BAD_FORMAT, eSTATUS_EMPTY_SECTION_KEY});
     const QByteArray saved = first.getClickInfoData();
-    Probe second;
-    require(second.load(saved) == eSTATUS_SUCCESS, "a saved document loads");
+    // Of a preamble alone, the empty lines before a malformed header are trimmed away.
+    if (!isReadBack(first, saved) || (!loaded && first[0] == nullptr))
+        return;
+    CPLClickInfo second;
+    require(second.loadClickInfo(temporaryFile("Saved.txt"_s, saved), false) == eSTATUS_SUCCESS,
+            "a saved document loads");
     require(second.getClickInfoData() == saved, "a saved document saves alike");
 }
 

@@ -65,8 +65,14 @@ QByteArray contentOf(const QString& path);
 /** Checks that the getters of a section agree with each other. */
 void checkSection(const CPLSection& section);
 
-/** Whether a section holds a pair that is not read back as it is written. */
-bool holdsReservedKey(const CPLSection& section);
+/** Whether a section holds a pair that looks like a comment and so is written without its key. */
+bool holdsCommentKey(const CPLSection& section);
+
+/**
+ * Whether a document is read back as it is saved. A line that begins with asterisks behind a
+ * vertical tab, which is trimmed away but does not delimit words, becomes a header line.
+ */
+bool isReadBack(const CPLClickInfo& document, const QByteArray& saved);
 
 /**
  * Checks that a click-info text loads with a documented status, and that what is then saved loads
@@ -90,17 +96,6 @@ int checkSections(const Document& document)
     require(document[-1] == nullptr && document[count + 1] == nullptr,
             "no section beyond the ends");
     return count;
-}
-
-/** Whether a document holds a pair that is not read back as it is written. */
-template <typename Document>
-bool holdsReservedKeys(const Document& document)
-{
-    for (int i = 0; const CPLSection* const section = document[i]; ++i) {
-        if (holdsReservedKey(*section))
-            return true;
-    }
-    return false;
 }
 
 } // namespace fuzz
