@@ -1,6 +1,7 @@
 #include "PLLabelDataSet.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/InfoText.h"
 
 #include <algorithm>
@@ -19,18 +20,20 @@ CPLLabelDataSet::~CPLLabelDataSet() = default;
 
 tag_estatus CPLLabelDataSet::loadData(QString text)
 {
-    LineReader lines(text);
-    QStringView line;
-    lines.next(&line);
-    if (labelName.isEmpty()) {
-        const bool closed = line.endsWith(QLatin1Char('\n'));
-        const tag_estatus status = loadLabelName(line.chopped(closed ? 1 : 0).toString());
-        if (status != eSTATUS_SUCCESS)
-            return status;
-    }
-    while (lines.next(&line))
-        appendLabel(line);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        LineReader lines(text);
+        QStringView line;
+        lines.next(&line);
+        if (labelName.isEmpty()) {
+            const bool closed = line.endsWith(QLatin1Char('\n'));
+            const tag_estatus status = loadLabelName(line.chopped(closed ? 1 : 0).toString());
+            if (status != eSTATUS_SUCCESS)
+                return status;
+        }
+        while (lines.next(&line))
+            appendLabel(line);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 void CPLLabelDataSet::appendLabel(QStringView line)
@@ -47,21 +50,23 @@ void CPLLabelDataSet::appendLabel(QStringView line)
 
 tag_estatus CPLLabelDataSet::loadLabelName(QString headerLine)
 {
-    const int keyStart = PLKeyword::Text::Marker.size();
-    const auto colon = headerLine.indexOf(QLatin1Char(':'));
-    if (!headerLine.startsWith(PLKeyword::Text::Marker) || colon < 0)
-        return eSTATUS_BAD_LABEL_FORMAT;
-    const auto nameStart = colon + PLKeyword::Text::KeyEnd.size();
-    const auto comment = headerLine.indexOf(QLatin1Char('#'));
-    if (comment >= 0 && comment <= nameStart)
-        return eSTATUS_BAD_LABEL_FORMAT;
-    const QString sectionKey = headerLine.mid(keyStart, colon - keyStart);
-    if (sectionKey.compare(PLKeyword::Section::UserLabelNameSet, Qt::CaseInsensitive) != 0)
-        return eSTATUS_SECTION_NOT_FOUND;
-    if (headerLine.indexOf(QLatin1Char('\t')) != colon + 1)
-        return eSTATUS_BAD_LABEL_FORMAT;
-    labelName = headerLine.mid(nameStart, comment < 0 ? -1 : comment - nameStart);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const int keyStart = PLKeyword::Text::Marker.size();
+        const auto colon = headerLine.indexOf(QLatin1Char(':'));
+        if (!headerLine.startsWith(PLKeyword::Text::Marker) || colon < 0)
+            return eSTATUS_BAD_LABEL_FORMAT;
+        const auto nameStart = colon + PLKeyword::Text::KeyEnd.size();
+        const auto comment = headerLine.indexOf(QLatin1Char('#'));
+        if (comment >= 0 && comment <= nameStart)
+            return eSTATUS_BAD_LABEL_FORMAT;
+        const QString sectionKey = headerLine.mid(keyStart, colon - keyStart);
+        if (sectionKey.compare(PLKeyword::Section::UserLabelNameSet, Qt::CaseInsensitive) != 0)
+            return eSTATUS_SECTION_NOT_FOUND;
+        if (headerLine.indexOf(QLatin1Char('\t')) != colon + 1)
+            return eSTATUS_BAD_LABEL_FORMAT;
+        labelName = headerLine.mid(nameStart, comment < 0 ? -1 : comment - nameStart);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLLabelDataSet::getLabelName(QString* name) const

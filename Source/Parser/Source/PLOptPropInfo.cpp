@@ -1,16 +1,27 @@
 #include "PLOptPropInfo.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
+
+using namespace ovparser::internal;
 
 namespace {
 
+/** The settings file that the menus are read from. */
+class MenuFile : public CPLClickInfo
+{
+public:
+    using CPLClickInfo::find;
+};
+
 /** The menu names of the sections that a stem and the numbers from 1 on name. */
-QStringList menuNames(const CPLClickInfo& settings, const QString& stem)
+QStringList menuNames(const MenuFile& settings, const QString& stem)
 {
     QStringList names;
-    for (int n = 1; const CPLSection* const section = settings[stem + QString::number(n)]; ++n) {
+    for (int n = 1; const CPLSection* const section = settings.find(stem + QString::number(n));
+         ++n) {
         QString name;
-        if (section->getValue(PLKeyword::Key::MenuName, &name) == eSTATUS_SUCCESS)
+        if (checked(section->getValue(PLKeyword::Key::MenuName, &name)) == eSTATUS_SUCCESS)
             names.append(name);
     }
     return names;
@@ -25,15 +36,17 @@ CPLOptPropInfo::~CPLOptPropInfo() = default;
 
 tag_estatus CPLOptPropInfo::readSettingFile(QString path)
 {
-    tissuePropList.clear();
-    srcModelList.clear();
-    CPLClickInfo settings;
-    const tag_estatus status = settings.loadClickInfo(path, false);
-    if (status != eSTATUS_SUCCESS)
-        return status;
-    tissuePropList = menuNames(settings, PLKeyword::Section::TissueProperties);
-    srcModelList = menuNames(settings, PLKeyword::Section::SourceModel);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        tissuePropList.clear();
+        srcModelList.clear();
+        MenuFile settings;
+        const tag_estatus status = settings.loadClickInfo(path, false);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        tissuePropList = menuNames(settings, PLKeyword::Section::TissueProperties);
+        srcModelList = menuNames(settings, PLKeyword::Section::SourceModel);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 QStringList CPLOptPropInfo::getTissuePropList() const

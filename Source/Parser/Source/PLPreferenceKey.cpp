@@ -1,6 +1,9 @@
 #include "PLPreferenceKey.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
+
+using namespace ovparser::internal;
 
 namespace {
 
@@ -29,13 +32,16 @@ tag_estatus CPLPreferenceKey::addValue(QString value)
 {
     if (value.isEmpty())
         return eSTATUS_INVALID_VALUE;
-    values.append(value);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        values.append(value);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLPreferenceKey::deleteValue(QString value)
 {
-    return values.removeAll(value) > 0 ? eSTATUS_SUCCESS : eSTATUS_INVALID_VALUE;
+    return guarded(
+        [&] { return values.removeAll(value) > 0 ? eSTATUS_SUCCESS : eSTATUS_INVALID_VALUE; });
 }
 
 void CPLPreferenceKey::clearValues()
@@ -45,18 +51,25 @@ void CPLPreferenceKey::clearValues()
 
 void CPLPreferenceKey::loadData(QString text)
 {
-    values = text.split(valueEnd);
-    values.removeLast();
+    guarded([&] {
+        QStringList read = text.split(valueEnd);
+        read.removeLast();
+        values = read;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLPreferenceKey::getSaveBuffer(QString* text) const
 {
     if (!text)
         return eSTATUS_NULL_ARGUMENT;
-    *text = PLKeyword::Value::Empty;
-    for (const QString& value : values)
-        *text += value + valueEnd;
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        QString saved = PLKeyword::Value::Empty;
+        for (const QString& value : values)
+            saved += value + valueEnd;
+        *text = saved;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLPreferenceKey::getCompleteData(QStringList** list)
@@ -84,8 +97,10 @@ tag_estatus CPLPreferenceKey::setValue(QString value, unsigned index)
 {
     if (!isIndex(index))
         return eSTATUS_INVALID_VALUE;
-    values[int(index)] = value;
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        values[int(index)] = value;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 QString CPLPreferenceKey::operator[](unsigned index) const
@@ -105,15 +120,19 @@ tag_estatus CPLPreferenceKey::moveUp(unsigned index)
 {
     if (index == 0 || !isIndex(index))
         return eSTATUS_INVALID_VALUE;
-    values.move(int(index), int(index) - 1);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        values.move(int(index), int(index) - 1);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLPreferenceKey::moveDown(unsigned index)
 {
-    // The first test also keeps the second from wrapping to 0.
-    if (!isIndex(index) || !isIndex(index + 1))
-        return eSTATUS_INVALID_VALUE;
-    values.move(int(index), int(index) + 1);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        // The first test also keeps the second from wrapping to 0.
+        if (!isIndex(index) || !isIndex(index + 1))
+            return eSTATUS_INVALID_VALUE;
+        values.move(int(index), int(index) + 1);
+        return eSTATUS_SUCCESS;
+    });
 }

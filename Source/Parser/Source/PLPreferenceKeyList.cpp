@@ -2,6 +2,7 @@
 
 #include "PLHelpers.h"
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/InfoText.h"
 
 #include <QtCore/QtGlobal>
@@ -120,16 +121,18 @@ tag_estatus CPLPreferenceKeyList::loadData(QString text, const QStringList* labe
 {
     if (!labelNames)
         return eSTATUS_INVALID_ARGUMENT;
-    const int count = qMin(keyCount, int(labelNames->size()));
-    for (int i = 0; i < count; ++i) {
-        const QString saved = valuesOf(labelNames->at(i), text);
-        auto key = saved.isEmpty() ? nullptr : makeKey();
-        if (!key)
-            continue;
-        key->loadData(saved);
-        keys[std::size_t(i)] = std::move(key);
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        const int count = qMin(keyCount, int(labelNames->size()));
+        for (int i = 0; i < count; ++i) {
+            const QString saved = valuesOf(labelNames->at(i), text);
+            auto key = saved.isEmpty() ? nullptr : makeKey();
+            if (!key)
+                continue;
+            key->loadData(saved);
+            keys[std::size_t(i)] = std::move(key);
+        }
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLPreferenceKeyList::saveData(QFile& file, const CPLLabelDataSet* labels) const
@@ -138,18 +141,22 @@ tag_estatus CPLPreferenceKeyList::saveData(QFile& file, const CPLLabelDataSet* l
         return eSTATUS_INVALID_ARGUMENT;
     if (!file.isWritable())
         return eSTATUS_FAILED;
-    const QByteArray bytes = sectionText(*labels).toLatin1();
-    // A buffered file takes every byte; only the flush tells whether the disk did.
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    return written ? eSTATUS_SUCCESS : eSTATUS_FAILED;
+    return guarded([&] {
+        const QByteArray bytes = sectionText(*labels).toLatin1();
+        // A buffered file takes every byte; only the flush tells whether the disk did.
+        const bool written = file.write(bytes) == bytes.size() && file.flush();
+        return written ? eSTATUS_SUCCESS : eSTATUS_FAILED;
+    });
 }
 
 tag_estatus CPLPreferenceKeyList::saveData(const CPLLabelDataSet* labels, QString* text) const
 {
     if (!labels || !text)
         return eSTATUS_INVALID_ARGUMENT;
-    *text = sectionText(*labels);
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        *text = sectionText(*labels);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 QString CPLPreferenceKeyList::sectionText(const CPLLabelDataSet& labels) const
@@ -163,7 +170,7 @@ QString CPLPreferenceKeyList::sectionText(const CPLLabelDataSet& labels) const
         const CPLPreferenceKey* const key = (*this)[i];
         if (!key)
             continue;
-        key->getSaveBuffer(&values);
+        checked(key->getSaveBuffer(&values));
         text += labels[i] + PLKeyword::Text::KeyEnd + values + PLKeyword::Text::LineEnd;
     }
     return text + PLKeyword::Text::LineEnd;

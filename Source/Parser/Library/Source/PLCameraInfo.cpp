@@ -2,8 +2,10 @@
 
 #include "PLHelpers.h"
 #include "internal/Capabilities.h"
+#include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/OperatorChoices.h"
+#include "internal/SectionAccess.h"
 #include "internal/TextFile.h"
 
 #include <QtCore/QDebug>
@@ -43,6 +45,13 @@ EVEXA_Types installedSystem()
     const auto end = text.indexOf(u'\n', start);
     return classifySystem(text.mid(start, end < 0 ? -1 : end - start).remove(u':'));
 }
+
+/** The file of an instrument extension. */
+class ExtensionFile : public CPLClickInfo
+{
+public:
+    using CPLClickInfo::find;
+};
 
 /** An instrument extension that was found fit. */
 struct Extension
@@ -94,21 +103,21 @@ std::optional<QString> keyLinesOf(const QString& path)
 tag_estatus checkHead(const CPLSection& head, EVEXA_Types system, const QStringList& loaded,
                       QString* reason)
 {
-    if (!head.isKeyPresent(Key::ExtensionName)) {
+    if (!hasKey(head, Key::ExtensionName)) {
         *reason = missingKey(Key::ExtensionName);
         return eSTATUS_KEY_NOT_FOUND;
     }
-    if (!head.isKeyPresent(Key::SystemConfiguration)) {
+    if (!hasKey(head, Key::SystemConfiguration)) {
         *reason = missingKey(Key::SystemConfiguration);
         return eSTATUS_EXTENSION_KEY_MISSING;
     }
-    if (classifySystem(head[Key::SystemConfiguration]) != system)
+    if (classifySystem(valueOf(head, Key::SystemConfiguration)) != system)
         return eSTATUS_SYSTEM_MISMATCH;
-    if (!head.isKeyPresent(Key::ConflictsWith)) {
+    if (!hasKey(head, Key::ConflictsWith)) {
         *reason = missingKey(Key::ConflictsWith);
         return eSTATUS_EXTENSION_KEY_MISSING;
     }
-    const QStringList rivals = head[Key::ConflictsWith].split(u',');
+    const QStringList rivals = valueOf(head, Key::ConflictsWith).split(u',');
     const auto isLoaded = [&](const QString& rival) { return loaded.contains(rival); };
     if (std::any_of(rivals.begin(), rivals.end(), isLoaded)) {
         *reason = QStringLiteral("Conflicts with already loaded extensions.");
@@ -121,10 +130,10 @@ tag_estatus checkHead(const CPLSection& head, EVEXA_Types system, const QStringL
 tag_estatus readExtension(const QString& path, EVEXA_Types system, const QStringList& loaded,
                           Extension* extension, QString* reason)
 {
-    CPLClickInfo info;
-    if (info.loadClickInfo(path, false) != eSTATUS_SUCCESS)
+    ExtensionFile info;
+    if (checked(info.loadClickInfo(path, false)) != eSTATUS_SUCCESS)
         return eSTATUS_EXTENSION_LOAD_FAILED;
-    const CPLSection* const head = info[Section::ExtensionInfo];
+    const CPLSection* const head = info.find(Section::ExtensionInfo);
     if (!head) {
         *reason = missingSection(Section::ExtensionInfo);
         return eSTATUS_SECTION_NOT_FOUND;
@@ -132,7 +141,7 @@ tag_estatus readExtension(const QString& path, EVEXA_Types system, const QString
     const tag_estatus status = checkHead(*head, system, loaded, reason);
     if (status != eSTATUS_SUCCESS)
         return status;
-    if (!info.isSectionPresent(Section::CameraSystemInfo)) {
+    if (!info.find(Section::CameraSystemInfo)) {
         *reason = missingSection(Section::CameraSystemInfo);
         return eSTATUS_SECTION_NOT_FOUND;
     }
@@ -141,7 +150,7 @@ tag_estatus readExtension(const QString& path, EVEXA_Types system, const QString
         *reason = QStringLiteral("File open failed");
         return eSTATUS_FILE_OPEN_FAILED;
     }
-    *extension = {(*head)[Key::ExtensionName], *keyLines};
+    *extension = {valueOf(*head, Key::ExtensionName), *keyLines};
     return eSTATUS_SUCCESS;
 }
 
@@ -171,32 +180,35 @@ CPLCameraInfo::~CPLCameraInfo() = default;
 
 bool CPLCameraInfo::loadCameraInfo(QString path)
 {
-    cameraInfoSectionHeld = false;
-    clearData();
-    if (load(path) != eSTATUS_SUCCESS) {
-        OVPARSER_DEBUG() << "Loading camera information failed.";
-        return false;
-    }
-    cameraInfoSectionHeld = isSectionPresent(Section::CameraSystemInfo);
-    const CPLSection* const section = getCameraInfoSection();
-    if (!section) {
-        OVPARSER_DEBUG() << "Invalid camera information, while loading camera info.";
-        return false;
-    }
-    state->systemType = classifySystem((*section)[Key::SystemConfiguration]);
-    if (state->systemType == eVEXA_STANDARD && !loadStandardState(path))
-        return false;
-    deriveCapabilities(*section, *state);
-    return true;
+    return answerOf([&] {
+        cameraInfoSectionHeld = false;
+        clearData();
+        if (checked(load(path)) != eSTATUS_SUCCESS) {
+            OVPARSER_DEBUG() << "Loading camera information failed.";
+            return false;
+        }
+        const CPLSection* const section = find(Section::CameraSystemInfo);
+        cameraInfoSectionHeld = section != nullptr;
+        if (!section) {
+            OVPARSER_DEBUG() << "Invalid camera information, while loading camera info.";
+            return false;
+        }
+        state->systemType = classifySystem(valueOf(*section, Key::SystemConfiguration));
+        if (state->systemType == eVEXA_STANDARD && !loadStandardState(path))
+            return false;
+        deriveCapabilities(*section, *state);
+        return true;
+    });
 }
 
 bool CPLCameraInfo::loadStandardState(const QString& path)
 {
-    if (isZEVR24Available())
+    const CPLSection& section = *find(Section::CameraSystemInfo);
+    if (readsYes(section, Key::Zevr24))
         state->zevr24Attached = storedChoice(PLKeyword::Store::Zevr24, false).toBool();
-    if (isLargeAnimalCapable())
+    state->largeAnimalCapable = hasKey(section, Key::XRay2StagePositionC);
+    if (state->largeAnimalCapable)
         isLargeAnimalSelected();
-    const CPLSection& section = *getCameraInfoSection();
     if (readsYes(section, Key::RemovableFilterWheel) && !loadFilterWheel(path))
         return false;
     if (readsYes(section, Key::ZoomLensSupport))
@@ -223,7 +235,7 @@ bool CPLCameraInfo::loadFilterWheel(const QString& path)
         cameraInfoSectionHeld = false;
         return false;
     }
-    if (loadappend(wheelFile) != eSTATUS_SUCCESS) {
+    if (checked(loadappend(wheelFile)) != eSTATUS_SUCCESS) {
         OVPARSER_DEBUG() << "Loading Removable filter wheel information file failed.";
         return false;
     }
@@ -232,7 +244,7 @@ bool CPLCameraInfo::loadFilterWheel(const QString& path)
 
 void CPLCameraInfo::loadZoomLens(const CPLSection& section)
 {
-    if (!section.isKeyPresent(Key::ShelfPositionZ)) {
+    if (!hasKey(section, Key::ShelfPositionZ)) {
         OVPARSER_DEBUG() << "The Zoom Lens is supported. The Shelf position information for the "
                             "zoom lens is missing in the camerainfo file";
         return;
@@ -243,75 +255,84 @@ void CPLCameraInfo::loadZoomLens(const CPLSection& section)
 
 tag_estatus CPLCameraInfo::load(QString path)
 {
-    QByteArray bytes;
-    const tag_estatus read = readFile(path, &bytes);
-    if (read != eSTATUS_SUCCESS)
-        return read;
-    clearData();
-    QString text = decodeInfoText(bytes);
-    auto marker = text.indexOf(PLKeyword::Text::Marker);
-    if (!text.contains(cameraInfoHeader(), Qt::CaseInsensitive)) {
-        const QString header = cameraInfoHeader() + u'\n';
-        text.prepend(header);
-        marker = marker < 0 ? marker : marker + header.size();
-    }
-    QString extensionText;
-    loadCameraInfoExtensions(folderOf(path) + PLKeyword::File::ConfigFolder, extensionText);
-    if (marker < 0)
-        text.append(extensionText);
-    else if (!extensionText.isEmpty())
-        text.insert(marker, extensionText + u'\n');
-    preambleLines = preambleOf(trimmed(text));
-    const tag_estatus status = loadTextBuffer(text);
-    if (status == eSTATUS_SUCCESS)
-        fileSectionCount = sectionCount;
-    return status;
+    return guarded([&] {
+        QByteArray bytes;
+        const tag_estatus read = readFile(path, &bytes);
+        if (read != eSTATUS_SUCCESS)
+            return read;
+        clearData();
+        QString text = decodeInfoText(bytes);
+        auto marker = text.indexOf(PLKeyword::Text::Marker);
+        if (!text.contains(cameraInfoHeader(), Qt::CaseInsensitive)) {
+            const QString header = cameraInfoHeader() + u'\n';
+            text.prepend(header);
+            marker = marker < 0 ? marker : marker + header.size();
+        }
+        QString extensionText;
+        checked(loadCameraInfoExtensions(folderOf(path) + PLKeyword::File::ConfigFolder,
+                                         extensionText));
+        if (marker < 0)
+            text.append(extensionText);
+        else if (!extensionText.isEmpty())
+            text.insert(marker, extensionText + u'\n');
+        preambleLines = preambleOf(trimmed(text));
+        const tag_estatus status = loadTextBuffer(text);
+        if (status == eSTATUS_SUCCESS)
+            fileSectionCount = sectionCount;
+        return status;
+    });
 }
 
 tag_estatus CPLCameraInfo::loadCameraInfoExtensions(QString configFolder, QString& extensionText)
 {
-    extensionText.clear();
-    const EVEXA_Types system = installedSystem();
-    QStringList loaded;
-    const QStringList files =
-        QDir(configFolder)
-            .entryList({PLKeyword::File::ExtensionPattern}, QDir::Files, QDir::Unsorted);
-    for (const QString& file : files) {
-        Extension extension;
-        QString reason;
-        const tag_estatus status =
-            readExtension(configFolder + u'/' + file, system, loaded, &extension, &reason);
-        if (status == eSTATUS_SUCCESS) {
-            extensionText += extension.keyLines;
-            loaded += extension.name;
-        } else if (!reason.isEmpty()) {
-            OVPARSER_DEBUG()
-                << QStringLiteral("Loading cameraInfo extension '%1' failed: %2").arg(file, reason);
+    return guarded([&] {
+        extensionText.clear();
+        const EVEXA_Types system = installedSystem();
+        QStringList loaded;
+        const QStringList files =
+            QDir(configFolder)
+                .entryList({PLKeyword::File::ExtensionPattern}, QDir::Files, QDir::Unsorted);
+        for (const QString& file : files) {
+            Extension extension;
+            QString reason;
+            const tag_estatus status =
+                readExtension(configFolder + u'/' + file, system, loaded, &extension, &reason);
+            if (status == eSTATUS_SUCCESS) {
+                extensionText += extension.keyLines;
+                loaded += extension.name;
+            } else if (!reason.isEmpty()) {
+                OVPARSER_DEBUG() << QStringLiteral("Loading cameraInfo extension '%1' failed: %2")
+                                        .arg(file, reason);
+            }
         }
-    }
-    return eSTATUS_SUCCESS;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLCameraInfo::loadappend(QString path)
 {
-    QByteArray bytes;
-    const tag_estatus read = readFile(path, &bytes);
-    return read == eSTATUS_SUCCESS ? addTextBuffer(decodeInfoText(bytes)) : read;
+    return guarded([&] {
+        QByteArray bytes;
+        const tag_estatus read = readFile(path, &bytes);
+        return read == eSTATUS_SUCCESS ? addTextBuffer(decodeInfoText(bytes)) : read;
+    });
 }
 
 tag_estatus CPLCameraInfo::addTextBuffer(QString text)
 {
-    CPLSection* const section = (*this)[Section::CameraSystemInfo];
-    if (!section)
-        return eSTATUS_FILE_OPEN_FAILED;
-    const QString latin1 = latin1Form(text);
-    LineReader lines(trimmed(latin1));
-    for (QStringView line; lines.next(&line);) {
-        const ColonCut cut = cutAtColon(line);
-        if (cut.kind == ColonCut::Pair)
-            section->addKeyValue(simplified(cut.before), simplified(cut.after));
-    }
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        CPLSection* const section = find(Section::CameraSystemInfo);
+        if (!section)
+            return eSTATUS_FILE_OPEN_FAILED;
+        const QString latin1 = latin1Form(text);
+        LineReader lines(trimmed(latin1));
+        for (QStringView line; lines.next(&line);) {
+            const ColonCut cut = cutAtColon(line);
+            if (cut.kind == ColonCut::Pair)
+                addPair(*section, simplified(cut.before), simplified(cut.after));
+        }
+        return eSTATUS_SUCCESS;
+    });
 }
 
 CPLSection* CPLCameraInfo::getCameraInfoSection() const
@@ -334,14 +355,17 @@ tag_estatus CPLCameraInfo::getKeylistFromKeyAndSubkey(QString key, QString subke
 {
     if (!keys)
         return eSTATUS_NULL_ARGUMENT;
-    const CPLSection* const section = (*this)[Section::CameraSystemInfo];
-    if (!section)
+    return guarded([&] {
+        const CPLSection* const section = find(Section::CameraSystemInfo);
+        if (!section)
+            return eSTATUS_SUCCESS;
+        QStringList all;
+        checked(section->getKeyList(&all));
+        std::copy_if(
+            all.cbegin(), all.cend(), std::back_inserter(*keys),
+            [&](const QString& candidate) { return isKeySelected(candidate, key, subkey); });
         return eSTATUS_SUCCESS;
-    QStringList all;
-    section->getKeyList(&all);
-    std::copy_if(all.cbegin(), all.cend(), std::back_inserter(*keys),
-                 [&](const QString& candidate) { return isKeySelected(candidate, key, subkey); });
-    return eSTATUS_SUCCESS;
+    });
 }
 
 EVEXA_Types CPLCameraInfo::getSystemType() const

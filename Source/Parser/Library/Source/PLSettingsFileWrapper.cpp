@@ -1,6 +1,7 @@
 #include "PLSettingsFileWrapper.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/SectionAccess.h"
 
@@ -195,9 +196,14 @@ QList<CPLSection*> CPLSettingsFileWrapper::getSections() const
 
 QList<CPLSection*> CPLSettingsFileWrapper::getSections(QString prefix) const
 {
+    return answerOf([&] { return settingsWith(prefix); });
+}
+
+QList<CPLSection*> CPLSettingsFileWrapper::settingsWith(const QString& prefix) const
+{
     QList<CPLSection*> settings;
-    for (int i = 0; i < sectionCount; ++i) {
-        CPLSection* const section = find(sectionKeys.at(i));
+    for (const QString& sectionKey : sectionKeys) {
+        CPLSection* const section = find(sectionKey);
         const QString key = keyOf(*section);
         if (key.contains(sectionNameTag) && key.contains(prefix))
             settings.append(section);
@@ -227,7 +233,7 @@ QList<CPLSection*> CPLSettingsFileWrapper::withMenuName(const QString& menuName,
                                                         Qt::CaseSensitivity letterCase) const
 {
     QList<CPLSection*> found;
-    const QList<CPLSection*> settings = getSections();
+    const QList<CPLSection*> settings = settingsWith(QString());
     for (CPLSection* const section : settings) {
         QString name;
         if (readMenuName(*section, &name) == eSTATUS_SUCCESS &&
@@ -239,25 +245,29 @@ QList<CPLSection*> CPLSettingsFileWrapper::withMenuName(const QString& menuName,
 
 QStringList CPLSettingsFileWrapper::getMenuNames() const
 {
-    return menuNamesOf(getSections());
+    return answerOf([&] { return menuNamesOf(settingsWith(QString())); });
 }
 
 QStringList CPLSettingsFileWrapper::getMenuNames(const QString& prefix) const
 {
-    if (loadMode == eLOAD_FOLDER)
-        return menuNamesIn(folderPath, prefix);
-    return loadMode == eLOAD_FILE ? menuNamesOf(getSections(prefix)) : QStringList();
+    return answerOf([&] {
+        if (loadMode == eLOAD_FOLDER)
+            return menuNamesIn(folderPath, prefix);
+        return loadMode == eLOAD_FILE ? menuNamesOf(settingsWith(prefix)) : QStringList();
+    });
 }
 
 bool CPLSettingsFileWrapper::isUnique(const QString& menuName) const
 {
-    return withMenuName(menuName, Qt::CaseInsensitive).isEmpty();
+    return answerOf([&] { return withMenuName(menuName, Qt::CaseInsensitive).isEmpty(); });
 }
 
 CPLSection* CPLSettingsFileWrapper::getSectionByMenuName(const QString& menuName) const
 {
-    const auto letterCase = useSectionNameForMenuName ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    return withMenuName(menuName, letterCase).value(0);
+    return answerOf([&] {
+        const auto letterCase = useSectionNameForMenuName ? Qt::CaseInsensitive : Qt::CaseSensitive;
+        return withMenuName(menuName, letterCase).value(0);
+    });
 }
 
 QString CPLSettingsFileWrapper::getFileNameForMenuName(const QString& menuName,
@@ -280,7 +290,7 @@ tag_estatus CPLSettingsFileWrapper::setFileNameForMenuName(const QString& menuNa
                                                            const QString& fileName)
 {
     return guarded([&] {
-        if (getSections().isEmpty())
+        if (settingsWith(QString()).isEmpty())
             return eSTATUS_EMPTY_SECTION_KEY;
         tag_estatus status = eSTATUS_KEY_NOT_FOUND;
         const QList<CPLSection*> named = withMenuName(menuName, Qt::CaseInsensitive);
@@ -292,12 +302,12 @@ tag_estatus CPLSettingsFileWrapper::setFileNameForMenuName(const QString& menuNa
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName() const
 {
-    return getNextAvailableSectionName_core(getSections(), sectionNameTag);
+    return getNextAvailableSectionName_core(settingsWith(QString()), sectionNameTag);
 }
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName(const QString& prefix) const
 {
-    return getNextAvailableSectionName_core(getSections(prefix), prefix);
+    return getNextAvailableSectionName_core(settingsWith(prefix), prefix);
 }
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName_core(const QList<CPLSection*>& settings,
@@ -312,12 +322,12 @@ QString CPLSettingsFileWrapper::getNextAvailableSectionName_core(const QList<CPL
 
 QString CPLSettingsFileWrapper::getNextAutoMenuName() const
 {
-    return getNextAutoMenuName_core(getSections());
+    return getNextAutoMenuName_core(settingsWith(QString()));
 }
 
 QString CPLSettingsFileWrapper::getNextAutoMenuName(const QString& prefix) const
 {
-    return getNextAutoMenuName_core(getSections(prefix));
+    return getNextAutoMenuName_core(settingsWith(prefix));
 }
 
 QString CPLSettingsFileWrapper::getNextAutoMenuName_core(const QList<CPLSection*>& settings) const

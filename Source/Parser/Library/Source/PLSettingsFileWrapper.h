@@ -239,6 +239,7 @@ protected:
     [[nodiscard]] QList<CPLSection*> getSections(QString prefix) const;
 
 private:
+    [[nodiscard]] QList<CPLSection*> settingsWith(const QString& prefix) const;
     tag_estatus checkFolder() const;
     tag_estatus readMenuName(const CPLSection& section, QString* name) const;
     [[nodiscard]] QStringList menuNamesOf(const QList<CPLSection*>& settings) const;

@@ -1,6 +1,7 @@
 #include "PLSpectralWrapper.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 #include "internal/NumberFormat.h"
 
 #include <QtCore/QDateTime>
@@ -342,30 +343,34 @@ CPLSpectralWrapper::~CPLSpectralWrapper() = default;
 
 bool CPLSpectralWrapper::createSpectralXMLFile(QString newFileName)
 {
-    writer.reset();
-    file.close();
-    fileName = newFileName;
-    file.setFileName(fileName);
-    const bool opened =
-        !fileName.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    writer.reset(new (std::nothrow) CPLXMLWriter(&file, nullptr));
-    if (!writer)
-        return false;
-    writer->setAutoNewLine(true);
-    const QString root = Spectral::Elements[Spectral::Root].name;
-    writer->writeRaw(Xml::DeclarationStart + QLatin1String(Xml::Utf8) + Xml::DeclarationEnd);
-    writer->newLine();
-    writer->writeRaw(Xml::DocumentType + root + QLatin1String("><") + root + QLatin1Char('>'));
-    writer->newLine();
-    return opened;
+    return answerOf([&] {
+        writer.reset();
+        file.close();
+        fileName = newFileName;
+        file.setFileName(fileName);
+        const bool opened =
+            !fileName.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        writer.reset(new (std::nothrow) CPLXMLWriter(&file, nullptr));
+        if (!writer)
+            return false;
+        writer->setAutoNewLine(true);
+        const QString root = Spectral::Elements[Spectral::Root].name;
+        writer->writeRaw(Xml::DeclarationStart + QLatin1String(Xml::Utf8) + Xml::DeclarationEnd);
+        writer->newLine();
+        writer->writeRaw(Xml::DocumentType + root + QLatin1String("><") + root + QLatin1Char('>'));
+        writer->newLine();
+        return opened;
+    });
 }
 
 QString CPLSpectralWrapper::setDateAndTime() const
 {
-    const QDateTime now = QDateTime::currentDateTime();
-    const QLocale system = QLocale::system();
-    return system.toString(now.time(), QLocale::ShortFormat) + QLatin1String(", ") +
-           system.toString(now.date(), QLocale::ShortFormat);
+    return answerOf([&]() -> QString {
+        const QDateTime now = QDateTime::currentDateTime();
+        const QLocale system = QLocale::system();
+        return system.toString(now.time(), QLocale::ShortFormat) + QLatin1String(", ") +
+               system.toString(now.date(), QLocale::ShortFormat);
+    });
 }
 
 void CPLSpectralWrapper::setSpectralAttributes(QString sequenceId, int numberOfClicks,
@@ -510,11 +515,13 @@ void CPLSpectralWrapper::setCloseSpectralAnalysis()
 
 bool CPLSpectralWrapper::loadXMLFile(QString newFileName)
 {
-    fileName = newFileName;
-    if (!reader.createXMLDocumentFormFile(fileName, nullptr, nullptr, nullptr))
-        return false;
-    reader.setRootElement();
-    return Walk::matches(reader.getRootElement(), Spectral::Root);
+    return answerOf([&] {
+        fileName = newFileName;
+        if (!reader.createXMLDocumentFormFile(fileName, nullptr, nullptr, nullptr))
+            return false;
+        reader.setRootElement();
+        return Walk::matches(reader.getRootElement(), Spectral::Root);
+    });
 }
 
 bool CPLSpectralWrapper::getSpectralAttributes(QString* sequenceId, int* numberOfClicks,
@@ -522,63 +529,72 @@ bool CPLSpectralWrapper::getSpectralAttributes(QString* sequenceId, int* numberO
                                                QString* sourceModel, int index,
                                                QString* indexOfRefraction)
 {
-    if (!allGiven(sequenceId, numberOfClicks, activeImage, tissueProperty, sourceModel,
-                  indexOfRefraction))
-        return false;
-    Walk walk(reader);
-    const QDomElement attributes = walk.child(reader.getRootElement(), Spectral::Attributes, index);
-    if (attributes.isNull())
-        return false;
-    walk.value(attributes, Attribute::SequenceId, sequenceId);
-    walk.value(attributes, Attribute::NoOfClicks, numberOfClicks);
-    walk.value(attributes, Attribute::ActiveImage, activeImage);
-    walk.value(attributes, Attribute::TissueProperty, tissueProperty);
-    walk.value(attributes, Attribute::SourceModel, sourceModel);
-    walk.value(attributes, Attribute::IndexOfRefraction, indexOfRefraction);
-    return true;
+    return answerOf([&] {
+        if (!allGiven(sequenceId, numberOfClicks, activeImage, tissueProperty, sourceModel,
+                      indexOfRefraction))
+            return false;
+        Walk walk(reader);
+        const QDomElement attributes =
+            walk.child(reader.getRootElement(), Spectral::Attributes, index);
+        if (attributes.isNull())
+            return false;
+        walk.value(attributes, Attribute::SequenceId, sequenceId);
+        walk.value(attributes, Attribute::NoOfClicks, numberOfClicks);
+        walk.value(attributes, Attribute::ActiveImage, activeImage);
+        walk.value(attributes, Attribute::TissueProperty, tissueProperty);
+        walk.value(attributes, Attribute::SourceModel, sourceModel);
+        walk.value(attributes, Attribute::IndexOfRefraction, indexOfRefraction);
+        return true;
+    });
 }
 
 bool CPLSpectralWrapper::getSpectralAnalysisAttributes(QString* sequenceId, int* firstNumber,
                                                        int* secondNumber, QString* tissueProperty,
                                                        QString* sourceModel)
 {
-    constexpr int attributeCount = 8;
-    if (!allGiven(sequenceId, firstNumber, secondNumber, tissueProperty, sourceModel))
-        return false;
-    const Walk walk(reader);
-    const QDomElement attributes = reader.getFirstChild(reader.getRootElement());
-    if (!Walk::matches(attributes, Spectral::Attributes) ||
-        !walk.hasAttributes(attributes, attributeCount))
-        return false;
-    walk.value(attributes, Attribute::SequenceId, sequenceId);
-    walk.value(attributes, Attribute::NoOfClicks, firstNumber);
-    walk.value(attributes, Attribute::ActiveWavelength, secondNumber);
-    walk.value(attributes, Attribute::TissueProperty, tissueProperty);
-    walk.value(attributes, Attribute::SourceModel, sourceModel);
-    return true;
+    return answerOf([&] {
+        constexpr int attributeCount = 8;
+        if (!allGiven(sequenceId, firstNumber, secondNumber, tissueProperty, sourceModel))
+            return false;
+        const Walk walk(reader);
+        const QDomElement attributes = reader.getFirstChild(reader.getRootElement());
+        if (!Walk::matches(attributes, Spectral::Attributes) ||
+            !walk.hasAttributes(attributes, attributeCount))
+            return false;
+        walk.value(attributes, Attribute::SequenceId, sequenceId);
+        walk.value(attributes, Attribute::NoOfClicks, firstNumber);
+        walk.value(attributes, Attribute::ActiveWavelength, secondNumber);
+        walk.value(attributes, Attribute::TissueProperty, tissueProperty);
+        walk.value(attributes, Attribute::SourceModel, sourceModel);
+        return true;
+    });
 }
 
 bool CPLSpectralWrapper::getNumberOfClicksForROIIndex(int* totalClicks)
 {
-    if (totalClicks == nullptr)
-        return false;
-    const QDomElement next = reader.getNextSiblingElement(reader.getCurrentElement());
-    if (!Walk::matches(next, Spectral::ClickInfo))
-        return false;
-    Walk(reader).value(next, Attribute::TotalClicks, totalClicks);
-    return true;
+    return answerOf([&] {
+        if (totalClicks == nullptr)
+            return false;
+        const QDomElement next = reader.getNextSiblingElement(reader.getCurrentElement());
+        if (!Walk::matches(next, Spectral::ClickInfo))
+            return false;
+        Walk(reader).value(next, Attribute::TotalClicks, totalClicks);
+        return true;
+    });
 }
 
 bool CPLSpectralWrapper::getClickAndROIInformationForIndex(_tagSClickROIInformation* info,
                                                            int clickIndex, int roiIndex)
 {
-    if (info == nullptr)
-        return false;
-    const QDomElement attributes =
-        Walk(reader).child(reader.getRootElement(), Spectral::Attributes, roiIndex);
-    const QDomElement clickInfo = reader.getNextSiblingElement(attributes);
-    return Walk::matches(clickInfo, Spectral::ClickInfo) &&
-           getClickROIInformation(info, clickInfo, clickIndex);
+    return answerOf([&] {
+        if (info == nullptr)
+            return false;
+        const QDomElement attributes =
+            Walk(reader).child(reader.getRootElement(), Spectral::Attributes, roiIndex);
+        const QDomElement clickInfo = reader.getNextSiblingElement(attributes);
+        return Walk::matches(clickInfo, Spectral::ClickInfo) &&
+               getClickROIInformation(info, clickInfo, clickIndex);
+    });
 }
 
 bool CPLSpectralWrapper::getClickROIInformation(_tagSClickROIInformation* info,
@@ -605,37 +621,41 @@ bool CPLSpectralWrapper::getClickROIInformation(_tagSClickROIInformation* info,
 
 QList<_tagSROISpectralResults> CPLSpectralWrapper::getROISpectralResults()
 {
-    QList<_tagSROISpectralResults> list;
-    Walk walk(reader);
-    walk.children(reader.getRootElement(), [&](const QDomElement& element) {
-        if (Walk::matches(element, Spectral::Results))
-            list.append(walk.results(element));
-        return false;
+    return answerOf([&] {
+        QList<_tagSROISpectralResults> list;
+        Walk walk(reader);
+        walk.children(reader.getRootElement(), [&](const QDomElement& element) {
+            if (Walk::matches(element, Spectral::Results))
+                list.append(walk.results(element));
+            return false;
+        });
+        return list;
     });
-    return list;
 }
 
 QList<SPlotResults> CPLSpectralWrapper::getROIPlotResultsForROI(QString roiLabel)
 {
-    return Walk(reader).values(roiLabel, plotForm, plotFields);
+    return answerOf([&] { return Walk(reader).values(roiLabel, plotForm, plotFields); });
 }
 
 QList<SFitResults> CPLSpectralWrapper::getROIFitResultsForROI(QString roiLabel)
 {
-    return Walk(reader).values(roiLabel, fitForm, fitFields);
+    return answerOf([&] { return Walk(reader).values(roiLabel, fitForm, fitFields); });
 }
 
 bool CPLSpectralWrapper::getLinearFitResults(double* valueA, double* valueB)
 {
-    if (!allGiven(valueA, valueB))
-        return false;
-    Walk walk(reader);
-    const QDomElement fit = walk.child(reader.getRootElement(), Spectral::LinearFitValues, 0);
-    if (fit.isNull())
-        return false;
-    walk.value(fit, Attribute::LinearFitValueA, valueA);
-    walk.value(fit, Attribute::LinearFitValueB, valueB);
-    return true;
+    return answerOf([&] {
+        if (!allGiven(valueA, valueB))
+            return false;
+        Walk walk(reader);
+        const QDomElement fit = walk.child(reader.getRootElement(), Spectral::LinearFitValues, 0);
+        if (fit.isNull())
+            return false;
+        walk.value(fit, Attribute::LinearFitValueA, valueA);
+        walk.value(fit, Attribute::LinearFitValueB, valueB);
+        return true;
+    });
 }
 
 void CPLSpectralWrapper::openElement(int id, const AttrMap& attrs)

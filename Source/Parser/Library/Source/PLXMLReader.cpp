@@ -1,6 +1,8 @@
 #include "PLXMLReader.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
+#include "internal/TextFile.h"
 #include "internal/XmlGuard.h"
 
 #include <QtCore/QFile>
@@ -53,18 +55,20 @@ CPLXMLReader::~CPLXMLReader() = default;
 bool CPLXMLReader::createXMLDocumentFormFile(QString fileName, QString* errorMsg, int* errorLine,
                                              int* errorColumn)
 {
-    document = QDomDocument(PLKeyword::Xml::EmptyDocument);
-    QFile file(fileName);
-    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly))
-        return false;
-    QString text;
-    if (const auto hazard = readXml(file, &text)) {
-        store(hazard->message, errorMsg);
-        store(hazard->line, errorLine);
-        store(hazard->column, errorColumn);
-        return false;
-    }
-    return document.setContent(text, false, errorMsg, errorLine, errorColumn);
+    return answerOf([&] {
+        document = QDomDocument(PLKeyword::Xml::EmptyDocument);
+        QFile file(fileName);
+        if (!openToRead(file))
+            return false;
+        QString text;
+        if (const auto hazard = readXml(file, &text)) {
+            store(hazard->message, errorMsg);
+            store(hazard->line, errorLine);
+            store(hazard->column, errorColumn);
+            return false;
+        }
+        return document.setContent(text, false, errorMsg, errorLine, errorColumn);
+    });
 }
 
 void CPLXMLReader::setRootElement()

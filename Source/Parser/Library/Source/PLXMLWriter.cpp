@@ -1,12 +1,15 @@
 #include "PLXMLWriter.h"
 
 #include "PLKeywords.h"
+#include "internal/Guard.h"
 
 #include <QtCore/QFileDevice>
 
 #include <QTextCodec>
 
 #include <algorithm>
+
+using namespace ovparser::internal;
 
 namespace Xml = PLKeyword::Xml;
 
@@ -38,15 +41,26 @@ AttrMap::AttrMap(const AttrMap& other) = default;
 AttrMap& AttrMap::operator=(const AttrMap& other) = default;
 AttrMap::~AttrMap() = default;
 
+template <typename Operation>
+void CPLXMLWriter::attempt(Operation operation)
+{
+    const bool done = answerOf([&] {
+        operation();
+        return true;
+    });
+    failed = failed || !done;
+}
+
 CPLXMLWriter::CPLXMLWriter(QIODevice* device, QTextCodec* codec)
     : output(device)
 {
-    const QTextCodec* used = codec != nullptr ? codec : QTextCodec::codecForName(Xml::Utf8);
-    encoder.reset(used->makeEncoder(QTextCodec::IgnoreHeader));
-    if (codec == nullptr)
-        return;
-    write(Xml::DeclarationStart + protect(QString::fromLatin1(codec->name())) +
-          Xml::DeclarationEnd + QLatin1Char('\n'));
+    attempt([&] {
+        const QTextCodec* used = codec != nullptr ? codec : QTextCodec::codecForName(Xml::Utf8);
+        encoder.reset(used->makeEncoder(QTextCodec::IgnoreHeader));
+        if (codec != nullptr)
+            write(Xml::DeclarationStart + protect(QString::fromLatin1(codec->name())) +
+                  Xml::DeclarationEnd + QLatin1Char('\n'));
+    });
 }
 
 CPLXMLWriter::~CPLXMLWriter()
@@ -59,54 +73,66 @@ CPLXMLWriter::~CPLXMLWriter()
 
 void CPLXMLWriter::writeRaw(const QString& xml)
 {
-    write(xml);
-    atLineStart = false;
+    attempt([&] {
+        write(xml);
+        atLineStart = false;
+    });
 }
 
 void CPLXMLWriter::writeString(const QString& text)
 {
-    writeRaw(protect(text));
+    attempt([&] { writeRaw(protect(text)); });
 }
 
 void CPLXMLWriter::writeOpenTag(const QString& name, const AttrMap& attrs)
 {
-    writePendingIndent();
-    write(opening(name, attrs));
-    indentString += QString(indentSize, QLatin1Char(' '));
-    endTag();
+    attempt([&] {
+        writePendingIndent();
+        write(opening(name, attrs));
+        indentString += QString(indentSize, QLatin1Char(' '));
+        endTag();
+    });
 }
 
 void CPLXMLWriter::writeCloseTag(const QString& name)
 {
-    indentString.remove(0, indentSize);
-    writePendingIndent();
-    write(opening(QLatin1Char('/') + name, {}));
-    endTag();
+    attempt([&] {
+        indentString.remove(0, indentSize);
+        writePendingIndent();
+        write(opening(QLatin1Char('/') + name, {}));
+        endTag();
+    });
 }
 
 void CPLXMLWriter::writeAtomTag(const QString& name, const AttrMap& attrs)
 {
-    QString tag = opening(name, attrs);
-    tag.insert(tag.size() - 1, QLatin1Char('/'));
-    writePendingIndent();
-    write(tag);
-    endTag();
+    attempt([&] {
+        QString tag = opening(name, attrs);
+        tag.insert(tag.size() - 1, QLatin1Char('/'));
+        writePendingIndent();
+        write(tag);
+        endTag();
+    });
 }
 
 void CPLXMLWriter::writeTaggedString(const QString& name, const QString& text, const AttrMap& attrs)
 {
-    writePendingIndent();
-    write(opening(name, attrs));
-    writeString(text);
-    write(opening(QLatin1Char('/') + name, {}));
-    endTag();
+    attempt([&] {
+        writePendingIndent();
+        write(opening(name, attrs));
+        writeString(text);
+        write(opening(QLatin1Char('/') + name, {}));
+        endTag();
+    });
 }
 
 void CPLXMLWriter::newLine()
 {
-    write(QString(QLatin1Char('\n')));
-    flush();
-    atLineStart = true;
+    attempt([&] {
+        write(QString(QLatin1Char('\n')));
+        flush();
+        atLineStart = true;
+    });
 }
 
 void CPLXMLWriter::setIndentSize(int size)
@@ -156,7 +182,8 @@ void CPLXMLWriter::writePendingIndent()
     atLineStart = false;
 }
 
-// A device that is not open warns when it is written to; nothing follows a text that was lost.
+// A device that is not open warns when it is written to; nothing follows a text that was lost,
+// also for want of memory.
 void CPLXMLWriter::write(const QString& text)
 {
     if (output == nullptr || !output->isWritable() || failed)

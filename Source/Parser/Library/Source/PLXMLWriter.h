@@ -93,6 +93,8 @@ public:
 private:
     static QString protect(const QString& text);
     static QString opening(const QString& tag, const AttrMap& attrs);
+    template <typename Operation>
+    void attempt(Operation operation);
     void writePendingIndent();
     void write(const QString& text);
     void endTag();

@@ -50,7 +50,7 @@ private:
     void refill();
 
     QIODevice& m_device;
-    std::array<char, 16384> m_buffer;
+    std::array<char, 16384> m_buffer = {};
     std::string_view m_unread;
     bool m_atEnd = false;
 };
