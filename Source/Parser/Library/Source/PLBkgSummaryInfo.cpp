@@ -115,32 +115,30 @@ tag_estatus CPLBkgSummaryInfo::load(QString path)
 
 tag_estatus CPLBkgSummaryInfo::SLload(QString path)
 {
-    return loadIndex(path, Key::StructureReference);
+    return guarded([&] { return loadIndex(path, Key::StructureReference); });
 }
 
 tag_estatus CPLBkgSummaryInfo::FLload(QString path)
 {
-    return loadIndex(path, Key::FluorescentReference);
+    return guarded([&] { return loadIndex(path, Key::FluorescentReference); });
 }
 
 tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& referenceKey)
 {
-    return guarded([&] {
-        QByteArray bytes;
-        const tag_estatus read = readFile(path, &bytes);
-        if (read != eSTATUS_SUCCESS)
-            return read;
-        clearData();
-        const QString text = decodeInfoText(std::move(bytes));
-        LineReader lines(text);
-        for (QStringView line; lines.next(&line);) {
-            const auto pairs = afterMarker(line);
-            if (!pairs)
-                break;
-            addReference(*pairs, referenceKey);
-        }
-        return eSTATUS_SUCCESS;
-    });
+    QByteArray bytes;
+    const tag_estatus read = readFile(path, &bytes);
+    if (read != eSTATUS_SUCCESS)
+        return read;
+    clearData();
+    const QString text = decodeInfoText(std::move(bytes));
+    LineReader lines(text);
+    for (QStringView line; lines.next(&line);) {
+        const auto pairs = afterMarker(line);
+        if (!pairs)
+            break;
+        addReference(*pairs, referenceKey);
+    }
+    return eSTATUS_SUCCESS;
 }
 
 void CPLBkgSummaryInfo::addReference(QStringView pairs, const QString& referenceKey)

@@ -580,10 +580,19 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
         insertSection(readBiasOnly < 0 ? sectionCount : readBiasOnly + 1, key, lowerKey,
                       section.get());
         static_cast<void>(section.release());
-        if (hasCorrectedCompanion(type) && !settings)
-            checked(addTiffImageSection(PLKeyword::File::CorrectedImage,
-                                        eIMAGE_LUMINESCENT_CORRECTED, setup, false));
-        return eSTATUS_SUCCESS;
+        if (!hasCorrectedCompanion(type) || settings)
+            return eSTATUS_SUCCESS;
+        const tag_estatus status = guarded([&] {
+            return addTiffImageSection(PLKeyword::File::CorrectedImage,
+                                       eIMAGE_LUMINESCENT_CORRECTED, setup, false);
+        });
+        if (status != eSTATUS_OUT_OF_MEMORY)
+            return eSTATUS_SUCCESS;
+        // Both sections or none, so that the caller can try again.
+        sectionKeys.removeOne(key);
+        delete sections.take(lowerKey);
+        --sectionCount;
+        return status;
     });
 }
 
