@@ -1,7 +1,6 @@
 #include "support/Support.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QRegularExpression>
 
 #include <ctime>
@@ -694,31 +693,6 @@ private Q_SLOTS:
         QString name;
         info["photographic image"_s]->getSectionName(&name, true);
         QCOMPARE(name, "photo.TIF"_s);
-    }
-
-    // Work that grows with the square of the file would take 16 times as long per step.
-    void loadingIsLinear()
-    {
-        qint64 last = 0;
-        for (int sections = 2000; sections <= 32000; sections *= 4) {
-            QByteArray text = "preamble\r\n";
-            for (int i = 0; i < sections; ++i)
-                text += "*** Section " + QByteArray::number(i) + ":\tname\r\nkey:\tvalue\r\n\r\n";
-            const QString file = m_folder.filePath("large.txt"_s);
-            support::writeFile(file, text);
-            QElapsedTimer timer;
-            timer.start();
-            {
-                CPLClickInfo info;
-                QCOMPARE(info.loadClickInfo(file, true), eSTATUS_SUCCESS);
-                QCOMPARE(info.getFileSectionCount(), sections);
-                QVERIFY(info.getClickInfoData().startsWith(text));
-            }
-            const qint64 now = timer.nsecsElapsed();
-            if (last > 0)
-                QVERIFY2(now < 10 * last, qPrintable(QString::number(double(now) / double(last))));
-            last = now;
-        }
     }
 
 private:

@@ -1,8 +1,6 @@
 #include "support/Support.h"
 
 #include <algorithm>
-#include <ctime>
-#include <limits>
 #include <locale>
 
 namespace {
@@ -273,27 +271,6 @@ private Q_SLOTS:
         QCOMPARE(valueB, -700.0);
         QVERIFY(load(file, ""));
         QVERIFY(!file.getLinearFitResults(&valueA, &valueB));
-    }
-
-    void timeGrowsWithTheFile()
-    {
-        QList<std::clock_t> times;
-        for (const int size : {10000, 80000}) {
-            CPLSpectralWrapper file;
-            const QByteArray values = QByteArray("<OV:Plot.Values Intensity='2.5'/>").repeated(size);
-            QVERIFY(load(file, "<OV:Plot.Results ROI.Label='A' Total.Plot.Values='" + QByteArray::number(size) + "'>" +
-                                   values + "</OV:Plot.Results>"));
-            std::clock_t best = std::numeric_limits<std::clock_t>::max();
-            for (int run = 0; run < 3; ++run) {
-                const std::clock_t start = std::clock();
-                QCOMPARE(file.getROIPlotResultsForROI("a"_s).size(), size);
-                best = std::min(best, std::clock() - start);
-            }
-            times += best;
-        }
-        // Three doublings; a busy machine may slow each down, but eightfold work must not cost 64
-        // times.
-        QVERIFY2(times[1] < 27 * times[0], qPrintable("%1 after %2"_s.arg(times[1]).arg(times[0])));
     }
 
 private:

@@ -1,0 +1,92 @@
+/**
+ * @file
+ * Documents share nothing: eight threads, each with documents of its own, under the thread
+ * sanitizer where the build has it.
+ */
+#include "support/Support.h"
+
+#include <QtCore/QDir>
+
+#include <algorithm>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int threadCount = 8;
+constexpr int rounds = 20;
+
+const QString study = support::example("study/SEQ20240305");
+
+/** Loads, edits and saves a document of most kinds; gives what was written. */
+QByteArray work(const QString& folder)
+{
+    CPLSequenceInfo sequence;
+    sIASetupInfo setup;
+    setup.acquisitionTime = 1709630102;
+    sequence.loadFile(study + "/SequenceInfo.txt"_s);
+    QByteArray written;
+    for (int i = 0; i < sequence.getNumDatasets(); ++i) {
+        CPLClickInfo info;
+        info.loadClickInfo(sequence.getDatasetPath(i), true);
+        info.setValue("User Input"_s, "Comment1"_s, i);
+        QString value;
+        info.obtainValueFromClickInfoFile(sequence.getDatasetPath(i), "User ID"_s, &value);
+        info.addTiffImageSection(value, eIMAGE_FL_REFERENCE, &setup, false);
+        info.saveClickInfo(folder + "/ClickInfo.txt"_s);
+        written += support::readFile(folder + "/ClickInfo.txt"_s);
+    }
+    CPLBkgSummaryInfo summary;
+    summary.load(support::example("background/BkgSummary.txt"));
+    CPLCameraInfo camera;
+    camera.load(support::example("instrument/CameraInfo.txt"));
+    CPLSettingsFileWrapper settings("Preset"_s, "Preset"_s);
+    settings.load(support::example("settings/Presets.txt"));
+    CPLOptPropInfo optics;
+    optics.readSettingFile(support::example("settings/OpticalProperties.txt"));
+    for (const CPLClickInfo* const info : {static_cast<CPLClickInfo*>(&summary), static_cast<CPLClickInfo*>(&camera),
+                                           static_cast<CPLClickInfo*>(&settings)})
+        written += info->getClickInfoData();
+    CPLSpectralWrapper spectrum;
+    spectrum.loadXMLFile(support::example("spectral/Spectral.xml"));
+    const QString points = QString::number(spectrum.getROIPlotResultsForROI("ROI 1"_s).size());
+    spectrum.createSpectralXMLFile(folder + "/Spectral.xml"_s);
+    spectrum.setOpenSpectralAnalysisPlotResults(optics.getSrcModelList().join(u'|') + points, 1);
+    spectrum.setCloseSpectralAnalysisPlotResults();
+    spectrum.setCloseSpectralAnalysis();
+    return written + support::readFile(folder + "/Spectral.xml"_s);
+}
+
+} // namespace
+
+class TestThreads : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void documentsOfTheirOwn()
+    {
+        const QTemporaryDir folder;
+        for (int i = 0; i < threadCount; ++i)
+            QVERIFY(QDir(folder.path()).mkdir(QString::number(i)));
+        std::vector<QByteArray> results(threadCount);
+        std::vector<std::thread> threads;
+        threads.reserve(threadCount);
+        for (int i = 0; i < threadCount; ++i) {
+            threads.emplace_back([&result = results[std::size_t(i)], own = folder.filePath(QString::number(i))] {
+                for (int round = 0; round < rounds; ++round)
+                    result += work(own);
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        const QByteArray expected = work(folder.path()).repeated(rounds);
+        QVERIFY(expected.size() > rounds * 4000);
+        QVERIFY(
+            std::all_of(results.begin(), results.end(), [&](const QByteArray& result) { return result == expected; }));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestThreads)
+#include "tst_threads.moc"
