@@ -87,7 +87,7 @@ public:
     [[nodiscard]] QString operator[](int index) const;
 
 private:
-    void appendLabel(QStringView line);
+    PARSERLIBRARY_NO_EXPORT void appendLabel(QStringView line);
 
     QString labelName;
     QStringList labelData;

@@ -110,7 +110,7 @@ public:
     tag_estatus moveDown(unsigned index);
 
 private:
-    [[nodiscard]] bool isIndex(unsigned index) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT bool isIndex(unsigned index) const;
 
     QStringList values;
 };

@@ -96,10 +96,10 @@ public:
     tag_estatus saveData(const CPLLabelDataSet* labels, QString* text) const;
 
 private:
-    [[nodiscard]] bool isSlot(int index) const;
-    void makeSlots(int count);
-    void copyKeys(const CPLPreferenceKeyList& other);
-    [[nodiscard]] QString sectionText(const CPLLabelDataSet& labels) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT bool isSlot(int index) const;
+    PARSERLIBRARY_NO_EXPORT void makeSlots(int count);
+    PARSERLIBRARY_NO_EXPORT void copyKeys(const CPLPreferenceKeyList& other);
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QString sectionText(const CPLLabelDataSet& labels) const;
 
     std::unique_ptr<std::unique_ptr<CPLPreferenceKey>[]> keys;
     qint32 keyCount = 0;

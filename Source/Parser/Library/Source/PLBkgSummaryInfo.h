@@ -100,9 +100,9 @@ public:
     virtual tag_estatus FLload(QString path);
 
 private:
-    tag_estatus loadBlock(QString block, int number);
-    tag_estatus loadIndex(const QString& path, const QString& referenceKey);
-    void addReference(QStringView pairs, const QString& referenceKey);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(QString block, int number);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadIndex(const QString& path, const QString& referenceKey);
+    PARSERLIBRARY_NO_EXPORT void addReference(QStringView pairs, const QString& referenceKey);
 };
 
 #endif

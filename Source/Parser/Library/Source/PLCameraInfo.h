@@ -237,12 +237,13 @@ public:
     ///@}
 
 private:
-    tag_estatus loadCameraInfoExtensions(QString configFolder, QString& extensionText);
-    tag_estatus loadappend(QString path);
-    tag_estatus addTextBuffer(QString text);
-    bool loadStandardState(const QString& path);
-    bool loadFilterWheel(const QString& path);
-    void loadZoomLens(const CPLSection& section);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadCameraInfoExtensions(QString configFolder,
+                                                                 QString& extensionText);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadappend(QString path);
+    PARSERLIBRARY_NO_EXPORT tag_estatus addTextBuffer(QString text);
+    PARSERLIBRARY_NO_EXPORT bool loadStandardState(const QString& path);
+    PARSERLIBRARY_NO_EXPORT bool loadFilterWheel(const QString& path);
+    PARSERLIBRARY_NO_EXPORT void loadZoomLens(const CPLSection& section);
 
     std::unique_ptr<ovparser::internal::InstrumentState> state;
     /**

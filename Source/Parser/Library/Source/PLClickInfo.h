@@ -379,12 +379,12 @@ protected:
     QStringList preambleLines;           ///< the lines before the first section
 
 private:
-    [[nodiscard]] QByteArray documentText() const;
-    [[nodiscard]] int sectionPosition(const QString& lowerKey) const;
-    void insertSection(int position, const QString& key, const QString& lowerKey,
-                       CPLSection* section);
-    tag_estatus loadBlock(QStringView text);
-    void startLoading();
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QByteArray documentText() const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT int sectionPosition(const QString& lowerKey) const;
+    PARSERLIBRARY_NO_EXPORT void insertSection(int position, const QString& key,
+                                               const QString& lowerKey, CPLSection* section);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(QStringView text);
+    PARSERLIBRARY_NO_EXPORT void startLoading();
 };
 
 #endif

@@ -14,4 +14,7 @@
 #define PARSERLIBRARY_EXPORT Q_DECL_IMPORT
 #endif
 
+/** Marks what an exported class keeps to itself. */
+#define PARSERLIBRARY_NO_EXPORT Q_DECL_HIDDEN
+
 #endif

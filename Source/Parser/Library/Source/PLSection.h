@@ -212,8 +212,8 @@ public:
 private:
     struct Entries;
 
-    [[nodiscard]] const Entries& entries() const;
-    [[nodiscard]] Entries& entries();
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT const Entries& entries() const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT Entries& entries();
     template <typename Number, typename Convert>
     tag_estatus getNumber(QString key, Number* value, Convert convert) const;
     template <typename Number, typename Format>

@@ -180,12 +180,12 @@ public:
     ///@}
 
 private:
-    tag_estatus loadSectionData(QString& text, QString sectionKey);
-    void loadSections(const char* bytes, int size);
-    void loadChunk(const QByteArray& chunk, const QByteArray& key);
-    void interpret(const QString& sectionKey, const CPLSection& section);
-    tag_estatus take(std::unique_ptr<CPLSection> section);
-    void clearSections();
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadSectionData(QString& text, QString sectionKey);
+    PARSERLIBRARY_NO_EXPORT void loadSections(const char* bytes, int size);
+    PARSERLIBRARY_NO_EXPORT void loadChunk(const QByteArray& chunk, const QByteArray& key);
+    PARSERLIBRARY_NO_EXPORT void interpret(const QString& sectionKey, const CPLSection& section);
+    PARSERLIBRARY_NO_EXPORT tag_estatus take(std::unique_ptr<CPLSection> section);
+    PARSERLIBRARY_NO_EXPORT void clearSections();
 
     QStringList clickNumbers;
     QString sequenceInfoPath;

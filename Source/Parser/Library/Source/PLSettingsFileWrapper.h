@@ -239,15 +239,19 @@ protected:
     [[nodiscard]] QList<CPLSection*> getSections(QString prefix) const;
 
 private:
-    [[nodiscard]] QList<CPLSection*> settingsWith(const QString& prefix) const;
-    tag_estatus checkFolder() const;
-    tag_estatus readMenuName(const CPLSection& section, QString* name) const;
-    [[nodiscard]] QStringList menuNamesOf(const QList<CPLSection*>& settings) const;
-    [[nodiscard]] QList<CPLSection*> withMenuName(const QString& menuName,
-                                                  Qt::CaseSensitivity letterCase) const;
-    [[nodiscard]] QString getNextAvailableSectionName_core(const QList<CPLSection*>& settings,
-                                                           const QString& prefix) const;
-    [[nodiscard]] QString getNextAutoMenuName_core(const QList<CPLSection*>& settings) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QList<CPLSection*>
+    settingsWith(const QString& prefix) const;
+    PARSERLIBRARY_NO_EXPORT tag_estatus checkFolder() const;
+    PARSERLIBRARY_NO_EXPORT tag_estatus readMenuName(const CPLSection& section,
+                                                     QString* name) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QStringList
+    menuNamesOf(const QList<CPLSection*>& settings) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QList<CPLSection*>
+    withMenuName(const QString& menuName, Qt::CaseSensitivity letterCase) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QString getNextAvailableSectionName_core(
+        const QList<CPLSection*>& settings, const QString& prefix) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT QString
+    getNextAutoMenuName_core(const QList<CPLSection*>& settings) const;
 
     QString sectionNameTag;
     QString settingsFileName;

@@ -309,11 +309,12 @@ public:
     ///@}
 
 private:
-    bool getClickROIInformation(_tagSClickROIInformation* info, const QDomElement& clickInfo,
-                                int clickIndex);
-    void openElement(int id, const AttrMap& attrs);
-    void closeElement(int id);
-    void writeElement(int id, const AttrMap& attrs);
+    PARSERLIBRARY_NO_EXPORT bool getClickROIInformation(_tagSClickROIInformation* info,
+                                                        const QDomElement& clickInfo,
+                                                        int clickIndex);
+    PARSERLIBRARY_NO_EXPORT void openElement(int id, const AttrMap& attrs);
+    PARSERLIBRARY_NO_EXPORT void closeElement(int id);
+    PARSERLIBRARY_NO_EXPORT void writeElement(int id, const AttrMap& attrs);
 
     QFile file;
     CPLXMLReader reader;

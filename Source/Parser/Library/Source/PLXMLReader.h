@@ -131,11 +131,11 @@ public:
     ///@}
 
 private:
-    void setCurrentNode();
-    void setCurrentNode(QDomNode node);
-    void setCurrentElement(QDomElement element);
-    QDomElement moveTo(const QDomNode& from, const QDomNode& node);
-    QDomElement moveToElementFrom(QDomNode node);
+    PARSERLIBRARY_NO_EXPORT void setCurrentNode();
+    PARSERLIBRARY_NO_EXPORT void setCurrentNode(QDomNode node);
+    PARSERLIBRARY_NO_EXPORT void setCurrentElement(QDomElement element);
+    PARSERLIBRARY_NO_EXPORT QDomElement moveTo(const QDomNode& from, const QDomNode& node);
+    PARSERLIBRARY_NO_EXPORT QDomElement moveToElementFrom(QDomNode node);
 
     QDomDocument document;
     QString rootTag;

@@ -91,14 +91,14 @@ public:
     void setAutoNewLine(bool on);
 
 private:
-    static QString protect(const QString& text);
-    static QString opening(const QString& tag, const AttrMap& attrs);
+    PARSERLIBRARY_NO_EXPORT static QString protect(const QString& text);
+    PARSERLIBRARY_NO_EXPORT static QString opening(const QString& tag, const AttrMap& attrs);
     template <typename Operation>
     void attempt(Operation operation);
-    void writePendingIndent();
-    void write(const QString& text);
-    void endTag();
-    void flush();
+    PARSERLIBRARY_NO_EXPORT void writePendingIndent();
+    PARSERLIBRARY_NO_EXPORT void write(const QString& text);
+    PARSERLIBRARY_NO_EXPORT void endTag();
+    PARSERLIBRARY_NO_EXPORT void flush();
 
     QIODevice* output;
     std::unique_ptr<QTextEncoder> encoder;
