@@ -8,6 +8,7 @@
 #include <QtCore/QtGlobal>
 
 #include <new>
+#include <vector>
 
 using namespace ovparser::internal;
 
@@ -123,13 +124,22 @@ tag_estatus CPLPreferenceKeyList::loadData(QString text, const QStringList* labe
         return eSTATUS_INVALID_ARGUMENT;
     return guarded([&] {
         const int count = qMin(keyCount, int(labelNames->size()));
+        std::vector<std::unique_ptr<CPLPreferenceKey>> loaded(std::size_t(qMax(count, 0)));
         for (int i = 0; i < count; ++i) {
             const QString saved = valuesOf(labelNames->at(i), text);
-            auto key = saved.isEmpty() ? nullptr : makeKey();
-            if (!key)
+            if (saved.isEmpty())
                 continue;
+            auto key = std::make_unique<CPLPreferenceKey>();
             key->loadData(saved);
-            keys[std::size_t(i)] = std::move(key);
+            int valueCount = 0;
+            key->getCount(&valueCount);
+            if (valueCount < saved.count(QLatin1Char(';')))
+                return eSTATUS_OUT_OF_MEMORY;
+            loaded[std::size_t(i)] = std::move(key);
+        }
+        for (int i = 0; i < count; ++i) {
+            if (loaded[std::size_t(i)])
+                keys[std::size_t(i)] = std::move(loaded[std::size_t(i)]);
         }
         return eSTATUS_SUCCESS;
     });

@@ -302,12 +302,13 @@ tag_estatus CPLSettingsFileWrapper::setFileNameForMenuName(const QString& menuNa
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName() const
 {
-    return getNextAvailableSectionName_core(settingsWith(QString()), sectionNameTag);
+    return answerOf(
+        [&] { return getNextAvailableSectionName_core(settingsWith(QString()), sectionNameTag); });
 }
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName(const QString& prefix) const
 {
-    return getNextAvailableSectionName_core(settingsWith(prefix), prefix);
+    return answerOf([&] { return getNextAvailableSectionName_core(settingsWith(prefix), prefix); });
 }
 
 QString CPLSettingsFileWrapper::getNextAvailableSectionName_core(const QList<CPLSection*>& settings,
@@ -322,12 +323,12 @@ QString CPLSettingsFileWrapper::getNextAvailableSectionName_core(const QList<CPL
 
 QString CPLSettingsFileWrapper::getNextAutoMenuName() const
 {
-    return getNextAutoMenuName_core(settingsWith(QString()));
+    return answerOf([&] { return getNextAutoMenuName_core(settingsWith(QString())); });
 }
 
 QString CPLSettingsFileWrapper::getNextAutoMenuName(const QString& prefix) const
 {
-    return getNextAutoMenuName_core(settingsWith(prefix));
+    return answerOf([&] { return getNextAutoMenuName_core(settingsWith(prefix)); });
 }
 
 QString CPLSettingsFileWrapper::getNextAutoMenuName_core(const QList<CPLSection*>& settings) const
@@ -335,9 +336,9 @@ QString CPLSettingsFileWrapper::getNextAutoMenuName_core(const QList<CPLSection*
     Numbers numbers;
     for (const CPLSection* const section : settings) {
         QString name;
-        const tag_estatus status = useSectionNameForMenuName
-                                       ? section->getSectionName(&name, false)
-                                       : section->getRawValue(menuNameTag, &name);
+        const tag_estatus status =
+            checked(useSectionNameForMenuName ? section->getSectionName(&name, false)
+                                              : section->getRawValue(menuNameTag, &name));
         if (status == eSTATUS_SUCCESS)
             collectNumber(name, autoMenuNameTag, 0, &numbers);
     }
@@ -348,7 +349,7 @@ QString CPLSettingsFileWrapper::getNextAutoMenuName_core(const QList<CPLSection*
 tag_estatus CPLSettingsFileWrapper::addSection(const QString& prefix, const QString& menuName)
 {
     return guarded([&] {
-        auto section = newSection(getNextAvailableSectionName(prefix));
+        auto section = newSection(getNextAvailableSectionName_core(settingsWith(prefix), prefix));
         if (useSectionNameForMenuName)
             checked(section->setSectionName(menuName));
         else
@@ -361,7 +362,7 @@ tag_estatus CPLSettingsFileWrapper::addSection(const QString& prefix, const QStr
                                                const QString& fileName)
 {
     return guarded([&] {
-        auto section = newSection(getNextAvailableSectionName(prefix));
+        auto section = newSection(getNextAvailableSectionName_core(settingsWith(prefix), prefix));
         addPair(*section, menuNameTag, menuName);
         addPair(*section, fileNameTag, fileName);
         return take(std::move(section));
@@ -371,7 +372,8 @@ tag_estatus CPLSettingsFileWrapper::addSection(const QString& prefix, const QStr
 tag_estatus CPLSettingsFileWrapper::addSection(const QString& menuName)
 {
     return guarded([&] {
-        auto section = newSection(getNextAvailableSectionName());
+        auto section =
+            newSection(getNextAvailableSectionName_core(settingsWith(QString()), sectionNameTag));
         addPair(*section, menuNameTag, menuName);
         return take(std::move(section));
     });

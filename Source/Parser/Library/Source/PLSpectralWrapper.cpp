@@ -335,6 +335,18 @@ bool allGiven(const Pointers*... pointers)
     return ((pointers != nullptr) && ...);
 }
 
+/** Writes elements; no more is written after some that memory did not suffice for. */
+template <typename Write>
+void writeAll(std::unique_ptr<CPLXMLWriter>& writer, Write write)
+{
+    const bool done = answerOf([&] {
+        write();
+        return true;
+    });
+    if (!done)
+        writer.reset();
+}
+
 } // namespace
 
 CPLSpectralWrapper::CPLSpectralWrapper() = default;
@@ -377,71 +389,83 @@ void CPLSpectralWrapper::setSpectralAttributes(QString sequenceId, int numberOfC
                                                QString activeImage, QString tissueProperty,
                                                QString sourceModel, float indexOfRefraction)
 {
-    writeElement(Spectral::Attributes,
-                 AttrMap{{Attribute::ActiveImage, activeImage},
-                         {Attribute::DateTime, setDateAndTime()},
-                         {Attribute::IndexOfRefraction, realText(double(indexOfRefraction))},
-                         {Attribute::NoOfClicks, QString::number(numberOfClicks)},
-                         {Attribute::SequenceId, sequenceId},
-                         {Attribute::SourceModel, sourceModel},
-                         {Attribute::TissueProperty, tissueProperty}});
+    writeAll(writer, [&] {
+        writeElement(Spectral::Attributes,
+                     AttrMap{{Attribute::ActiveImage, activeImage},
+                             {Attribute::DateTime, setDateAndTime()},
+                             {Attribute::IndexOfRefraction, realText(double(indexOfRefraction))},
+                             {Attribute::NoOfClicks, QString::number(numberOfClicks)},
+                             {Attribute::SequenceId, sequenceId},
+                             {Attribute::SourceModel, sourceModel},
+                             {Attribute::TissueProperty, tissueProperty}});
+    });
 }
 
 void CPLSpectralWrapper::setOpenClickInfo(int totalClicks)
 {
-    openElement(Spectral::ClickInfo,
-                AttrMap{{Attribute::TotalClicks, QString::number(totalClicks)}});
+    writeAll(writer, [&] {
+        openElement(Spectral::ClickInfo,
+                    AttrMap{{Attribute::TotalClicks, QString::number(totalClicks)}});
+    });
 }
 
 void CPLSpectralWrapper::setCloseClickInfo()
 {
-    closeElement(Spectral::ClickInfo);
+    writeAll(writer, [&] { closeElement(Spectral::ClickInfo); });
 }
 
 void CPLSpectralWrapper::setClickNumberInfo(QString clickNumber, QString wavelength)
 {
-    openElement(Spectral::Click,
-                AttrMap{{Attribute::ClickNumber, clickNumber},
-                        {Attribute::ImageWavelength, wavelength + Spectral::WavelengthUnit}});
+    writeAll(writer, [&] {
+        openElement(Spectral::Click,
+                    AttrMap{{Attribute::ClickNumber, clickNumber},
+                            {Attribute::ImageWavelength, wavelength + Spectral::WavelengthUnit}});
+    });
 }
 
 void CPLSpectralWrapper::setCloseClickNumberInfo()
 {
-    closeElement(Spectral::Click);
+    writeAll(writer, [&] { closeElement(Spectral::Click); });
 }
 
 void CPLSpectralWrapper::setClickNumberFilterProperties(int centralWavelength, float bandWidth,
                                                         float avgTransmission)
 {
-    writeElement(Spectral::FilterProperties,
-                 AttrMap{{Attribute::AvgTransmission, realText(double(avgTransmission))},
-                         {Attribute::BandWidth, realText(double(bandWidth))},
-                         {Attribute::CentralWavelength,
-                          QString::number(centralWavelength) + Spectral::WavelengthUnit}});
+    writeAll(writer, [&] {
+        writeElement(Spectral::FilterProperties,
+                     AttrMap{{Attribute::AvgTransmission, realText(double(avgTransmission))},
+                             {Attribute::BandWidth, realText(double(bandWidth))},
+                             {Attribute::CentralWavelength,
+                              QString::number(centralWavelength) + Spectral::WavelengthUnit}});
+    });
 }
 
 void CPLSpectralWrapper::setClickNumberROIProperties(QString roi, _tagsROIProperties properties,
                                                      bool withContour)
 {
-    AttrMap attrs;
-    addTo(attrs, roiFields, properties);
-    if (withContour)
-        addTo(attrs, roiContourFields, properties);
-    openElement(Spectral::ClickRoi,
-                AttrMap{{Attribute::Roi, roi}, {Attribute::RoiLabel, properties.roiLabel}});
-    writeElement(Spectral::RoiProperties, attrs);
-    closeElement(Spectral::ClickRoi);
+    writeAll(writer, [&] {
+        AttrMap attrs;
+        addTo(attrs, roiFields, properties);
+        if (withContour)
+            addTo(attrs, roiContourFields, properties);
+        openElement(Spectral::ClickRoi,
+                    AttrMap{{Attribute::Roi, roi}, {Attribute::RoiLabel, properties.roiLabel}});
+        writeElement(Spectral::RoiProperties, attrs);
+        closeElement(Spectral::ClickRoi);
+    });
 }
 
 void CPLSpectralWrapper::setROIMeasurementsProperties(QString filterLabel, double totalFlux,
                                                       double averageRadiance)
 {
-    openElement(Spectral::ClickRoi, {});
-    writeElement(Spectral::RoiMeasurements,
-                 AttrMap{{Attribute::AverageRadiance, realText(averageRadiance)},
-                         {Attribute::FilterLabel, filterLabel},
-                         {Attribute::TotalFlux, realText(totalFlux)}});
-    closeElement(Spectral::ClickRoi);
+    writeAll(writer, [&] {
+        openElement(Spectral::ClickRoi, {});
+        writeElement(Spectral::RoiMeasurements,
+                     AttrMap{{Attribute::AverageRadiance, realText(averageRadiance)},
+                             {Attribute::FilterLabel, filterLabel},
+                             {Attribute::TotalFlux, realText(totalFlux)}});
+        closeElement(Spectral::ClickRoi);
+    });
 }
 
 void CPLSpectralWrapper::setSpectralAnalysisResults(QString roi, double totalFlux,
@@ -449,68 +473,81 @@ void CPLSpectralWrapper::setSpectralAnalysisResults(QString roi, double totalFlu
                                                     double averageDepth, double depthStdDev,
                                                     QString depthUnits)
 {
-    openElement(Spectral::Results, AttrMap{{Attribute::Roi, roi}});
-    writeElement(Spectral::ResultsFlux, AttrMap{{Attribute::FluxStdDev, realText(fluxStdDev)},
-                                                {Attribute::FluxUnits, fluxUnits},
-                                                {Attribute::TotalFlux, realText(totalFlux)}});
-    writeElement(Spectral::ResultsDepth, AttrMap{{Attribute::AverageDepth, realText(averageDepth)},
-                                                 {Attribute::DepthStdDev, realText(depthStdDev)},
-                                                 {Attribute::DepthUnits, depthUnits}});
-    closeElement(Spectral::Results);
+    writeAll(writer, [&] {
+        openElement(Spectral::Results, AttrMap{{Attribute::Roi, roi}});
+        writeElement(Spectral::ResultsFlux, AttrMap{{Attribute::FluxStdDev, realText(fluxStdDev)},
+                                                    {Attribute::FluxUnits, fluxUnits},
+                                                    {Attribute::TotalFlux, realText(totalFlux)}});
+        writeElement(Spectral::ResultsDepth,
+                     AttrMap{{Attribute::AverageDepth, realText(averageDepth)},
+                             {Attribute::DepthStdDev, realText(depthStdDev)},
+                             {Attribute::DepthUnits, depthUnits}});
+        closeElement(Spectral::Results);
+    });
 }
 
 void CPLSpectralWrapper::setOpenSpectralAnalysisPlotResults(QString roiLabel, int totalPlotValues)
 {
-    openElement(Spectral::PlotResults,
-                AttrMap{{Attribute::RoiLabel, roiLabel},
-                        {Attribute::TotalPlotValues, QString::number(totalPlotValues)}});
+    writeAll(writer, [&] {
+        openElement(Spectral::PlotResults,
+                    AttrMap{{Attribute::RoiLabel, roiLabel},
+                            {Attribute::TotalPlotValues, QString::number(totalPlotValues)}});
+    });
 }
 
 void CPLSpectralWrapper::setSpectralAnalysisPlotResults(double intensity, double waveLength)
 {
-    writeElement(Spectral::PlotValues, AttrMap{{Attribute::Intensity, realText(intensity)},
-                                               {Attribute::WaveLength, realText(waveLength)}});
+    writeAll(writer, [&] {
+        writeElement(Spectral::PlotValues, AttrMap{{Attribute::Intensity, realText(intensity)},
+                                                   {Attribute::WaveLength, realText(waveLength)}});
+    });
 }
 
 void CPLSpectralWrapper::setCloseSpectralAnalysisPlotResults()
 {
-    closeElement(Spectral::PlotResults);
+    writeAll(writer, [&] { closeElement(Spectral::PlotResults); });
 }
 
 void CPLSpectralWrapper::setOpenSpectralAnalysisFitResults(QString roiLabel, int totalFitValues)
 {
-    openElement(Spectral::FitResults,
-                AttrMap{{Attribute::RoiLabel, roiLabel},
-                        {Attribute::TotalFitValues, QString::number(totalFitValues)}});
+    writeAll(writer, [&] {
+        openElement(Spectral::FitResults,
+                    AttrMap{{Attribute::RoiLabel, roiLabel},
+                            {Attribute::TotalFitValues, QString::number(totalFitValues)}});
+    });
 }
 
 void CPLSpectralWrapper::setSpectralAnalysisFitResults(double intensity, double attenuation,
                                                        double fitValue, double horizontalError,
                                                        double verticalError)
 {
-    writeElement(Spectral::FitValues,
-                 AttrMap{{Attribute::Attenuation, realText(attenuation)},
-                         {Attribute::FitValue, realText(fitValue)},
-                         {Attribute::HorizontalError, realText(horizontalError)},
-                         {Attribute::Intensity, realText(intensity)},
-                         {Attribute::VerticalError, realText(verticalError)}});
+    writeAll(writer, [&] {
+        writeElement(Spectral::FitValues,
+                     AttrMap{{Attribute::Attenuation, realText(attenuation)},
+                             {Attribute::FitValue, realText(fitValue)},
+                             {Attribute::HorizontalError, realText(horizontalError)},
+                             {Attribute::Intensity, realText(intensity)},
+                             {Attribute::VerticalError, realText(verticalError)}});
+    });
 }
 
 void CPLSpectralWrapper::setCloseSpectralAnalysisFitResults()
 {
-    closeElement(Spectral::FitResults);
+    writeAll(writer, [&] { closeElement(Spectral::FitResults); });
 }
 
 void CPLSpectralWrapper::setLinearFitResults(double valueA, double valueB)
 {
-    writeElement(Spectral::LinearFitValues,
-                 AttrMap{{Attribute::LinearFitValueA, realText(valueA)},
-                         {Attribute::LinearFitValueB, realText(valueB)}});
+    writeAll(writer, [&] {
+        writeElement(Spectral::LinearFitValues,
+                     AttrMap{{Attribute::LinearFitValueA, realText(valueA)},
+                             {Attribute::LinearFitValueB, realText(valueB)}});
+    });
 }
 
 void CPLSpectralWrapper::setCloseSpectralAnalysis()
 {
-    closeElement(Spectral::Root);
+    writeAll(writer, [&] { closeElement(Spectral::Root); });
 }
 
 bool CPLSpectralWrapper::loadXMLFile(QString newFileName)
