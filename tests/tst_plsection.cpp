@@ -168,7 +168,7 @@ private Q_SLOTS:
     void countsPairsOnly()
     {
         CPLSection section;
-        section.loadSectionData("A: 1\n# note\nB: 2 # two\nplain\n:nameless\n"_s);
+        section.loadSectionData("A: 1\n# note\n\nB: 2 # two\nplain\n:nameless\n"_s);
         section.addKeyValue("C"_s, "3"_s);
         QCOMPARE(section.count(), 4);
         int count = 0;
@@ -177,6 +177,7 @@ private Q_SLOTS:
         QCOMPARE(support::keysOf(&section), "A|B||C"_s);
         QCOMPARE(section[1], "2"_s);
         QVERIFY(section[2].isNull());
+        QVERIFY(!section["CommentLine 1"_s].isNull());
         QCOMPARE(section[3], "3"_s);
         QStringList list = {"stale"_s};
         section.getValueList(&list);

@@ -1,9 +1,9 @@
 #include "PLSection.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/NumberFormat.h"
+#include "internal/SectionAccess.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QVarLengthArray>
@@ -116,7 +116,7 @@ CPLSection::Entries::Entries(QStringView body)
             pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
             append(cut.before.toString(), cut.after.toString());
         } else {
-            QString comment;
+            QString comment = PLKeyword::Value::Empty;
             appendComment(comment, content);
             append(PLKeyword::Text::CommentKey + QString::number(comments++), comment);
         }
@@ -491,8 +491,10 @@ tag_estatus CPLSection::getKeylistFromKeyAndSubkey(QString key, QString subkey,
 
 tag_estatus CPLSection::getRDXAngle(double* angle) const
 {
-    const bool newer = isKeyPresent(PLKeyword::Key::Rdx2Angle);
-    return getValue(newer ? PLKeyword::Key::Rdx2Angle : PLKeyword::Key::RodxAngle, angle);
+    return guarded([&] {
+        const bool newer = hasKey(*this, PLKeyword::Key::Rdx2Angle);
+        return getValue(newer ? PLKeyword::Key::Rdx2Angle : PLKeyword::Key::RodxAngle, angle);
+    });
 }
 
 void CPLSection::clearKeyValuePairs()
