@@ -18,6 +18,19 @@ QString loaded(const QByteArray& text, tag_estatus* status)
     return support::sectionsOf(info);
 }
 
+/** A document in which a new section takes the place of an old one. */
+class Replacing : public CPLClickInfo
+{
+public:
+    tag_estatus addSection(CPLSection* section) override
+    {
+        QString key;
+        section->getSectionKey(&key);
+        removeSection(key);
+        return CPLClickInfo::addSection(section);
+    }
+};
+
 /** A setup whose every written field differs from its default. */
 sIASetupInfo fullSetup()
 {
@@ -488,6 +501,14 @@ private Q_SLOTS:
         QCOMPARE(info.appendAnalysisUserInputSection(), eSTATUS_SUCCESS);
         QCOMPARE(info.appendAnalysisUserInputSection(), eSTATUS_SUCCESS);
         QCOMPARE(info.getClickInfoData(), QByteArray("*** Analysis User Input:\t\r\nComment2:\t\r\n\r\n\r\n\r\n"));
+    }
+
+    void replacedSections()
+    {
+        Replacing info;
+        QCOMPARE(info.addTiffUserSection(eIMAGE_PHOTOGRAPH, "first"_s), eSTATUS_SUCCESS);
+        QCOMPARE(info.addTiffUserSection(eIMAGE_PHOTOGRAPH, "second"_s), eSTATUS_SUCCESS);
+        QCOMPARE((*info["User Input"_s])["User ID"_s], "second"_s);
     }
 
     void bareImages()

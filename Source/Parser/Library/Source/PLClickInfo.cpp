@@ -177,13 +177,17 @@ void CPLClickInfo::insertSection(int position, const QString& key, const QString
     ++sectionCount;
 }
 
+// An override of addSection() may put a section in the place of another one, or fail after the
+// document took it: what counts is whether the document holds the section.
 tag_estatus CPLClickInfo::take(std::unique_ptr<CPLSection> section)
 {
-    const qint32 before = sectionCount;
-    const tag_estatus status = checked(addSection(section.get()));
-    if (sectionCount > before)
+    QString key;
+    section->getSectionKey(&key);
+    key = mapKey(std::move(key));
+    const tag_estatus status = addSection(section.get());
+    if (sections.value(key) == section.get())
         static_cast<void>(section.release());
-    return status;
+    return checked(status);
 }
 
 tag_estatus CPLClickInfo::removeSection(QString sectionKey)
