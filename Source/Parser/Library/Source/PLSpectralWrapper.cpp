@@ -347,6 +347,15 @@ void writeAll(std::unique_ptr<CPLXMLWriter>& writer, Write write)
         writer.reset();
 }
 
+/** The time now, as the system's locale writes it. */
+QString dateAndTime()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const QLocale system = QLocale::system();
+    return system.toString(now.time(), QLocale::ShortFormat) + QLatin1String(", ") +
+           system.toString(now.date(), QLocale::ShortFormat);
+}
+
 } // namespace
 
 CPLSpectralWrapper::CPLSpectralWrapper() = default;
@@ -377,12 +386,7 @@ bool CPLSpectralWrapper::createSpectralXMLFile(QString newFileName)
 
 QString CPLSpectralWrapper::setDateAndTime() const
 {
-    return answerOf([&]() -> QString {
-        const QDateTime now = QDateTime::currentDateTime();
-        const QLocale system = QLocale::system();
-        return system.toString(now.time(), QLocale::ShortFormat) + QLatin1String(", ") +
-               system.toString(now.date(), QLocale::ShortFormat);
-    });
+    return answerOf(dateAndTime);
 }
 
 void CPLSpectralWrapper::setSpectralAttributes(QString sequenceId, int numberOfClicks,
@@ -392,7 +396,7 @@ void CPLSpectralWrapper::setSpectralAttributes(QString sequenceId, int numberOfC
     writeAll(writer, [&] {
         writeElement(Spectral::Attributes,
                      AttrMap{{Attribute::ActiveImage, activeImage},
-                             {Attribute::DateTime, setDateAndTime()},
+                             {Attribute::DateTime, dateAndTime()},
                              {Attribute::IndexOfRefraction, realText(double(indexOfRefraction))},
                              {Attribute::NoOfClicks, QString::number(numberOfClicks)},
                              {Attribute::SequenceId, sequenceId},
