@@ -84,6 +84,9 @@ private Q_SLOTS:
                      ""_s);
         support::row("camera as JSON", QStringList{"camera"_s, "--json"_s, camera}, 0,
                      QStringList{"\"tesselHt\": true"_s, "\"ccdPixels\": 1024"_s, "\"ovinfo-camera/1\""_s}, ""_s);
+        support::row("camera of another file", QStringList{"camera"_s, click}, 1, none, "describes no instrument"_s);
+        support::row("presets of another file", QStringList{"presets"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
+                     ": "_s);
         support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none,
                      "absent: Loading camera information failed."_s);
         const QString spectral = support::example("spectral/Spectral.xml");

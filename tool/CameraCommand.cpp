@@ -265,6 +265,8 @@ int cameraCommand(const QStringList& words)
         return fail(BadFile, file + QLatin1String(": ") + reports.join(QLatin1Char(' ')));
     for (const QString& report : qAsConst(reports))
         fail(Success, report);
+    if (info.getCameraInfoSection()->count() == 0)
+        return fail(BadFile, file + QLatin1String(": describes no instrument"));
     const Instrument instrument = describe(info);
     if (parser.isSet(json))
         print(jsonOf(file, instrument, info));

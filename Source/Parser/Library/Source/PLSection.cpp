@@ -212,18 +212,24 @@ CPLSection::~CPLSection() = default;
 
 // Most sections of a document are loaded and saved, but never looked into: a body is kept as its
 // text until somebody does.
-CPLSection::Entries& CPLSection::entries()
+void CPLSection::readBody() const
 {
-    if (!openEntries) {
-        openEntries = std::make_unique<Entries>(body);
-        body = QString();
-    }
-    return *openEntries;
+    if (openEntries)
+        return;
+    openEntries = std::make_unique<Entries>(body);
+    body = QString();
 }
 
 const CPLSection::Entries& CPLSection::entries() const
 {
-    return const_cast<CPLSection*>(this)->entries();
+    readBody();
+    return *openEntries;
+}
+
+CPLSection::Entries& CPLSection::entries()
+{
+    readBody();
+    return *openEntries;
 }
 
 void CPLSection::loadSectionData(QString text)

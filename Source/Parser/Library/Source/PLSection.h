@@ -212,6 +212,7 @@ public:
 private:
     struct Entries;
 
+    PARSERLIBRARY_NO_EXPORT void readBody() const;
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT const Entries& entries() const;
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT Entries& entries();
     template <typename Number, typename Convert>
