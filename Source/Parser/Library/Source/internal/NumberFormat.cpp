@@ -12,8 +12,8 @@ namespace {
 QString printed(double value, std::chars_format format)
 {
     constexpr int precision = 6;
-    std::array<char, 320> text; // the largest number has 309 digits before the point
-    const auto end =
+    std::array<char, 320> text = {}; // the largest number has 309 digits before the point
+    const auto* const end =
         std::to_chars(text.data(), text.data() + text.size(), value, format, precision).ptr;
     return QString::fromLatin1(text.data(), int(end - text.data()));
 }
