@@ -82,7 +82,7 @@ void writeFit(CPLSpectralWrapper& file, const QVector<Measurement>& all)
         xy += measurement.attenuation * logarithm;
     }
     file.setCloseSpectralAnalysisFitResults();
-    const double n = double(all.size());
+    const auto n = double(all.size());
     const double slope = (n * xy - x * y) / (n * xx - x * x);
     file.setLinearFitResults(slope, (y - slope * x) / n);
 }
