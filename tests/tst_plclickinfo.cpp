@@ -5,8 +5,6 @@
 
 #include <ctime>
 
-#include <sys/stat.h>
-
 /** How a row of image sections changes the setup. */
 using SetupChange = void (*)(sIASetupInfo&);
 Q_DECLARE_METATYPE(SetupChange)
@@ -337,29 +335,6 @@ private Q_SLOTS:
         support::writeFile(upper, "DICM");
         QCOMPARE(info.saveClickInfo(upper), eSTATUS_SUCCESS);
         QCOMPARE(support::readFile(upper), text);
-    }
-
-    void fullDisk()
-    {
-        if (support::fullDisk().isEmpty())
-            return support::skipFullDisk();
-        CPLClickInfo info;
-        QCOMPARE(info.saveClickInfo(support::fullDisk()), eSTATUS_FAILED);
-    }
-
-    void pipesAreNotWaitedFor()
-    {
-        const QString pipe = m_folder.filePath("pipe"_s);
-        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-        CPLClickInfo info;
-        CPLSequenceInfo sequence;
-        QString value;
-        QCOMPARE(info.loadClickInfo(pipe, false), eSTATUS_FILE_OPEN_FAILED);
-        QCOMPARE(info.obtainValueFromClickInfoFile(pipe, "k"_s, &value), eSTATUS_FILE_OPEN_FAILED);
-        QCOMPARE(info.saveClickInfo(pipe), eSTATUS_FILE_OPEN_FAILED);
-        QCOMPARE(sequence.loadFile(pipe), eSTATUS_FILE_NOT_FOUND);
-        QCOMPARE(sequence.saveFile(pipe), eSTATUS_FILE_OPEN_FAILED);
-        QVERIFY(!CPLXMLReader().createXMLDocumentFormFile(pipe, nullptr, nullptr, nullptr));
     }
 
     void copiesAreDeep()

@@ -1,7 +1,7 @@
 /**
  * @file
  * Documents share nothing: eight threads, each with documents of its own, under the thread
- * sanitizer where the build has it.
+ * sanitizer where the build has it. Nor do the sections of a document get in each other's way.
  */
 #include "support/Support.h"
 
@@ -85,6 +85,36 @@ private Q_SLOTS:
         QVERIFY(expected.size() > rounds * 4000);
         QVERIFY(
             std::all_of(results.begin(), results.end(), [&](const QByteArray& result) { return result == expected; }));
+    }
+
+    void sectionsOfTheirOwn()
+    {
+        constexpr int perThread = 200;
+        QString text;
+        for (int i = 0; i < threadCount * perThread; ++i)
+            text += "*** S%1:\nKey:%1\nAlso:%1\nKey %1:%1\n"_s.arg(i);
+        CPLClickInfo document;
+        QCOMPARE(document.loadTextBuffer(text), eSTATUS_SUCCESS);
+        std::vector<std::vector<CPLSection*>> sections(threadCount);
+        for (int i = 0; CPLSection* const section = document[i]; ++i)
+            sections[std::size_t(i % threadCount)].push_back(section);
+        std::vector<int> right(threadCount);
+        std::vector<std::thread> threads;
+        threads.reserve(threadCount);
+        for (std::size_t i = 0; i < threadCount; ++i) {
+            threads.emplace_back([&count = right[i], &own = sections[i], i] {
+                for (std::size_t round = 0; round < own.size(); ++round) {
+                    const QString number = QString::number(round * threadCount + i);
+                    QStringList keys;
+                    own[round]->getKeyList(&keys);
+                    count +=
+                        keys == QStringList{"Key"_s, "Also"_s, "Key "_s + number} && (*own[round])["ALSO"_s] == number;
+                }
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(right, std::vector<int>(threadCount, perThread));
     }
 };
 

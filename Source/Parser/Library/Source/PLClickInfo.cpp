@@ -101,6 +101,7 @@ CPLClickInfo::CPLClickInfo(const CPLClickInfo& other)
 {
     for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry) {
         auto copy = std::make_unique<CPLSection>(**entry);
+        copy->shareKeys(&keyCache);
         sections.insert(sections.cend(), entry.key(), copy.get());
         static_cast<void>(copy.release());
     }
@@ -123,6 +124,7 @@ CPLClickInfo& CPLClickInfo::operator=(const CPLClickInfo& other)
     std::swap(sectionCount, copy.sectionCount);
     std::swap(fileSectionCount, copy.fileSectionCount);
     preambleLines.swap(copy.preambleLines);
+    keyCache.swap(copy.keyCache);
     return *this;
 }
 
@@ -184,6 +186,7 @@ tag_estatus CPLClickInfo::take(std::unique_ptr<CPLSection> section)
     QString key;
     section->getSectionKey(&key);
     key = mapKey(std::move(key));
+    section->shareKeys(&keyCache);
     const tag_estatus status = addSection(section.get());
     if (sections.value(key) == section.get())
         static_cast<void>(section.release());
@@ -257,6 +260,7 @@ void CPLClickInfo::clearData()
     clickNumber = QString();
     sectionKeys.clear();
     preambleLines.clear();
+    keyCache.reset();
     sectionCount = 0;
     fileSectionCount = 0;
 }

@@ -385,6 +385,8 @@ private:
                                                const QString& lowerKey, CPLSection* section);
     PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(QStringView text);
     PARSERLIBRARY_NO_EXPORT void startLoading();
+
+    std::shared_ptr<ovparser::internal::KeyCache> keyCache; ///< null until a section is taken
 };
 
 #endif

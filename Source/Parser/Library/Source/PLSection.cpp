@@ -2,6 +2,7 @@
 
 #include "PLKeywords.h"
 #include "internal/InfoText.h"
+#include "internal/KeyCache.h"
 #include "internal/NumberFormat.h"
 #include "internal/SectionAccess.h"
 
@@ -76,10 +77,10 @@ bool writeLines(QStringView body, QString& text)
 } // namespace
 
 /** What a section body holds, in file order. */
-struct CPLSection::Entries
+struct PARSERLIBRARY_NO_EXPORT CPLSection::Entries
 {
-    /** Reads a section body. */
-    explicit Entries(QStringView body);
+    /** Reads a section body. @param cache  the keys that it may share; may be null */
+    Entries(QStringView body, KeyCache* cache);
 
     /** Adds a pair, or replaces the value of its key; without memory nothing changes. */
     void put(const QString& key, const QString& value);
@@ -91,22 +92,27 @@ struct CPLSection::Entries
     [[nodiscard]] const QString* pairKey(int ordinal) const;
 
     /** The stored value of an entry. */
-    [[nodiscard]] QString valueAt(int position) const;
+    [[nodiscard]] QString valueAt(int position) const
+    {
+        return values.value(mappedKeys.at(position));
+    }
 
     void write(QString& text) const;
 
     qint32 entryCount = 0;
     QStringList entryKeys;
+    QStringList mappedKeys; ///< the same in the form under which `values` holds them
     QMap<QString, QString> values;
     qint32 lineCount = 0;
     QMap<int, int> pairIndex;
 
 private:
-    void append(const QString& key, const QString& value);
+    void append(const KeyForms& key, const QString& value);
 };
 
-CPLSection::Entries::Entries(QStringView body)
+CPLSection::Entries::Entries(QStringView body, KeyCache* cache)
 {
+    KeyCache::User keys(cache);
     int comments = 0;
     LineReader lines(trimmed(body));
     for (QStringView line; lines.next(&line);) {
@@ -114,20 +120,22 @@ CPLSection::Entries::Entries(QStringView body)
         const ColonCut cut = cutAtColon(content);
         if (cut.kind == ColonCut::Pair) {
             pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
-            append(cut.before.toString(), cut.after.toString());
+            append(keys.formsOf(cut.before), cut.after.toString());
         } else {
             QString comment = PLKeyword::Value::Empty;
             appendComment(comment, content);
-            append(PLKeyword::Text::CommentKey + QString::number(comments++), comment);
+            const QString key = PLKeyword::Text::CommentKey + QString::number(comments++);
+            append({key, mapKey(key)}, comment);
         }
     }
     lineCount = entryCount;
 }
 
-void CPLSection::Entries::append(const QString& key, const QString& value)
+void CPLSection::Entries::append(const KeyForms& key, const QString& value)
 {
-    values.insert(mapKey(key), value);
-    entryKeys.append(key);
+    values.insert(key.mapped, value);
+    entryKeys.append(key.spelled);
+    mappedKeys.append(key.mapped);
     ++entryCount;
 }
 
@@ -142,11 +150,14 @@ void CPLSection::Entries::put(const QString& key, const QString& value)
     const auto entry = values.insert(decltype(values)::const_iterator(place), lowerKey, value);
     try {
         entryKeys.append(key);
+        mappedKeys.append(lowerKey);
         pairIndex.insert(pairIndex.cend(), int(pairIndex.size()), entryCount);
     } catch (...) {
         values.erase(entry);
-        while (entryKeys.size() > entryCount)
-            entryKeys.removeLast();
+        for (QStringList* const keys : {&entryKeys, &mappedKeys}) {
+            while (keys->size() > entryCount)
+                keys->removeLast();
+        }
         throw;
     }
     ++entryCount;
@@ -163,11 +174,6 @@ const QString* CPLSection::Entries::pairKey(int ordinal) const
 {
     const auto position = pairIndex.constFind(ordinal);
     return position == pairIndex.cend() ? nullptr : &entryKeys.at(*position);
-}
-
-QString CPLSection::Entries::valueAt(int position) const
-{
-    return values.value(mapKey(entryKeys.at(position)));
 }
 
 void CPLSection::Entries::write(QString& text) const
@@ -216,8 +222,16 @@ void CPLSection::readBody() const
 {
     if (openEntries)
         return;
-    openEntries = std::make_unique<Entries>(body);
+    openEntries = std::make_unique<Entries>(body, keyCache.get());
     body = QString();
+}
+
+// A copy has no part in the cache: it may outlive the document.
+void CPLSection::shareKeys(std::shared_ptr<KeyCache>* cache)
+{
+    if (!*cache)
+        *cache = std::make_shared<KeyCache>();
+    keyCache = *cache;
 }
 
 const CPLSection::Entries& CPLSection::entries() const

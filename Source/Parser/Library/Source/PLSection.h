@@ -13,6 +13,12 @@
 
 #include <memory>
 
+class CPLClickInfo;
+
+namespace ovparser::internal {
+class KeyCache;
+}
+
 /**
  * One section of an info text: its key, its name and its entries in file order.
  *
@@ -210,8 +216,12 @@ public:
     ///@}
 
 private:
-    struct Entries;
+    friend class ::CPLClickInfo;
 
+    struct Entries;
+    using KeyCache = ovparser::internal::KeyCache;
+
+    PARSERLIBRARY_NO_EXPORT void shareKeys(std::shared_ptr<KeyCache>* cache);
     PARSERLIBRARY_NO_EXPORT void readBody() const;
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT const Entries& entries() const;
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT Entries& entries();
@@ -226,6 +236,7 @@ private:
     QString sectionName;
     mutable QString body;                         ///< text of the entries until their first use
     mutable std::unique_ptr<Entries> openEntries; ///< null until then
+    std::shared_ptr<KeyCache> keyCache;           ///< of the document; null without one
 };
 
 #endif

@@ -10,6 +10,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>
+#include <QtCore/QStringBuilder>
 
 #include <algorithm>
 #include <cstdio>
@@ -36,7 +37,7 @@ constexpr std::ptrdiff_t maxSpanningKey = 128;
 
 QString clickNumberKey(int number)
 {
-    return Key::ClickNumberPrefix + QString::number(number);
+    return Key::ClickNumberPrefix % QString::number(number);
 }
 
 /** Finds the section mark "*** " in a range of bytes; `last` when there is none. */
@@ -289,7 +290,8 @@ void CPLSequenceInfo::addClickNumber(QString clickNumber)
     guarded([&] {
         clickNumbers.append(clickNumber);
         datasetCount = int(clickNumbers.size());
-        CPLSection* const section = (*this)[Section::ClickNumbers];
+        static const QString sectionKey = Section::ClickNumbers;
+        CPLSection* const section = (*this)[sectionKey];
         return section ? section->addKeyValue(clickNumberKey(datasetCount), clickNumber)
                        : eSTATUS_SUCCESS;
     });

@@ -3,6 +3,7 @@
 #include "PLKeywords.h"
 #include "internal/Guard.h"
 #include "internal/NumberFormat.h"
+#include "internal/TextFile.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
@@ -369,8 +370,7 @@ bool CPLSpectralWrapper::createSpectralXMLFile(QString newFileName)
         file.close();
         fileName = newFileName;
         file.setFileName(fileName);
-        const bool opened =
-            !fileName.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        const bool opened = openToWrite(file, QIODevice::Truncate);
         writer.reset(new (std::nothrow) CPLXMLWriter(&file, nullptr));
         if (!writer)
             return false;

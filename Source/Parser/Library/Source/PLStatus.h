@@ -22,7 +22,7 @@ enum tag_estatus : int {
     eSTATUS_BAD_FORMAT = 5,
     /** Fewer bytes were read than the file holds. */
     eSTATUS_FILE_READ_FAILED = 10,
-    /** A file could not be opened for reading or writing. */
+    /** A file could not be opened for reading or writing. A named pipe is never opened. */
     eSTATUS_FILE_OPEN_FAILED = 11,
     /** A sequence file does not exist or could not be opened. */
     eSTATUS_FILE_NOT_FOUND = 12,

@@ -3,6 +3,7 @@
 #include "PLKeywords.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace ovparser::internal {
@@ -117,13 +118,19 @@ QString folderOf(const QString& path)
 QByteArray withLineFeeds(QByteArray bytes)
 {
     const char* const end = bytes.data() + bytes.size();
-    const char* in = std::find(bytes.cbegin(), bytes.cend(), '\r');
+    const auto nextReturn = [end](const char* from) {
+        const auto* const found =
+            static_cast<const char*>(std::memchr(from, '\r', std::size_t(end - from)));
+        return found ? found : end;
+    };
+    const char* in = nextReturn(bytes.constData());
     char* out = bytes.data() + (in - bytes.constData());
     while (in != end) {
         *out++ = '\n';
         in += end - in > 1 && in[1] == '\n' ? 2 : 1;
-        const char* const next = std::find(in, end, '\r');
-        out = std::copy(in, next, out);
+        const char* const next = nextReturn(in);
+        std::memmove(out, in, std::size_t(next - in));
+        out += next - in;
         in = next;
     }
     bytes.truncate(int(out - bytes.constData()));

@@ -49,11 +49,18 @@ bool openToRead(QFile& file)
     return mayBeOpened(file) && file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
+bool openToWrite(QFile& file, QIODevice::OpenMode how)
+{
+    return mayBeOpened(file) && file.open(QIODevice::WriteOnly | how);
+}
+
 tag_estatus readFile(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
     if (!openToRead(file))
         return eSTATUS_FILE_OPEN_FAILED;
+    if (file.size() > maxTextFileSize)
+        return eSTATUS_OUT_OF_MEMORY;
     QByteArray content = readBounded(file, maxTextFileSize);
     if (file.error() != QFileDevice::NoError)
         return eSTATUS_FILE_READ_FAILED;
@@ -69,7 +76,7 @@ tag_estatus writeFile(const QString& path, const QByteArray& bytes, WriteMode mo
         mode == WriteMode::Append ? QIODevice::Append : QIODevice::Truncate;
     QFile file(path);
     // Unbuffered: a buffer would take the bytes and hide that the disk does not.
-    if (!mayBeOpened(file) || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered | how))
+    if (!openToWrite(file, QIODevice::Unbuffered | how))
         return eSTATUS_FILE_OPEN_FAILED;
     return file.write(bytes) == bytes.size() ? eSTATUS_SUCCESS : eSTATUS_FAILED;
 }

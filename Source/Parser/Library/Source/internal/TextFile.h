@@ -8,10 +8,10 @@
 #include "PLStatus.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QIODevice>
 #include <QtCore/QString>
 
 class QFile;
-class QIODevice;
 
 namespace ovparser::internal {
 
@@ -30,6 +30,9 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
 /** Opens a file to read, without a buffer; a pipe, which may have nothing to give, is not opened.
  */
 [[nodiscard]] bool openToRead(QFile& file);
+
+/** Opens a file to write; neither is a pipe opened for that. */
+[[nodiscard]] bool openToWrite(QFile& file, QIODevice::OpenMode how);
 
 /**
  * Reads all bytes of a file.
