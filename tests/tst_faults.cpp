@@ -288,6 +288,23 @@ struct LoadedSpectrum : Asked<CPLSpectralWrapper>
     LoadedSpectrum() { loadXMLFile(support::example("spectral/Spectral.xml")); }
 };
 
+/** An open file to save in. */
+class Output
+{
+public:
+    Output() { m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+
+    QFile& emptied()
+    {
+        m_file.seek(0);
+        m_file.resize(0);
+        return m_file;
+    }
+
+private:
+    QFile m_file{saved};
+};
+
 QString savedText()
 {
     return QString::fromLatin1(support::readFile(saved));
@@ -328,6 +345,25 @@ QString keysText(const CPLPreferenceKeyList& list)
         key->getSaveBuffer(&texts.last());
     }
     return texts.join(u'|');
+}
+
+tag_estatus writeXml(Output& output)
+{
+    static const AttrMap attributes = {{QStringLiteral("a"), QStringLiteral("1 & 2")}};
+    {
+        CPLXMLWriter writer(&output.emptied(), nullptr);
+        writer.setAutoNewLine(true);
+        writer.writeOpenTag(QStringLiteral("root"), attributes);
+        writer.writeTaggedString(QStringLiteral("text"), QStringLiteral("<\u03b1>"), attributes);
+        writer.writeAtomTag(QStringLiteral("atom"), attributes);
+        writer.writeCloseTag(QStringLiteral("root"));
+    }
+    // There is no status; what cannot be written is left out.
+    allocator.armed = false;
+    return savedText().contains(QStringLiteral("<text a=\"1 &amp; 2\">&lt;")) &&
+                   savedText().endsWith(QStringLiteral("</root>\n"))
+               ? eSTATUS_SUCCESS
+               : eSTATUS_FAILED;
 }
 
 tag_estatus writeSpectrum(CPLSpectralWrapper& file)
@@ -519,10 +555,17 @@ private:
         add<LabelledKeys>("preferences", load, keysText);
         const auto save = [](LabelledKeys& keys) { return keys.saveData(&keys.labels, &keys.answer); };
         add<LabelledKeys>("save preferences", save, [](const LabelledKeys& keys) { return keys.answer; });
+
+        struct KeysAndOutput : LabelledKeys, Output
+        {};
+
+        const auto saveFile = [](KeysAndOutput& keys) { return keys.saveData(keys.emptied(), &keys.labels); };
+        add<KeysAndOutput>("preferences file", saveFile, [](const KeysAndOutput&) { return savedText(); });
     }
 
     static void addSpectralRows()
     {
+        add<Output>("write XML", writeXml, [](const Output&) { return savedText(); });
         using Spectrum = CPLSpectralWrapper;
         add<Spectrum>("write a spectrum", writeSpectrum, [](const Spectrum&) { return savedSpectrum(); });
         const auto answer = [](const LoadedSpectrum& file) { return file.answer; };

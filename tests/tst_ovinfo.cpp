@@ -46,12 +46,15 @@ private Q_SLOTS:
         support::row("value of a sequence", QStringList{"get"_s, sequence, "clicknumbers"_s, "ClickNumber 2"_s}, 0,
                      QStringList{"ABC20240305092010\n"_s}, ""_s);
         support::row("no such section", QStringList{"get"_s, click, "x"_s, "y"_s}, 1, none,
-                     "x: eSTATUS_SECTION_NOT_FOUND"_s);
+                     "x: no such section (eSTATUS_SECTION_NOT_FOUND)"_s);
         support::row("no such key", QStringList{"get"_s, click, "User Input"_s, "y"_s}, 1, none,
-                     "y: eSTATUS_KEY_NOT_FOUND"_s);
-        support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none, "absent: eSTATUS_FILE_OPEN_FAILED"_s);
+                     "y: no such key (eSTATUS_KEY_NOT_FOUND)"_s);
+        support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none,
+                     "absent: cannot be opened (eSTATUS_FILE_OPEN_FAILED)"_s);
         support::row("no sections", QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
-                     "eSTATUS_BAD_FORMAT"_s);
+                     "not a file that the library knows"_s);
+        support::row("unreadable, checked", QStringList{"check"_s, "--json"_s, "absent"_s}, 1,
+                     QStringList{"\"failure\": \"cannot be opened (eSTATUS_FILE_OPEN_FAILED)\""_s}, "absent"_s);
         support::row("study", QStringList{"study"_s, study}, 0,
                      QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
                                  "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
@@ -87,8 +90,7 @@ private Q_SLOTS:
         support::row("camera of another file", QStringList{"camera"_s, click}, 1, none, "describes no instrument"_s);
         support::row("presets of another file", QStringList{"presets"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
                      ": "_s);
-        support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none,
-                     "absent: Loading camera information failed."_s);
+        support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
         const QString spectral = support::example("spectral/Spectral.xml");
         support::row("spectral", QStringList{"spectral"_s, spectral}, 0,
                      QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
@@ -112,7 +114,7 @@ private Q_SLOTS:
         support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
         support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
         support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,
-                     "absent/SequenceInfo.txt: eSTATUS_FILE_NOT_FOUND"_s);
+                     "absent/SequenceInfo.txt: not found, or cannot be opened (eSTATUS_FILE_NOT_FOUND)"_s);
     }
 
     void answers()
@@ -273,7 +275,8 @@ private Q_SLOTS:
         support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s), "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
         const Answer answer = run({"study"_s, m_folder.path()});
         QCOMPARE(answer.code, 1);
-        QVERIFY2(answer.error.contains("A/ClickInfo.txt: eSTATUS_FILE_OPEN_FAILED"_s), qPrintable(answer.error));
+        QVERIFY2(answer.error.contains("A/ClickInfo.txt: cannot be opened (eSTATUS_FILE_OPEN_FAILED)"_s),
+                 qPrintable(answer.error));
         QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
     }
 

@@ -27,7 +27,7 @@ void read(Found* found)
     if (status == eSTATUS_SUCCESS)
         readAcquisition(info, &found->acquisition);
     else
-        found->problem = getStatusString(status);
+        found->problem = explained(status);
 }
 
 } // namespace
@@ -76,7 +76,7 @@ bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double
         if (!m_found(found))
             return false;
     } else if (!m_recursive) {
-        return report(sequence, getStatusString(eSTATUS_FILE_NOT_FOUND), start);
+        return report(sequence, explained(eSTATUS_FILE_NOT_FOUND), start);
     }
     return !m_recursive || visitChildren(folder, inSequence, start, span);
 }
@@ -105,7 +105,7 @@ bool ArchiveWalk::readSequence(const QString& file, QSet<QString>* listed, doubl
     CPLSequenceInfo sequence;
     const tag_estatus status = sequence.loadFile(file);
     if (status != eSTATUS_SUCCESS && status != eSTATUS_EMPTY_SEQUENCE)
-        return report(file, getStatusString(status), start);
+        return report(file, explained(status), start);
     const QStringList clickNumbers = sequence.getClickNumberList();
     Found found;
     found.kind = Found::SequenceStart;

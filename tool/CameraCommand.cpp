@@ -255,8 +255,9 @@ int cameraCommand(const QStringList& words)
     if (const auto done = parse(parser, QLatin1String("camera"), QLatin1String("FILE"), words))
         return *done;
     const QString file = parser.positionalArguments().at(0);
-    if (const QString other = otherThanFile(file); !other.isEmpty())
-        return fail(file, other);
+    QString problem;
+    if (!readFile(file, &problem))
+        return fail(file, problem);
     CPLCameraInfo info;
     qInstallMessageHandler(collectReport);
     const bool loaded = info.loadCameraInfo(file);

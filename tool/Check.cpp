@@ -425,14 +425,15 @@ int CheckedFile::problems() const
 CheckedFile checkFile(const QString& path)
 {
     CheckedFile result;
-    const auto bytes = readFile(path, &result.failure);
-    if (!bytes)
-        return result;
     Document document;
     const bool loads = document.load(path);
+    if (!document.wasRead()) {
+        result.failure = document.problem();
+        return result;
+    }
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
-    Checker checker(*bytes, &result);
+    Checker checker(document.bytes(), &result);
     if (document.kind() == FileKind::SpectralAnalysis) {
         if (!loads)
             checkSpectral(path, document, &checker);

@@ -16,14 +16,13 @@ QString lineOf(const QString& file, const Finding& finding)
         .arg(place, kind, finding.message, QLatin1String(finding.code));
 }
 
-QString textOf(const QString& file, const CheckedFile& checked)
+void printText(const QString& file, const CheckedFile& checked)
 {
-    QString text;
     for (const Finding& finding : checked.findings)
-        text += lineOf(file, finding);
+        print(lineOf(file, finding));
     const QString verdict = checked.problems() == 0 ? QStringLiteral("no problems")
                                                     : counted(checked.problems(), "problem");
-    return text + QStringLiteral("%1: %2, %3\n").arg(file, checked.title, verdict);
+    print(QStringLiteral("%1: %2, %3\n").arg(file, checked.title, verdict));
 }
 
 QJsonObject findingJson(const Finding& finding)
@@ -38,6 +37,7 @@ QJsonObject fileJson(const QString& file, const CheckedFile& checked)
 {
     return object({{"file", file},
                    {"kind", textOrNull(checked.kind)},
+                   {"failure", textOrNull(checked.failure)},
                    {"problems", checked.problems()},
                    {"findings", arrayOf(checked.findings, findingJson)}});
 }
@@ -59,16 +59,14 @@ int checkCommand(const QStringList& words)
     const QStringList paths = parser.positionalArguments();
     for (const QString& path : paths) {
         const CheckedFile checked = checkFile(path);
-        if (!checked.failure.isEmpty()) {
-            result = fail(path, checked.failure);
-            continue;
-        }
         if (checked.problems() > 0)
             result = BadFile;
+        if (!checked.failure.isEmpty())
+            result = fail(path, checked.failure);
+        else if (!parser.isSet(json))
+            printText(path, checked);
         if (parser.isSet(json))
             files += fileJson(path, checked);
-        else
-            print(textOf(path, checked));
     }
     if (parser.isSet(json))
         print(withSchema("ovinfo-check/1", {{"files", files}}));

@@ -2,6 +2,7 @@
 
 #include "Entries.h"
 #include "Files.h"
+#include "InfoScan.h"
 
 #include <algorithm>
 
@@ -165,6 +166,7 @@ bool Document::load(const QString& file)
     if (!bytes)
         return false;
     m_bytes = *bytes;
+    m_wasRead = true;
     if (isXml(m_bytes))
         return loadSpectral(file);
     if (isDicom(m_bytes))
@@ -184,7 +186,7 @@ bool Document::isIndex() const
 
 bool Document::setProblem(tag_estatus status)
 {
-    m_problem = getStatusString(status);
+    m_problem = explained(status);
     return false;
 }
 
@@ -210,8 +212,10 @@ bool Document::loadText(const QString& file)
         return setProblem(status);
     if (loadKeyLines())
         return true;
-    if (!m_text[0])
-        return setProblem(eSTATUS_BAD_FORMAT);
+    if (!m_text[0]) {
+        m_problem = QStringLiteral("no section; not a file that the library knows");
+        return false;
+    }
     setTextKind();
     return true;
 }
@@ -279,16 +283,15 @@ bool Document::loadDicom()
 // the lines of a filter wheel into that section.
 bool Document::loadKeyLines()
 {
-    const QString text = decode(m_bytes);
+    const int headerStart = firstHeader(m_bytes, 0);
     const QString header =
         PLKeyword::Text::Marker + QString(Section::CameraSystemInfo) + QLatin1Char(':');
-    if (text.contains(header, Qt::CaseInsensitive))
-        return false;
     CPLClickInfo lines;
-    if (lines.loadTextBuffer(header + QLatin1Char('\n') + text) != eSTATUS_SUCCESS)
-        return false;
+    lines.loadTextBuffer(header + QLatin1Char('\n') + decode(m_bytes.left(headerStart)));
     const auto kind = kindOfKeyLines(*lines[0]);
-    if (!kind || (*kind == FileKind::FilterWheel && m_text[0]))
+    if (!kind || (*kind == FileKind::FilterWheel && m_text[0]) ||
+        m_bytes.toLower().contains(header.toLatin1().toLower()) ||
+        lines.loadTextBuffer(decode(m_bytes.mid(headerStart))) != eSTATUS_SUCCESS)
         return false;
     m_text = lines;
     m_kind = *kind;
@@ -318,14 +321,11 @@ QStringList Document::preamble() const
 {
     if (m_kind == FileKind::Sequence || isIndex() || m_startsWithoutHeader)
         return {};
-    const QByteArray data = m_text.getClickInfoData();
-    QStringList lines =
-        QString::fromLatin1(data.constData(), data.size()).split(PLKeyword::Text::LineEnd);
-    const auto isHeader = [](const QString& line) {
-        return line.startsWith(PLKeyword::Text::BareMarker);
-    };
-    const auto header = std::find_if(lines.cbegin(), lines.cend(), isHeader);
-    return header == lines.cend() ? QStringList() : lines.mid(0, int(header - lines.cbegin()));
+    const Span text = trimmed(m_bytes, {m_textStart, int(m_bytes.size())});
+    QStringList lines;
+    for (const InfoLine& line : linesOf(m_bytes, {text.start, firstHeader(m_bytes, text.start)}, 1))
+        lines += decode(textOf(m_bytes, line.span));
+    return lines;
 }
 
 QString Document::clickNumber() const

@@ -40,6 +40,9 @@ public:
 
     [[nodiscard]] QString problem() const { return m_problem; }
 
+    /** Whether the file could be read, be it of use or not. */
+    [[nodiscard]] bool wasRead() const { return m_wasRead; }
+
     [[nodiscard]] FileKind kind() const { return m_kind; }
 
     /** The kind as programs know it, e.g. "structureReferences". */
@@ -90,6 +93,7 @@ private:
     void setTextKind();
 
     QByteArray m_bytes;
+    bool m_wasRead = false;
     int m_textStart = 0;
     CPLClickInfo m_text;
     CPLSequenceInfo m_sequence;

@@ -1,7 +1,5 @@
 #include "Files.h"
 
-#include "PLStatus.h"
-
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -12,6 +10,24 @@ namespace {
 /** The largest file that the library reads. */
 constexpr qint64 maxFileSize = qint64(512) * 1024 * 1024;
 
+struct Explanation
+{
+    tag_estatus status = eSTATUS_SUCCESS;
+    const char* text = "";
+};
+
+constexpr Explanation explanations[] = {
+    {eSTATUS_NO_CLICK_NUMBERS, "lists no click numbers"},
+    {eSTATUS_BAD_FORMAT, "a malformed header line; 'ovinfo check' tells where"},
+    {eSTATUS_FILE_READ_FAILED, "cannot be read"},
+    {eSTATUS_FILE_OPEN_FAILED, "cannot be opened"},
+    {eSTATUS_FILE_NOT_FOUND, "not found, or cannot be opened"},
+    {eSTATUS_KEY_NOT_FOUND, "no such key"},
+    {eSTATUS_EMPTY_SECTION_KEY, "a section without its key or number; 'ovinfo check' tells where"},
+    {eSTATUS_OUT_OF_MEMORY, "too large"},
+    {eSTATUS_SECTION_NOT_FOUND, "no such section"},
+};
+
 /** Stores bytes from a place on to the end of a file that is open unbuffered. */
 bool storeTail(QFile& file, const QByteArray& bytes, int from)
 {
@@ -20,6 +36,15 @@ bool storeTail(QFile& file, const QByteArray& bytes, int from)
 }
 
 } // namespace
+
+QString explained(tag_estatus status)
+{
+    for (const Explanation& row : explanations) {
+        if (row.status == status)
+            return QStringLiteral("%1 (%2)").arg(QLatin1String(row.text), getStatusString(status));
+    }
+    return getStatusString(status);
+}
 
 QString otherThanFile(const QString& path)
 {
@@ -36,16 +61,16 @@ std::optional<QByteArray> readFile(const QString& path, QString* problem)
         return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *problem = getStatusString(eSTATUS_FILE_OPEN_FAILED);
+        *problem = explained(eSTATUS_FILE_OPEN_FAILED);
         return std::nullopt;
     }
     if (file.size() > maxFileSize) {
-        *problem = getStatusString(eSTATUS_OUT_OF_MEMORY);
+        *problem = explained(eSTATUS_OUT_OF_MEMORY);
         return std::nullopt;
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        *problem = getStatusString(eSTATUS_FILE_READ_FAILED);
+        *problem = explained(eSTATUS_FILE_READ_FAILED);
         return std::nullopt;
     }
     return bytes;
@@ -56,7 +81,7 @@ QString rewriteFile(const QString& path, const QByteArray& old, const QByteArray
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return getStatusString(eSTATUS_FILE_OPEN_FAILED);
+        return explained(eSTATUS_FILE_OPEN_FAILED);
     const auto difference = std::mismatch(old.cbegin(), old.cend(), bytes.cbegin(), bytes.cend());
     const int from = int(difference.first - old.cbegin());
     if (storeTail(file, bytes, from))

@@ -5,10 +5,15 @@
 #ifndef OVINFO_FILES_H
 #define OVINFO_FILES_H
 
+#include "PLStatus.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 #include <optional>
+
+/** A status in words, with its name. */
+QString explained(tag_estatus status);
 
 /** What a path names instead of a file: a folder, pipe or device; empty for a file or nothing. */
 QString otherThanFile(const QString& path);

@@ -39,6 +39,18 @@ bool isHeader(const QByteArray& bytes, Span line)
            findMark(bytes, Text::BareMarker, {word, word + size}) == word;
 }
 
+/** Takes the first line off a range. */
+Span takeLine(const QByteArray& bytes, Span* range)
+{
+    int end = range->start;
+    while (end < range->end && bytes[end] != '\n' && bytes[end] != '\r')
+        ++end;
+    const Span line = {range->start, end};
+    const bool pair = end + 1 < range->end && bytes[end] == '\r' && bytes[end + 1] == '\n';
+    range->start = end + (pair ? 2 : 1);
+    return line;
+}
+
 /** Reads the key of a header line, or what is wrong with it. */
 void readHeader(const QByteArray& bytes, InfoBlock* block)
 {
@@ -209,15 +221,20 @@ QByteArray textOf(const QByteArray& bytes, Span span)
 InfoLines linesOf(const QByteArray& bytes, Span range, int number)
 {
     InfoLines lines;
-    for (int start = range.start; start < range.end;) {
-        int end = start;
-        while (end < range.end && bytes[end] != '\n' && bytes[end] != '\r')
-            ++end;
-        lines.push_back({number++, {start, end}});
-        const bool pair = end + 1 < range.end && bytes[end] == '\r' && bytes[end + 1] == '\n';
-        start = end + (pair ? 2 : 1);
-    }
+    while (range.start < range.end)
+        lines.push_back({number++, takeLine(bytes, &range)});
     return lines;
+}
+
+int firstHeader(const QByteArray& bytes, int start)
+{
+    Span rest = {start, int(bytes.size())};
+    while (rest.start < rest.end) {
+        const Span line = takeLine(bytes, &rest);
+        if (isHeader(bytes, line))
+            return line.start;
+    }
+    return rest.end;
 }
 
 LineCut cutLine(const QByteArray& bytes, Span line)

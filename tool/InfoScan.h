@@ -39,6 +39,9 @@ Span trimmed(const QByteArray& bytes, Span span);
 /** Cuts a range into lines. @param number  the number of its first line */
 InfoLines linesOf(const QByteArray& bytes, Span range, int number);
 
+/** Where the first header line begins, from the start of a line on; the end when there is none. */
+int firstHeader(const QByteArray& bytes, int start);
+
 /** A line of a section, or of a header behind its mark. */
 struct LineCut
 {

@@ -32,29 +32,32 @@ QString lineOf(const Entry& entry, int width)
     return value.isEmpty() ? line : line.leftJustified(width + 4) + value;
 }
 
-QString sectionText(const CPLSection& section)
+void printLine(QString line)
+{
+    print(line.replace(QLatin1Char('\t'), QLatin1String("  ")) + QLatin1Char('\n'));
+}
+
+void printSection(const CPLSection& section)
 {
     const QList<Entry> entries = entriesOf(section);
     int width = 0;
     for (const Entry& entry : entries)
         width = qMax(width, int(entry.key.size()));
-    QString text = headingOf(section) + QLatin1Char('\n');
+    printLine(QString());
+    printLine(headingOf(section));
     for (const Entry& entry : entries)
-        text += lineOf(entry, width) + QLatin1Char('\n');
-    return text.replace(QLatin1Char('\t'), QLatin1String("  "));
+        printLine(lineOf(entry, width));
 }
 
-QString textOf(const Document& document)
+void printText(const Document& document)
 {
     const QList<CPLSection*> sections = document.sections();
-    QString text = document.title() + QLatin1String(", ") +
-                   counted(int(sections.size()), "section") + QLatin1Char('\n');
+    printLine(document.title() + QLatin1String(", ") + counted(int(sections.size()), "section"));
     const QStringList preamble = document.preamble();
     for (const QString& line : preamble)
-        text += line + QLatin1Char('\n');
+        printLine(line);
     for (const CPLSection* const section : sections)
-        text += QLatin1Char('\n') + sectionText(*section);
-    return text;
+        printSection(*section);
 }
 
 QJsonObject entryJson(const Entry& entry)
@@ -108,6 +111,6 @@ int showCommand(const QStringList& words)
     else if (asJson)
         print(jsonOf(file, document));
     else
-        print(textOf(document));
+        printText(document);
     return Success;
 }

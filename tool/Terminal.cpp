@@ -1,5 +1,7 @@
 #include "Terminal.h"
 
+#include "Files.h"
+
 #include <QtCore/QJsonDocument>
 
 #include <cstdio>
@@ -24,7 +26,7 @@ ExitCode fail(const QString& file, const QString& problem)
 
 ExitCode fail(const QString& file, tag_estatus status)
 {
-    return fail(file, getStatusString(status));
+    return fail(file, explained(status));
 }
 
 std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,

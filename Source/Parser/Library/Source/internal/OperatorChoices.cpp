@@ -58,7 +58,7 @@ QByteArray positionLine(bool selected)
 void writeText(const QByteArray& text, QIODevice::OpenMode mode)
 {
     QFile file(statusFile());
-    if (file.open(QIODevice::WriteOnly | QIODevice::Text | mode))
+    if (openToWrite(file, QIODevice::Text | mode))
         file.write(text);
 }
 
