@@ -131,12 +131,9 @@ void failUnless(bool holds, const char* what, long allocation, tag_estatus statu
             __FILE__, __LINE__);
 }
 
-/**
- * Where Qt itself loses memory when it gets no more: its list of a folder, here of an instrument's
- * extensions, and its map of an initializer list, here of attributes.
- */
+/** Where Qt itself loses memory when it gets no more: its list of a folder, here of an instrument's extensions. */
 template <typename Document>
-constexpr bool leaksInQt = std::is_same_v<Document, CPLCameraInfo> || std::is_same_v<Document, CPLSpectralWrapper>;
+constexpr bool leaksInQt = std::is_same_v<Document, CPLCameraInfo>;
 
 /**
  * One try: the operation succeeds in full, or fails with a status and then succeeds.

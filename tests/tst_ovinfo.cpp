@@ -51,7 +51,7 @@ private Q_SLOTS:
                      "y: no such key (eSTATUS_KEY_NOT_FOUND)"_s);
         support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none,
                      "absent: cannot be opened (eSTATUS_FILE_OPEN_FAILED)"_s);
-        support::row("no sections", QStringList{"show"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
+        support::row("no sections", QStringList{"show"_s, support::example("CMakeLists.txt")}, 1, none,
                      "not a file that the library knows"_s);
         support::row("unreadable, checked", QStringList{"check"_s, "--json"_s, "absent"_s}, 1,
                      QStringList{"\"failure\": \"cannot be opened (eSTATUS_FILE_OPEN_FAILED)\""_s}, "absent"_s);

@@ -88,7 +88,7 @@ tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
         return eSTATUS_BAD_FORMAT;
     // Untrimmed: a header line without a body keeps the line end that the click number asks for.
     if (key->toString().contains(Section::BackgroundClick, Qt::CaseInsensitive)) {
-        loadClickNumber(block);
+        clickNumber = clickNumberOf(block).value_or(clickNumber);
         if (clickNumber.isEmpty())
             return eSTATUS_EMPTY_SECTION_KEY;
     }

@@ -23,13 +23,7 @@ namespace Value = PLKeyword::Value;
 
 namespace {
 
-constexpr int maxClickNumberLength = 31;
 constexpr std::size_t maxTextPiece = 200;
-
-bool isAsciiLetter(QChar c)
-{
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
 
 template <typename Result>
 tag_estatus getFrom(const CPLSection* section, QString key, Result* value)
@@ -243,7 +237,7 @@ tag_estatus CPLClickInfo::loadBlock(QStringView text)
     const QString sectionKey = key->toString();
     QString block = text.toString();
     if (sectionKey.compare(Section::ClickNumber, Qt::CaseInsensitive) == 0) {
-        loadClickNumber(block);
+        clickNumber = clickNumberOf(block).value_or(clickNumber);
         if (clickNumber.isEmpty())
             return eSTATUS_EMPTY_SECTION_KEY;
     }
@@ -326,7 +320,7 @@ tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_e
 {
     return guarded([&] {
         const auto now = qint64(std::time(nullptr));
-        loadClickNumber(prefix, timeStamp(localTime(now)));
+        clickNumber = prefix + timeStamp(localTime(now));
         tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
         if (status != eSTATUS_SUCCESS)
             return status;
@@ -485,19 +479,18 @@ tag_estatus CPLClickInfo::setClickNumber(QString number)
 
 void CPLClickInfo::loadClickNumber(QString block)
 {
-    const auto colon = block.indexOf(QLatin1Char(':'));
-    const auto lineEnd = block.indexOf(QLatin1Char('\n'));
-    if (colon < 0 || colon > lineEnd)
-        return;
-    const QStringView name = trimmed(QStringView(block).mid(colon + 1, lineEnd - colon - 1));
-    const bool prefixed = !name.isEmpty() && isAsciiLetter(name.front());
-    const QString number = prefixed ? name.toString() : QLatin1Char('X') + name.toString();
-    clickNumber = number.left(maxClickNumberLength);
+    guarded([&] {
+        clickNumber = clickNumberOf(block).value_or(clickNumber);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
 {
-    clickNumber = prefix + suffix;
+    guarded([&] {
+        clickNumber = prefix + suffix;
+        return eSTATUS_SUCCESS;
+    });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, QString* value) const

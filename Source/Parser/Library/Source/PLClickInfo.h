@@ -234,7 +234,7 @@ public:
     /**
      * Takes the click number from the text of a "ClickNumber" section: the name on its header
      * line, with "X" in front unless it starts with an ASCII letter, 31 characters at most. A text
-     * whose header line does not end in LF leaves the click number as it was.
+     * whose header line does not end in LF, or a lack of memory, leaves the click number as it was.
      */
     void loadClickNumber(QString block);
 

@@ -371,13 +371,14 @@ tag_estatus CPLSequenceInfo::take(std::unique_ptr<CPLSection> section)
 
 tag_estatus CPLSequenceInfo::removeSection(QString sectionKey)
 {
-    CPLSection* const section = sections.take(sectionKey);
-    if (!section)
-        return eSTATUS_NULL_ARGUMENT;
-    sectionKeys.removeOne(sectionKey);
-    --sectionCount;
-    delete section;
-    return eSTATUS_SUCCESS;
+    return guarded([&] {
+        if (!sections.contains(sectionKey))
+            return eSTATUS_NULL_ARGUMENT;
+        sectionKeys.removeOne(sectionKey);
+        --sectionCount;
+        delete sections.take(sectionKey);
+        return eSTATUS_SUCCESS;
+    });
 }
 
 int CPLSequenceInfo::getFileSectionCount() const

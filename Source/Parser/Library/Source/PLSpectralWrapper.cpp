@@ -8,7 +8,9 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 
+#include <initializer_list>
 #include <new>
+#include <utility>
 #include <variant>
 
 using namespace ovparser::internal;
@@ -18,6 +20,15 @@ namespace Spectral = PLKeyword::Spectral;
 namespace Xml = PLKeyword::Xml;
 
 namespace {
+
+/** The attributes of a tag; unlike a map made of a list, nothing is lost when memory runs out. */
+AttrMap attributesOf(std::initializer_list<std::pair<QString, QString>> list)
+{
+    AttrMap attributes;
+    for (const auto& [name, value] : list)
+        attributes.insert(name, value);
+    return attributes;
+}
 
 /** An attribute and the field of a record that holds its value. */
 template <typename Record>
@@ -394,14 +405,15 @@ void CPLSpectralWrapper::setSpectralAttributes(QString sequenceId, int numberOfC
                                                QString sourceModel, float indexOfRefraction)
 {
     writeAll(writer, [&] {
-        writeElement(Spectral::Attributes,
-                     AttrMap{{Attribute::ActiveImage, activeImage},
-                             {Attribute::DateTime, dateAndTime()},
-                             {Attribute::IndexOfRefraction, realText(double(indexOfRefraction))},
-                             {Attribute::NoOfClicks, QString::number(numberOfClicks)},
-                             {Attribute::SequenceId, sequenceId},
-                             {Attribute::SourceModel, sourceModel},
-                             {Attribute::TissueProperty, tissueProperty}});
+        writeElement(
+            Spectral::Attributes,
+            attributesOf({{Attribute::ActiveImage, activeImage},
+                          {Attribute::DateTime, dateAndTime()},
+                          {Attribute::IndexOfRefraction, realText(double(indexOfRefraction))},
+                          {Attribute::NoOfClicks, QString::number(numberOfClicks)},
+                          {Attribute::SequenceId, sequenceId},
+                          {Attribute::SourceModel, sourceModel},
+                          {Attribute::TissueProperty, tissueProperty}}));
     });
 }
 
@@ -409,7 +421,7 @@ void CPLSpectralWrapper::setOpenClickInfo(int totalClicks)
 {
     writeAll(writer, [&] {
         openElement(Spectral::ClickInfo,
-                    AttrMap{{Attribute::TotalClicks, QString::number(totalClicks)}});
+                    attributesOf({{Attribute::TotalClicks, QString::number(totalClicks)}}));
     });
 }
 
@@ -421,9 +433,9 @@ void CPLSpectralWrapper::setCloseClickInfo()
 void CPLSpectralWrapper::setClickNumberInfo(QString clickNumber, QString wavelength)
 {
     writeAll(writer, [&] {
-        openElement(Spectral::Click,
-                    AttrMap{{Attribute::ClickNumber, clickNumber},
-                            {Attribute::ImageWavelength, wavelength + Spectral::WavelengthUnit}});
+        openElement(Spectral::Click, attributesOf({{Attribute::ClickNumber, clickNumber},
+                                                   {Attribute::ImageWavelength,
+                                                    wavelength + Spectral::WavelengthUnit}}));
     });
 }
 
@@ -436,11 +448,12 @@ void CPLSpectralWrapper::setClickNumberFilterProperties(int centralWavelength, f
                                                         float avgTransmission)
 {
     writeAll(writer, [&] {
-        writeElement(Spectral::FilterProperties,
-                     AttrMap{{Attribute::AvgTransmission, realText(double(avgTransmission))},
-                             {Attribute::BandWidth, realText(double(bandWidth))},
-                             {Attribute::CentralWavelength,
-                              QString::number(centralWavelength) + Spectral::WavelengthUnit}});
+        writeElement(
+            Spectral::FilterProperties,
+            attributesOf({{Attribute::AvgTransmission, realText(double(avgTransmission))},
+                          {Attribute::BandWidth, realText(double(bandWidth))},
+                          {Attribute::CentralWavelength,
+                           QString::number(centralWavelength) + Spectral::WavelengthUnit}}));
     });
 }
 
@@ -452,8 +465,8 @@ void CPLSpectralWrapper::setClickNumberROIProperties(QString roi, _tagsROIProper
         addTo(attrs, roiFields, properties);
         if (withContour)
             addTo(attrs, roiContourFields, properties);
-        openElement(Spectral::ClickRoi,
-                    AttrMap{{Attribute::Roi, roi}, {Attribute::RoiLabel, properties.roiLabel}});
+        openElement(Spectral::ClickRoi, attributesOf({{Attribute::Roi, roi},
+                                                      {Attribute::RoiLabel, properties.roiLabel}}));
         writeElement(Spectral::RoiProperties, attrs);
         closeElement(Spectral::ClickRoi);
     });
@@ -465,9 +478,9 @@ void CPLSpectralWrapper::setROIMeasurementsProperties(QString filterLabel, doubl
     writeAll(writer, [&] {
         openElement(Spectral::ClickRoi, {});
         writeElement(Spectral::RoiMeasurements,
-                     AttrMap{{Attribute::AverageRadiance, realText(averageRadiance)},
-                             {Attribute::FilterLabel, filterLabel},
-                             {Attribute::TotalFlux, realText(totalFlux)}});
+                     attributesOf({{Attribute::AverageRadiance, realText(averageRadiance)},
+                                   {Attribute::FilterLabel, filterLabel},
+                                   {Attribute::TotalFlux, realText(totalFlux)}}));
         closeElement(Spectral::ClickRoi);
     });
 }
@@ -478,14 +491,15 @@ void CPLSpectralWrapper::setSpectralAnalysisResults(QString roi, double totalFlu
                                                     QString depthUnits)
 {
     writeAll(writer, [&] {
-        openElement(Spectral::Results, AttrMap{{Attribute::Roi, roi}});
-        writeElement(Spectral::ResultsFlux, AttrMap{{Attribute::FluxStdDev, realText(fluxStdDev)},
-                                                    {Attribute::FluxUnits, fluxUnits},
-                                                    {Attribute::TotalFlux, realText(totalFlux)}});
+        openElement(Spectral::Results, attributesOf({{Attribute::Roi, roi}}));
+        writeElement(Spectral::ResultsFlux,
+                     attributesOf({{Attribute::FluxStdDev, realText(fluxStdDev)},
+                                   {Attribute::FluxUnits, fluxUnits},
+                                   {Attribute::TotalFlux, realText(totalFlux)}}));
         writeElement(Spectral::ResultsDepth,
-                     AttrMap{{Attribute::AverageDepth, realText(averageDepth)},
-                             {Attribute::DepthStdDev, realText(depthStdDev)},
-                             {Attribute::DepthUnits, depthUnits}});
+                     attributesOf({{Attribute::AverageDepth, realText(averageDepth)},
+                                   {Attribute::DepthStdDev, realText(depthStdDev)},
+                                   {Attribute::DepthUnits, depthUnits}}));
         closeElement(Spectral::Results);
     });
 }
@@ -494,16 +508,17 @@ void CPLSpectralWrapper::setOpenSpectralAnalysisPlotResults(QString roiLabel, in
 {
     writeAll(writer, [&] {
         openElement(Spectral::PlotResults,
-                    AttrMap{{Attribute::RoiLabel, roiLabel},
-                            {Attribute::TotalPlotValues, QString::number(totalPlotValues)}});
+                    attributesOf({{Attribute::RoiLabel, roiLabel},
+                                  {Attribute::TotalPlotValues, QString::number(totalPlotValues)}}));
     });
 }
 
 void CPLSpectralWrapper::setSpectralAnalysisPlotResults(double intensity, double waveLength)
 {
     writeAll(writer, [&] {
-        writeElement(Spectral::PlotValues, AttrMap{{Attribute::Intensity, realText(intensity)},
-                                                   {Attribute::WaveLength, realText(waveLength)}});
+        writeElement(Spectral::PlotValues,
+                     attributesOf({{Attribute::Intensity, realText(intensity)},
+                                   {Attribute::WaveLength, realText(waveLength)}}));
     });
 }
 
@@ -516,8 +531,8 @@ void CPLSpectralWrapper::setOpenSpectralAnalysisFitResults(QString roiLabel, int
 {
     writeAll(writer, [&] {
         openElement(Spectral::FitResults,
-                    AttrMap{{Attribute::RoiLabel, roiLabel},
-                            {Attribute::TotalFitValues, QString::number(totalFitValues)}});
+                    attributesOf({{Attribute::RoiLabel, roiLabel},
+                                  {Attribute::TotalFitValues, QString::number(totalFitValues)}}));
     });
 }
 
@@ -527,11 +542,11 @@ void CPLSpectralWrapper::setSpectralAnalysisFitResults(double intensity, double 
 {
     writeAll(writer, [&] {
         writeElement(Spectral::FitValues,
-                     AttrMap{{Attribute::Attenuation, realText(attenuation)},
-                             {Attribute::FitValue, realText(fitValue)},
-                             {Attribute::HorizontalError, realText(horizontalError)},
-                             {Attribute::Intensity, realText(intensity)},
-                             {Attribute::VerticalError, realText(verticalError)}});
+                     attributesOf({{Attribute::Attenuation, realText(attenuation)},
+                                   {Attribute::FitValue, realText(fitValue)},
+                                   {Attribute::HorizontalError, realText(horizontalError)},
+                                   {Attribute::Intensity, realText(intensity)},
+                                   {Attribute::VerticalError, realText(verticalError)}}));
     });
 }
 
@@ -544,8 +559,8 @@ void CPLSpectralWrapper::setLinearFitResults(double valueA, double valueB)
 {
     writeAll(writer, [&] {
         writeElement(Spectral::LinearFitValues,
-                     AttrMap{{Attribute::LinearFitValueA, realText(valueA)},
-                             {Attribute::LinearFitValueB, realText(valueB)}});
+                     attributesOf({{Attribute::LinearFitValueA, realText(valueA)},
+                                   {Attribute::LinearFitValueB, realText(valueB)}}));
     });
 }
 

@@ -19,6 +19,11 @@ bool isWhiteSpace(QChar c)
     return c == u' ' || (c >= u'\t' && c <= u'\r');
 }
 
+bool isAsciiLetter(QChar c)
+{
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+}
+
 bool isWordDelimiter(QChar c)
 {
     return c == u' ' || c == u'\t';
@@ -247,6 +252,19 @@ std::optional<QStringView> headerKey(QStringView header)
     if (start > cut.colon)
         return std::nullopt;
     return trimmed(header.mid(start, cut.colon - start));
+}
+
+std::optional<QString> clickNumberOf(QStringView block)
+{
+    constexpr int longest = 31;
+    const QStringView header = firstLine(block);
+    const qsizetype colon = indexOf(header, colonSign);
+    if (colon < 0 || !header.endsWith(lineFeed))
+        return std::nullopt;
+    const QStringView name = trimmed(header.mid(colon + 1));
+    const bool prefixed = !name.isEmpty() && isAsciiLetter(name.front());
+    const QString number = prefixed ? name.toString() : QLatin1Char('X') + name.toString();
+    return number.left(longest);
 }
 
 qsizetype sectionLength(QStringView text)

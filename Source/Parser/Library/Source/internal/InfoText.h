@@ -122,6 +122,12 @@ struct ColonCut
 /** The section key of a header line (marker, key, ':', name); nothing when it is malformed. */
 [[nodiscard]] std::optional<QStringView> headerKey(QStringView header);
 
+/**
+ * The click number that a block gives: the name on its header line, with "X" in front unless it
+ * starts with an ASCII letter, 31 characters at most. Nothing when the line does not end in LF.
+ */
+[[nodiscard]] std::optional<QString> clickNumberOf(QStringView block);
+
 /** Where the section that opens the text ends: the next header mark not behind a '#', or the end.
  */
 [[nodiscard]] qsizetype sectionLength(QStringView text);
