@@ -97,11 +97,17 @@ Q_DECLARE_METATYPE(Failing)
 
 namespace {
 
-bool isCleanFailure(tag_estatus status)
+/** What an operation works on, besides memory. */
+enum class On {
+    Memory,
+    Files, ///< one is not opened, or not found, when the memory for its handle is missing
+};
+
+bool isCleanFailure(tag_estatus status, On on)
 {
-    // A file is not opened, or not found, when the memory for its handle is missing.
-    return status == eSTATUS_OUT_OF_MEMORY || status == eSTATUS_FILE_OPEN_FAILED || status == eSTATUS_FILE_NOT_FOUND ||
-           status == eSTATUS_FILE_READ_FAILED || status == eSTATUS_FAILED;
+    const bool ofFile = status == eSTATUS_FILE_OPEN_FAILED || status == eSTATUS_FILE_NOT_FOUND ||
+                        status == eSTATUS_FILE_READ_FAILED || status == eSTATUS_FAILED;
+    return status == eSTATUS_OUT_OF_MEMORY || (on == On::Files && ofFile);
 }
 
 /** Runs an operation while an allocation fails; an exception is a status that no test takes. */
@@ -131,9 +137,9 @@ void failUnless(bool holds, const char* what, long allocation, tag_estatus statu
             __FILE__, __LINE__);
 }
 
-/** Where Qt itself loses memory when it gets no more: its list of a folder, here of an instrument's extensions. */
+/** Where Qt itself loses memory when it gets no more: its list of a folder and its regular expressions. */
 template <typename Document>
-constexpr bool leaksInQt = std::is_same_v<Document, CPLCameraInfo>;
+constexpr bool leaksInQt = std::is_base_of_v<CPLCameraInfo, Document>;
 
 /**
  * One try: the operation succeeds in full, or fails with a status and then succeeds.
@@ -141,7 +147,7 @@ constexpr bool leaksInQt = std::is_same_v<Document, CPLCameraInfo>;
  * @return whether an allocation failed
  */
 template <typename Document, typename Operation, typename State>
-bool tryWithout(long allocation, Failing failing, Operation operation, State state, const QString& expected)
+bool tryWithout(long allocation, Failing failing, Operation operation, State state, const QString& expected, On on)
 {
     tzset(); // the C library keeps a name for itself
     const long before = allocator.live;
@@ -151,7 +157,7 @@ bool tryWithout(long allocation, Failing failing, Operation operation, State sta
         if (status == eSTATUS_SUCCESS) {
             failUnless(state(document) == expected, "incomplete", allocation, status);
         } else {
-            failUnless(allocator.failed && isCleanFailure(status), "no clean failure", allocation, status);
+            failUnless(allocator.failed && isCleanFailure(status, on), "no clean failure", allocation, status);
             const tag_estatus again = operation(document);
             failUnless(again == eSTATUS_SUCCESS && state(document) == expected, "fails again", allocation, again);
         }
@@ -163,7 +169,7 @@ bool tryWithout(long allocation, Failing failing, Operation operation, State sta
 
 /** Adds the trials of an operation; `state` is what a success must leave behind. */
 template <typename Document, typename Operation, typename State>
-void add(const char* name, Operation operation, State state)
+void add(const char* name, Operation operation, State state, On on = On::Memory)
 {
     const Trial trial = [=](Failing failing) {
         QString expected;
@@ -174,7 +180,7 @@ void add(const char* name, Operation operation, State state)
             QVERIFY(!expected.isEmpty());
         }
         long allocation = 0;
-        while (tryWithout<Document>(allocation, failing, operation, state, expected) && !QTest::currentTestFailed())
+        while (tryWithout<Document>(allocation, failing, operation, state, expected, on) && !QTest::currentTestFailed())
             ++allocation;
         qInfo("%ld allocations", allocation);
         QVERIFY(allocation > 0 || QTest::currentTestFailed());
@@ -196,6 +202,7 @@ const QString optics = support::example("settings/OpticalProperties.txt");
 const QString instrument = folder.filePath("CameraInfo.txt"_s);
 const QString sectionLines = "Title:\tone # two\nAngle: 90\n# note\nF-Stop: 2\n"_s;
 const QString angleKey = "Angle"_s;
+const QString clickBlock = "*** ClickNumber:\tABC12345678901234567\nUser: a\n"_s;
 const QString fKey = "F"_s;
 const QString stopKey = "Stop"_s;
 const sIASetupInfo setup;
@@ -256,6 +263,12 @@ struct LoadedSequence : Asked<CPLSequenceInfo>
     LoadedSequence() { loadFile(sequenceInfo); }
 };
 
+/** It shares its lists with a copy, so that a change of one takes memory. */
+struct SharedSequence : LoadedSequence
+{
+    const CPLSequenceInfo copy{*this};
+};
+
 struct LoadedPresets : Asked<CPLSettingsFileWrapper>
 {
     LoadedPresets()
@@ -263,6 +276,18 @@ struct LoadedPresets : Asked<CPLSettingsFileWrapper>
     {
         load(presets);
         setFolderPath(support::example("settings/presets"));
+    }
+};
+
+/** An instrument that asks for no choice of the operator. */
+struct PlainCamera : CPLCameraInfo
+{
+    PlainCamera()
+    {
+        const QString file = folder.filePath("PlainCameraInfo.txt"_s);
+        support::writeFile(file, "*** Camera System Info:\nSystem Configuration: VEXA 200\nZEVR-24: yes\n"
+                                 "Motor Steps for x-ray2 stage position c: 1\nShelf Position B FOV: 12.5\n");
+        loadCameraInfo(file);
     }
 };
 
@@ -427,10 +452,10 @@ private:
         const auto load = [](Info& info) { return info.loadClickInfo(clickInfo, true); };
         const auto keys = [](const Info& info) { return support::sectionsOf(info); };
         static QByteArray bytes = support::readFile(clickInfo);
-        add<Info>("load", load, textOf);
-        add<LoadedInfo>("load over", load, textOf);
+        add<Info>("load", load, textOf, On::Files);
+        add<LoadedInfo>("load over", load, textOf, On::Files);
         add<Info>(
-            "analysis", [](Info& info) { return info.loadAnalyzedClickInfo(analyzed); }, textOf);
+            "analysis", [](Info& info) { return info.loadAnalyzedClickInfo(analyzed); }, textOf, On::Files);
         add<Info>(
             "DICOM", [](Info& info) { return info.loadClickInfoDcm(bytes, int(bytes.size())); }, textOf);
         const auto loadBare = [](Info& info) {
@@ -440,13 +465,14 @@ private:
         const auto findValue = [](Info& info) {
             return info.obtainValueFromClickInfoFile(clickInfo, QStringLiteral("User ID"), &info.answer);
         };
-        add<Info>("one value", findValue, answer);
+        add<Info>("one value", findValue, answer, On::Files);
         const auto findInText = [](Info& info) {
             return info.obtainValueFromClickInfoFile(bytes.data(), QStringLiteral("User ID"), &info.answer);
         };
         add<Info>("one value of a text", findInText, answer);
         const auto save = [](Info& info) { return info.saveClickInfo(saved); };
-        add<LoadedInfo>("save", save, [](const Info&) { return savedText(); });
+        add<LoadedInfo>(
+            "save", save, [](const Info&) { return savedText(); }, On::Files);
         const auto text = [](Info& info) {
             const QByteArray data = info.getClickInfoData();
             allocator.armed = false;
@@ -457,8 +483,7 @@ private:
             tag_estatus status = info.setValue(QStringLiteral("User Input"), QStringLiteral("User ID"), 2.5);
             if (status == eSTATUS_SUCCESS)
                 status = info.getValue(QStringLiteral("User Input"), QStringLiteral("User ID"), &info.answer);
-            // An index that lacks memory finds no section.
-            return status == eSTATUS_SECTION_NOT_FOUND ? eSTATUS_OUT_OF_MEMORY : status;
+            return status;
         };
         add<LoadedInfo>("set and get", setAndGet, answer);
         add<LoadedInfo>(
@@ -475,6 +500,27 @@ private:
             "user sections", [](Info& info) { return info.appendUserSpecificSections(true); }, textOf);
         add<Info>(
             "analysis input", [](Info& info) { return info.appendAnalysisUserInputSection(); }, textOf);
+        const auto setNumber = [](Info& info) {
+            info.loadClickNumber(clickBlock);
+            return info.getClickNumber(&info.answer) == eSTATUS_SUCCESS && info.answer.endsWith(u'7')
+                       ? eSTATUS_SUCCESS
+                       : eSTATUS_OUT_OF_MEMORY;
+        };
+        add<Info>("click number", setNumber, answer);
+        const auto parse = [](Info& info) {
+            CPLSection* section = nullptr;
+            const tag_estatus status = CPLClickInfo::parseSectionFromBuffer(clickBlock, angleKey, &section, false);
+            const std::unique_ptr<CPLSection> owned(section);
+            allocator.armed = false;
+            info.answer = owned ? sectionText(*owned) : QString();
+            return status;
+        };
+        add<Info>("section of a text", parse, answer);
+        const auto cut = [](Info& info) {
+            int length = 0;
+            return CPLClickInfo::copySectionBuffer(clickBlock, info.answer, length, nullptr);
+        };
+        add<Info>("text of a section", cut, answer);
         add<LoadedInfo>("copy", copied<LoadedInfo>, textOf);
     }
 
@@ -499,32 +545,64 @@ private:
     {
         using Sequence = Asked<CPLSequenceInfo>;
         const auto load = [](Sequence& sequence) { return sequence.loadFile(sequenceInfo); };
-        add<Sequence>("sequence", load, sequenceText);
-        add<LoadedSequence>("sequence again", load, sequenceText);
+        add<Sequence>("sequence", load, sequenceText, On::Files);
+        add<LoadedSequence>("sequence again", load, sequenceText, On::Files);
         const auto save = [](Sequence& sequence) { return sequence.saveFile(saved); };
-        add<LoadedSequence>("save a sequence", save, [](const Sequence&) { return savedText(); });
+        add<LoadedSequence>(
+            "save a sequence", save, [](const Sequence&) { return savedText(); }, On::Files);
         const auto addUser = [](Sequence& sequence) {
             return sequence.addSeqUserSection(eIMAGE_OVERLAY, QStringLiteral("A"));
         };
         add<Sequence>("sequence user", addUser, sequenceText);
         const auto append = [](Sequence& sequence) { return sequence.appendUserSpecificSections(true); };
         add<Sequence>("sequence user sections", append, sequenceText);
+        addSequenceEdits();
         add<LoadedSequence>("copy of a sequence", copied<LoadedSequence>, sequenceText);
+    }
+
+    static void addSequenceEdits()
+    {
+        static const QString number = "ABC20240305092010"_s;
+        static const QString userInput = "User Input"_s;
+        static const QString results = "Restore Results"_s;
+        const auto done = [](bool success) { return success ? eSTATUS_SUCCESS : eSTATUS_OUT_OF_MEMORY; };
+        const auto append = [done](LoadedSequence& sequence) {
+            sequence.addClickNumber(fKey);
+            return done(sequence.getNumDatasets() == 4);
+        };
+        add<LoadedSequence>("add a click number", append, sequenceText);
+        const auto remove = [done](LoadedSequence& sequence) { return done(sequence.removeClickNumber(number)); };
+        add<LoadedSequence>("remove a click number", remove, sequenceText);
+        const auto removeSection = [](SharedSequence& sequence) { return sequence.removeSection(userInput); };
+        add<SharedSequence>("remove a section", removeSection, sequenceText);
+        const auto addVersion = [done](Asked<CPLSequenceInfo>& sequence) {
+            sequence.addSequenceNumberSection(fKey);
+            allocator.armed = false;
+            return done(sequence.isSectionPresent(PLKeyword::Section::Sequence));
+        };
+        add<Asked<CPLSequenceInfo>>("version of a sequence", addVersion, sequenceText);
+        const auto restore = [done](LoadedSequence& sequence) {
+            sequence.addRestoreResult(fKey, stopKey);
+            allocator.armed = false;
+            const CPLSection* const section = sequence[results];
+            return section && section->count() == 0 ? eSTATUS_BAD_FORMAT : done(section && section->isKeyPresent(fKey));
+        };
+        add<LoadedSequence>("restore result", restore, sequenceText);
     }
 
     static void addOtherInfoRows()
     {
         using Summary = CPLBkgSummaryInfo;
         add<Summary>(
-            "summary", [](Summary& info) { return info.load(summary); }, textOf);
+            "summary", [](Summary& info) { return info.load(summary); }, textOf, On::Files);
         const auto loadStructure = [](Summary& info) { return info.SLload(structureIndex); };
-        add<Summary>("structure index", loadStructure, textOf);
+        add<Summary>("structure index", loadStructure, textOf, On::Files);
         const auto loadFilters = [](Summary& info) { return info.FLload(filterIndex); };
-        add<Summary>("fluorescence index", loadFilters, textOf);
+        add<Summary>("fluorescence index", loadFilters, textOf, On::Files);
 
         const auto answer = [](const LoadedPresets& settings) { return settings.answer; };
         add<LoadedPresets>(
-            "settings", [](LoadedPresets& settings) { return settings.load(presets); }, textOf);
+            "settings", [](LoadedPresets& settings) { return settings.load(presets); }, textOf, On::Files);
         const auto menu = [](LoadedPresets& settings) { return settings.keep(settings.getMenuNames()); };
         add<LoadedPresets>("menu", menu, answer);
         const auto next = [](LoadedPresets& settings) { return settings.keep(settings.getNextAutoMenuName()); };
@@ -533,15 +611,40 @@ private:
             return settings.addSection(QStringLiteral("Preset"), QStringLiteral("Mine"));
         };
         add<LoadedPresets>("new preset", addPreset, textOf);
+        static const QString menuName = LoadedPresets().getMenuNames().value(0);
+        const auto fileOf = [](LoadedPresets& settings) {
+            return settings.keep(settings.getFileNameForMenuName(menuName, fKey));
+        };
+        add<LoadedPresets>("file of a preset", fileOf, answer);
+        const auto setFile = [](LoadedPresets& settings) { return settings.setFileNameForMenuName(menuName, fKey); };
+        add<LoadedPresets>("new file of a preset", setFile, textOf);
+        const auto copySections = [](Asked<CPLSettingsFileWrapper>& settings) {
+            static const LoadedPresets source;
+            static const QList<CPLSection*> sections = {source[0], source[1]};
+            settings.clearData();
+            return settings.initFromSections(sections);
+        };
+        add<Asked<CPLSettingsFileWrapper>>("sections of presets", copySections, textOf);
 
         using Optics = CPLOptPropInfo;
         const auto read = [](Optics& info) { return info.readSettingFile(optics); };
         const auto names = [](const Optics& info) { return info.getTissuePropList().join(u'|'); };
-        add<Optics>("optical properties", read, names);
+        add<Optics>("optical properties", read, names, On::Files);
 
         using Camera = CPLCameraInfo;
         const auto load = [](Camera& camera) { return camera.load(instrument); };
-        add<Camera>("instrument", load, textOf);
+        add<Camera>("instrument", load, textOf, On::Files);
+        const auto done = [](bool success) { return success ? eSTATUS_SUCCESS : eSTATUS_OUT_OF_MEMORY; };
+        const auto always = [](const PlainCamera&) { return "answered"_s; };
+        const auto widens = [done](PlainCamera& camera) { return done(camera.isZEVR24Available()); };
+        add<PlainCamera>("wide-field lens", widens, always);
+        const auto carries = [done](PlainCamera& camera) { return done(camera.isLargeAnimalCapable()); };
+        add<PlainCamera>("large animals", carries, always);
+        const auto nameView = [done](PlainCamera& camera) {
+            QByteArray name;
+            return done(getFOVName(&camera, 12.5, name));
+        };
+        add<PlainCamera>("field of view", nameView, always);
     }
 
     static void addPreferenceRows()
@@ -557,14 +660,17 @@ private:
         {};
 
         const auto saveFile = [](KeysAndOutput& keys) { return keys.saveData(keys.emptied(), &keys.labels); };
-        add<KeysAndOutput>("preferences file", saveFile, [](const KeysAndOutput&) { return savedText(); });
+        add<KeysAndOutput>(
+            "preferences file", saveFile, [](const KeysAndOutput&) { return savedText(); }, On::Files);
     }
 
     static void addSpectralRows()
     {
-        add<Output>("write XML", writeXml, [](const Output&) { return savedText(); });
+        add<Output>(
+            "write XML", writeXml, [](const Output&) { return savedText(); }, On::Files);
         using Spectrum = CPLSpectralWrapper;
-        add<Spectrum>("write a spectrum", writeSpectrum, [](const Spectrum&) { return savedSpectrum(); });
+        add<Spectrum>(
+            "write a spectrum", writeSpectrum, [](const Spectrum&) { return savedSpectrum(); }, On::Files);
         const auto answer = [](const LoadedSpectrum& file) { return file.answer; };
         const auto results = [](LoadedSpectrum& file) {
             const QList<_tagSROISpectralResults> list = file.getROISpectralResults();

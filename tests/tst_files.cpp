@@ -188,6 +188,7 @@ private Q_SLOTS:
     {
         QFETCH(Operation, read);
         QFETCH(QString, example);
+        QFETCH(QString, notOpened);
         const QByteArray content = support::readFile(support::example(example.toLatin1().constData()));
         for (const QString& path : qAsConst(m_unusualPaths)) {
             support::writeFile(path, content);
@@ -196,6 +197,16 @@ private Q_SLOTS:
         for (const QString& path : notFiles())
             QTEST(read(path), "notOpened");
         QTEST(read(m_folder.path()), "folder");
+        QTEST(read("/dev/zero"_s), "notOpened");
+        const QString secret = m_folder.filePath("secret"_s);
+        support::writeFile(secret, content);
+        QVERIFY(QFile::setPermissions(secret, QFile::Permissions()));
+        const QString outcomeOfSecret = [&] {
+            const OrdinaryUser user;
+            return read(secret);
+        }();
+        QFile::remove(secret);
+        QCOMPARE(outcomeOfSecret, notOpened);
         QFile sparse(m_folder.filePath("sparse"_s));
         QVERIFY(sparse.open(QIODevice::WriteOnly) && sparse.resize(qint64(3) << 30));
         QTEST(read(sparse.fileName()), "tooLarge");
@@ -297,12 +308,16 @@ private:
     static constexpr QFile::Permissions everyonesFolder =
         QFile::Permissions(QFile::ReadOwner) | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
 
-    /** Nothing, a pipe, a path through it, a name and a path that are too long. */
+    /** Nothing, a pipe, a path through it, one with a NUL, a name and a path that are too long. */
     QStringList notFiles() const
     {
         const QString pipe = m_folder.filePath("pipe"_s);
         ::mkfifo(QFile::encodeName(pipe).constData(), 0600);
-        return {m_folder.filePath("absent/f"_s), pipe, pipe + "/f"_s, m_folder.filePath(QString(300, u'x')),
+        return {m_folder.filePath("absent/f"_s),
+                pipe,
+                pipe + "/f"_s,
+                m_unusualPaths[0] + QChar(0) + u'x',
+                m_folder.filePath(QString(300, u'x')),
                 m_folder.path() + QString(5000, u'/') + QString(5000, u'x')};
     }
 

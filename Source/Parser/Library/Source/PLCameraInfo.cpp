@@ -154,6 +154,16 @@ tag_estatus readExtension(const QString& path, EVEXA_Types system, const QString
     return eSTATUS_SUCCESS;
 }
 
+/** Stores a choice of the operator; without memory it is good for this object alone. */
+template <typename Choice>
+void storeGuarded(QLatin1String key, const Choice& choice)
+{
+    guarded([&] {
+        storeChoice(key, choice);
+        return eSTATUS_SUCCESS;
+    });
+}
+
 } // namespace
 
 CPLCameraInfo::CPLCameraInfo()
@@ -337,7 +347,8 @@ tag_estatus CPLCameraInfo::addTextBuffer(QString text)
 
 CPLSection* CPLCameraInfo::getCameraInfoSection() const
 {
-    return cameraInfoSectionHeld ? (*this)[Section::CameraSystemInfo] : nullptr;
+    return cameraInfoSectionHeld ? answerOf([&] { return find(Section::CameraSystemInfo); })
+                                 : nullptr;
 }
 
 tag_estatus CPLCameraInfo::getKeyListWithSameKey(QString prefix, QStringList* keys) const
@@ -515,20 +526,25 @@ bool CPLCameraInfo::isOldIllumController() const
 
 bool CPLCameraInfo::isZEVR24Available() const
 {
-    const CPLSection* const section = getCameraInfoSection();
-    return section && readsYes(*section, Key::Zevr24);
+    return answerOf([&] {
+        const CPLSection* const section = getCameraInfoSection();
+        return section && readsYes(*section, Key::Zevr24);
+    });
 }
 
 bool CPLCameraInfo::isLargeAnimalCapable()
 {
-    const CPLSection* const section = getCameraInfoSection();
-    state->largeAnimalCapable = section && section->isKeyPresent(Key::XRay2StagePositionC);
+    state->largeAnimalCapable = answerOf([&] {
+        const CPLSection* const section = getCameraInfoSection();
+        return section && hasKey(*section, Key::XRay2StagePositionC);
+    });
     return state->largeAnimalCapable;
 }
 
 bool CPLCameraInfo::isLargeAnimalSelected()
 {
-    state->largeAnimalSelected = storedLargeAnimalPosition().value_or(state->largeAnimalSelected);
+    const auto stored = answerOf(storedLargeAnimalPosition);
+    state->largeAnimalSelected = stored.value_or(state->largeAnimalSelected);
     return state->largeAnimalSelected;
 }
 
@@ -562,7 +578,7 @@ void CPLCameraInfo::setZEVR24Attached(bool on)
     if (on == state->zevr24Attached)
         return;
     state->zevr24Attached = on;
-    storeChoice(PLKeyword::Store::Zevr24, on);
+    storeGuarded(PLKeyword::Store::Zevr24, on);
 }
 
 void CPLCameraInfo::setZoomLensAttached(bool on)
@@ -570,7 +586,7 @@ void CPLCameraInfo::setZoomLensAttached(bool on)
     if (on == state->zoomLensAttached)
         return;
     state->zoomLensAttached = on;
-    storeChoice(PLKeyword::Store::Zoom, on);
+    storeGuarded(PLKeyword::Store::Zoom, on);
 }
 
 void CPLCameraInfo::setCurrentFilterWheelName(const QString& name)
@@ -578,10 +594,13 @@ void CPLCameraInfo::setCurrentFilterWheelName(const QString& name)
     if (name == state->currentFilterWheelName)
         return;
     state->currentFilterWheelName = name;
-    storeChoice(PLKeyword::Store::FilterWheel, name);
+    storeGuarded(PLKeyword::Store::FilterWheel, name);
 }
 
 void CPLCameraInfo::setLargeAnimalState(bool on)
 {
-    storeLargeAnimalPosition(on);
+    guarded([&] {
+        storeLargeAnimalPosition(on);
+        return eSTATUS_SUCCESS;
+    });
 }

@@ -204,17 +204,13 @@ tag_estatus CPLClickInfo::removeSection(QString sectionKey)
 int CPLClickInfo::sectionPosition(const QString& lowerKey) const
 {
     // Making a map key takes memory, so do it only for keys that look alike.
-    for (int i = 0; i < sectionKeys.size(); ++i) {
-        const QString& key = sectionKeys.at(i);
-        if (key.compare(lowerKey, Qt::CaseInsensitive) == 0 && mapKey(key) == lowerKey)
-            return i;
-    }
+    const int position = positionOf(sectionKeys, [&](const QString& key) {
+        return key.compare(lowerKey, Qt::CaseInsensitive) == 0 && mapKey(key) == lowerKey;
+    });
+    if (position >= 0)
+        return position;
     // A few letters, such as a capital I with a dot, do not look like their lower-case form.
-    for (int i = 0; i < sectionKeys.size(); ++i) {
-        if (mapKey(sectionKeys.at(i)) == lowerKey)
-            return i;
-    }
-    return -1;
+    return positionOf(sectionKeys, [&](const QString& key) { return mapKey(key) == lowerKey; });
 }
 
 tag_estatus CPLClickInfo::loadTextBuffer(const QString& text)
@@ -495,62 +491,62 @@ void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, QString* value) const
 {
-    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, int* value) const
 {
-    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, long* value) const
 {
-    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, short* value) const
 {
-    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, float* value) const
 {
-    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, double* value) const
 {
-    return getFrom((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, QString value)
 {
-    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, int value)
 {
-    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, long value)
 {
-    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, short value)
 {
-    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, float value)
 {
-    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, double value)
 {
-    return setIn((*this)[std::move(sectionKey)], std::move(key), value);
+    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
 }
 
 tag_estatus CPLClickInfo::addImageSection(QString path, QString userId, tag_eimagetype type,

@@ -3,6 +3,7 @@
 #include "PLCameraInfo.h"
 #include "PLKeywords.h"
 #include "PLStatus.h"
+#include "internal/Guard.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -12,6 +13,8 @@
 
 #include <array>
 #include <cmath>
+
+using namespace ovparser::internal;
 
 namespace {
 
@@ -439,28 +442,32 @@ double getCCDPixels(const QString& cameraModel, QString systemConfiguration,
 
 bool hasCCDMapData(const CPLClickInfo& info)
 {
-    const CPLSection* const section = info[PLKeyword::Section::CameraSystemInfo];
-    return section && section->isKeyPresent(PLKeyword::Key::CcdMap);
+    return answerOf([&] {
+        const CPLSection* const section = info[PLKeyword::Section::CameraSystemInfo];
+        return section && section->isKeyPresent(PLKeyword::Key::CcdMap);
+    });
 }
 
 bool getFOVName(const CPLClickInfo* info, double fieldOfView, QByteArray& name)
 {
-    const CPLSection* const section =
-        info ? (*info)[PLKeyword::Section::CameraSystemInfo] : nullptr;
-    if (!section)
+    return answerOf([&] {
+        const CPLSection* const section =
+            info ? (*info)[PLKeyword::Section::CameraSystemInfo] : nullptr;
+        if (!section)
+            return false;
+        QStringList keys;
+        checked(section->getKeyList(&keys));
+        for (const QString& key : qAsConst(keys)) {
+            if (!isPositionKey(key) || !hasFieldOfView(*section, key, fieldOfView))
+                continue;
+            const QByteArray position = positionName(key);
+            if (position.isEmpty())
+                continue;
+            name = position;
+            return true;
+        }
         return false;
-    QStringList keys;
-    section->getKeyList(&keys);
-    for (const QString& key : keys) {
-        if (!isPositionKey(key) || !hasFieldOfView(*section, key, fieldOfView))
-            continue;
-        const QByteArray position = positionName(key);
-        if (position.isEmpty())
-            continue;
-        name = position;
-        return true;
-    }
-    return false;
+    });
 }
 
 QString getOVPath(OV_PATH_TAGS tag, bool withSlash, const CPLCameraInfo* camera)

@@ -89,7 +89,7 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 FileBytes readWhole(const QByteArray& path)
 {
     struct stat info = {};
-    if (isPipe(path) || ::stat(path.constData(), &info) != 0)
+    if (!mayBeRead(path) || ::stat(path.constData(), &info) != 0)
         return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
     if (qint64(info.st_size) > maxTextFileSize)
         return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
@@ -288,38 +288,56 @@ QStringList CPLSequenceInfo::getClickNumberList() const
 void CPLSequenceInfo::addClickNumber(QString clickNumber)
 {
     guarded([&] {
+        CPLSection* const section = clickNumberSection();
         clickNumbers.append(clickNumber);
-        datasetCount = int(clickNumbers.size());
-        static const QString sectionKey = Section::ClickNumbers;
-        CPLSection* const section = (*this)[sectionKey];
-        return section ? section->addKeyValue(clickNumberKey(datasetCount), clickNumber)
-                       : eSTATUS_SUCCESS;
+        const auto count = int(clickNumbers.size());
+        try {
+            if (section)
+                addPair(*section, clickNumberKey(count), clickNumber);
+        } catch (...) {
+            clickNumbers.removeLast();
+            throw;
+        }
+        datasetCount = count;
+        return eSTATUS_SUCCESS;
     });
 }
 
 bool CPLSequenceInfo::removeClickNumber(QString clickNumber)
 {
-    if (!answerOf([&] { return clickNumbers.removeOne(clickNumber); }))
-        return false;
-    datasetCount = int(clickNumbers.size());
-    CPLSection* const section = (*this)[Section::ClickNumbers];
-    if (!section)
+    return answerOf([&] {
+        QStringList rest = clickNumbers;
+        if (!rest.removeOne(clickNumber))
+            return false;
+        if (CPLSection* const section = clickNumberSection()) {
+            CPLSection renumbered = *section;
+            renumbered.clearKeyValuePairs();
+            for (int i = 0; i < rest.size(); ++i)
+                addPair(renumbered, clickNumberKey(i + 1), rest.at(i));
+            *section = renumbered;
+        }
+        clickNumbers.swap(rest);
+        datasetCount = int(clickNumbers.size());
         return true;
-    section->clearKeyValuePairs();
-    guarded([&] {
-        for (int i = 0; i < datasetCount; ++i)
-            addPair(*section, clickNumberKey(i + 1), clickNumbers.at(i));
-        return eSTATUS_SUCCESS;
     });
-    return true;
 }
 
 void CPLSequenceInfo::clearSequenceList()
 {
-    clickNumbers.clear();
-    datasetCount = 0;
-    if (CPLSection* const section = (*this)[Section::ClickNumbers])
-        section->clearKeyValuePairs();
+    guarded([&] {
+        CPLSection* const section = clickNumberSection();
+        clickNumbers.clear();
+        datasetCount = 0;
+        if (section)
+            section->clearKeyValuePairs();
+        return eSTATUS_SUCCESS;
+    });
+}
+
+CPLSection* CPLSequenceInfo::clickNumberSection() const
+{
+    static const QString key = Section::ClickNumbers;
+    return sections.value(key);
 }
 
 bool CPLSequenceInfo::isSectionPresent(QString sectionKey) const
@@ -374,7 +392,8 @@ tag_estatus CPLSequenceInfo::removeSection(QString sectionKey)
     return guarded([&] {
         if (!sections.contains(sectionKey))
             return eSTATUS_NULL_ARGUMENT;
-        sectionKeys.removeOne(sectionKey);
+        sectionKeys.removeAt(
+            positionOf(sectionKeys, [&](const QString& key) { return key == sectionKey; }));
         --sectionCount;
         delete sections.take(sectionKey);
         return eSTATUS_SUCCESS;
@@ -416,9 +435,11 @@ void CPLSequenceInfo::addRestoreResult(QString key, QString value)
     if (key.isEmpty() || value.isEmpty())
         return;
     guarded([&] {
-        if (!isSectionPresent(Section::RestoreResults))
-            take(std::make_unique<CPLSection>(Section::RestoreResults, Value::Empty));
-        return (*this)[Section::RestoreResults]->addKeyValue(key, value);
+        if (CPLSection* const section = sections.value(Section::RestoreResults))
+            return section->addKeyValue(key, value);
+        auto section = std::make_unique<CPLSection>(Section::RestoreResults, Value::Empty);
+        addPair(*section, key, value);
+        return take(std::move(section));
     });
 }
 

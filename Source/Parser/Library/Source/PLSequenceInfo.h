@@ -186,6 +186,7 @@ private:
     PARSERLIBRARY_NO_EXPORT void interpret(const QString& sectionKey, const CPLSection& section);
     PARSERLIBRARY_NO_EXPORT tag_estatus take(std::unique_ptr<CPLSection> section);
     PARSERLIBRARY_NO_EXPORT void clearSections();
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT CPLSection* clickNumberSection() const;
 
     QStringList clickNumbers;
     QString sequenceInfoPath;

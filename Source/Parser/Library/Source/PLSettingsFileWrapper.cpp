@@ -273,17 +273,19 @@ CPLSection* CPLSettingsFileWrapper::getSectionByMenuName(const QString& menuName
 QString CPLSettingsFileWrapper::getFileNameForMenuName(const QString& menuName,
                                                        QString prefix) const
 {
-    if (loadMode == eLOAD_FOLDER)
-        return fileForMenuName(folderPath, menuName, prefix);
-    if (loadMode != eLOAD_FILE)
-        return {};
-    QString file;
-    const QList<CPLSection*> named = withMenuName(menuName, Qt::CaseInsensitive);
-    for (const CPLSection* const section : named) {
-        if (section->getRawValue(fileNameTag, &file) == eSTATUS_SUCCESS)
-            break;
-    }
-    return file;
+    return answerOf([&] {
+        if (loadMode == eLOAD_FOLDER)
+            return fileForMenuName(folderPath, menuName, prefix);
+        QString file;
+        if (loadMode != eLOAD_FILE)
+            return file;
+        const QList<CPLSection*> named = withMenuName(menuName, Qt::CaseInsensitive);
+        for (const CPLSection* const section : named) {
+            if (checked(section->getRawValue(fileNameTag, &file)) == eSTATUS_SUCCESS)
+                break;
+        }
+        return file;
+    });
 }
 
 tag_estatus CPLSettingsFileWrapper::setFileNameForMenuName(const QString& menuName,

@@ -22,7 +22,8 @@ enum tag_estatus : int {
     eSTATUS_BAD_FORMAT = 5,
     /** Fewer bytes were read than the file holds. */
     eSTATUS_FILE_READ_FAILED = 10,
-    /** A file could not be opened for reading or writing. A named pipe is never opened. */
+    /** A file could not be opened for reading or writing. A pipe is never opened, a device not to
+       read. */
     eSTATUS_FILE_OPEN_FAILED = 11,
     /** A sequence file does not exist or could not be opened. */
     eSTATUS_FILE_NOT_FOUND = 12,

@@ -121,28 +121,30 @@ int CPLXMLReader::getSiblingElementCount(QDomElement e) const
 
 bool CPLXMLReader::doesElementContainAttribute(QDomElement e, QString name) const
 {
-    return e.hasAttribute(name);
+    return answerOf([&] { return e.hasAttribute(name); });
 }
 
 void CPLXMLReader::getAttributeCount(QDomElement e, int& count) const
 {
-    count = e.attributes().count();
+    count = answerOf([&] { return int(e.attributes().count()); });
 }
 
 QString CPLXMLReader::getAttributeValue(QDomElement e, QString name) const
 {
-    const QString value = e.attribute(name);
-    return value.isNull() ? QString(PLKeyword::Value::Empty) : value;
+    return answerOf([&] {
+        const QString value = e.attribute(name);
+        return value.isNull() ? QString(PLKeyword::Value::Empty) : value;
+    });
 }
 
 bool CPLXMLReader::isTextDataPresent(QDomElement e) const
 {
-    return !e.text().isEmpty();
+    return answerOf([&] { return !e.text().isEmpty(); });
 }
 
 void CPLXMLReader::getTextDataofElement(QDomElement e, QString& text) const
 {
-    text = e.text();
+    text = answerOf([&] { return e.text(); });
 }
 
 QDomElement CPLXMLReader::getFirstChild(QDomElement e)

@@ -68,6 +68,8 @@ private:
 
     KeyForms formsOf(QStringView key)
     {
+        if (key.size() > longestKey)
+            return makeForms(key);
         if (m_slots.empty())
             m_slots.resize(slotCount);
         KeyForms& slot = m_slots[slotOf(key)];
@@ -85,6 +87,7 @@ private:
     }
 
     static constexpr unsigned slotCount = 256;
+    static constexpr qsizetype longestKey = 64; // so that little is held for nothing
 
     std::vector<KeyForms> m_slots;
     std::atomic_flag m_busy = ATOMIC_FLAG_INIT;

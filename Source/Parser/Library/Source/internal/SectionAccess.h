@@ -28,6 +28,22 @@ namespace ovparser::internal {
     return checked(section.getRawValue(key, &value)) == eSTATUS_SUCCESS;
 }
 
+/**
+ * Where a key stands of which there is one; -1 when there is none. It is looked for from both ends,
+ * so that taking keys away one by one is quick in either direction.
+ */
+template <typename Match>
+[[nodiscard]] int positionOf(const QStringList& keys, Match matches)
+{
+    for (int first = 0, last = int(keys.size()) - 1; first <= last; ++first, --last) {
+        if (matches(keys.at(first)))
+            return first;
+        if (matches(keys.at(last)))
+            return last;
+    }
+    return -1;
+}
+
 /** Adds a pair to a section, or gives the pair that has this key a new value. */
 inline void addPair(CPLSection& section, const QString& key, const QString& value)
 {

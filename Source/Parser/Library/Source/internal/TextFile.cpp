@@ -8,23 +8,37 @@ namespace ovparser::internal {
 
 namespace {
 
-/** Whether opening the file cannot wait for another program, as that of a named pipe does. */
-bool mayBeOpened(const QFile& file)
+enum class Kind {
+    Other,  ///< a file or folder, or nothing
+    Pipe,   ///< opening it waits for another program
+    Device, ///< such as a terminal, which may have no end
+};
+
+Kind kindOf(const QByteArray& path)
 {
-    return !file.fileName().isEmpty() && !isPipe(QFile::encodeName(file.fileName()));
+#if defined(S_ISFIFO) && defined(S_ISCHR)
+    struct stat info = {};
+    if (::stat(path.constData(), &info) != 0)
+        return Kind::Other;
+    if (S_ISFIFO(info.st_mode))
+        return Kind::Pipe;
+    return S_ISCHR(info.st_mode) ? Kind::Device : Kind::Other;
+#else
+    Q_UNUSED(path)
+    return Kind::Other;
+#endif
+}
+
+bool isPath(const QByteArray& path)
+{
+    return !path.isEmpty() && !path.contains('\0');
 }
 
 } // namespace
 
-bool isPipe(const QByteArray& path)
+bool mayBeRead(const QByteArray& path)
 {
-#ifdef S_ISFIFO
-    struct stat info = {};
-    return ::stat(path.constData(), &info) == 0 && S_ISFIFO(info.st_mode);
-#else
-    Q_UNUSED(path)
-    return false;
-#endif
+    return isPath(path) && kindOf(path) == Kind::Other;
 }
 
 QByteArray readBounded(QIODevice& device, qint64 limit)
@@ -46,12 +60,14 @@ QByteArray readBounded(QIODevice& device, qint64 limit)
 
 bool openToRead(QFile& file)
 {
-    return mayBeOpened(file) && file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    return mayBeRead(QFile::encodeName(file.fileName())) &&
+           file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
 bool openToWrite(QFile& file, QIODevice::OpenMode how)
 {
-    return mayBeOpened(file) && file.open(QIODevice::WriteOnly | how);
+    const QByteArray path = QFile::encodeName(file.fileName());
+    return isPath(path) && kindOf(path) != Kind::Pipe && file.open(QIODevice::WriteOnly | how);
 }
 
 tag_estatus readFile(const QString& path, QByteArray* bytes)

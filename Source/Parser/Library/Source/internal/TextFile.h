@@ -24,11 +24,13 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
 /** Reads a device to its end, but no more than one byte beyond a limit. */
 [[nodiscard]] QByteArray readBounded(QIODevice& device, qint64 limit);
 
-/** Whether a path, in the file system's encoding, is that of a pipe. */
-[[nodiscard]] bool isPipe(const QByteArray& path);
-
-/** Opens a file to read, without a buffer; a pipe, which may have nothing to give, is not opened.
+/**
+ * Whether a path, in the file system's encoding, may be opened to read: it is not that of a pipe,
+ * which may have nothing to give, nor of a device, which may have no end.
  */
+[[nodiscard]] bool mayBeRead(const QByteArray& path);
+
+/** Opens a file to read, without a buffer, if its path may be opened. */
 [[nodiscard]] bool openToRead(QFile& file);
 
 /** Opens a file to write; neither is a pipe opened for that. */
