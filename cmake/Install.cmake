@@ -11,7 +11,16 @@ install(TARGETS ovparser EXPORT ovparserTargets
 list(TRANSFORM OVPARSER_PUBLIC_HEADERS PREPEND Source/Parser/ OUTPUT_VARIABLE headers)
 install(FILES ${headers}
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ovparser COMPONENT development)
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
+  PATTERN CMakeLists.txt EXCLUDE
+  PATTERN "*.cmake" EXCLUDE
+  PATTERN "*.awk" EXCLUDE
+  PATTERN "*.sed" EXCLUDE
+  PATTERN "*.dot" EXCLUDE
+  PATTERN "*.dox" EXCLUDE
+  PATTERN Doxyfile EXCLUDE)
 
 # CMake: the same files for the installed library and for the one in the build tree.
 string(REPLACE ";" " " OVPARSER_QT_COMPONENTS "${OVPARSER_QT_MODULES}")
@@ -39,7 +48,9 @@ install(FILES ${CMAKE_BINARY_DIR}/ovparser.pc
 
 if(OVPARSER_BUILD_TOOL)
   # Anywhere but in the system's folders the program finds the library by its own place.
+  set(zsh_completions vendor-completions)
   if(UNIX AND NOT CMAKE_INSTALL_PREFIX MATCHES "^/usr/?$")
+    set(zsh_completions site-functions)
     file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(ovinfo PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
   endif()
@@ -47,7 +58,7 @@ if(OVPARSER_BUILD_TOOL)
   foreach(entry IN ITEMS
       ovinfo.1:${CMAKE_INSTALL_MANDIR}/man1:ovinfo.1
       completions/ovinfo.bash:${CMAKE_INSTALL_DATADIR}/bash-completion/completions:ovinfo
-      completions/_ovinfo:${CMAKE_INSTALL_DATADIR}/zsh/site-functions:_ovinfo)
+      completions/_ovinfo:${CMAKE_INSTALL_DATADIR}/zsh/${zsh_completions}:_ovinfo)
     string(REPLACE ":" ";" entry ${entry})
     list(GET entry 0 file)
     list(GET entry 1 folder)

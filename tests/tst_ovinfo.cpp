@@ -26,8 +26,8 @@ private Q_SLOTS:
         const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
         const QStringList none;
         support::row("help", QStringList{"--help"_s}, 0, QStringList{"ovinfo study"_s}, ""_s);
-        support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0, QStringList{"get FILE SECTION KEY"_s},
-                     ""_s);
+        support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0,
+                     QStringList{"get [options] FILE SECTION KEY"_s}, ""_s);
         support::row("no verb", none, 2, none, "no verb given"_s);
         support::row("unknown verb", QStringList{"shwo"_s}, 2, none, "no verb 'shwo'"_s);
         support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE SECTION KEY"_s);
@@ -220,6 +220,17 @@ private Q_SLOTS:
             "mark-in-line");
         row("index", "*** Structure reference:A;x\n*** y:z\nend\n",
             "1 piece-without-colon,2 reference-without-name,3 line-without-mark");
+        row("DICOM without click info", QByteArray(128, '\0') + "DICM", "0 not-loaded");
+        row("label set with a blank", "*** User Label Name Set: Mouse\r\nUser:\r\n",
+            "0 label-set-header,1 not-in-written-form");
+        row("extension", "*** Extension Info:\t\r\nExtension name:\ta\r\n\r\n\r\n\r\n",
+            "0 extension-incomplete,0 extension-incomplete,0 extension-incomplete");
+        row("keys of an instrument", "A: 1\r\n*** Camera System Info:\t\r\nB:\t1\r\n\r\n\r\n\r\n",
+            "0 key-before-section");
+        row("menus",
+            "*** Source Model 1:\t\r\nMenuName:\ta\r\n\r\n*** Source Model 3:\t\r\nMenuName:\tb\r\n\r\n\r\n\r\n",
+            "0 menu-incomplete");
+        row("settings", "*** A:\t\r\nMenuName:\ta\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n", "0 menu-name-missing");
         row("no XML", "<a>\n</b>", "2 malformed-xml");
     }
 

@@ -187,6 +187,20 @@ private:
         add("index", 2000, onFresh<CPLBkgSummaryInfo>(references, index));
         const auto pairs = [](int count) { return "***Structure reference: A;" + numbered("k%:v;", count) + '\n'; };
         add("index pairs", 5000, onFresh<CPLBkgSummaryInfo>(pairs, index));
+        const auto filters = [](int count) { return numbered("***Fluorescent reference: A%;k:v;\n", count); };
+        const auto filterIndex = [](CPLBkgSummaryInfo& info, Path path, Bytes) { info.FLload(path); };
+        add("filter index", 2000, onFresh<CPLBkgSummaryInfo>(filters, filterIndex));
+        const auto dicom = [](CPLClickInfo& info, Path, Bytes text) {
+            info.loadClickInfoDcm(text.constData(), int(text.size()));
+        };
+        add("DICOM text", 2000, onFresh<CPLClickInfo>(manySections, dicom));
+        const auto again = [](int count) { return "*** A: a\n" + QByteArray("key: value\n").repeated(count); };
+        const auto saveAgain = [](CPLClickInfo& info, Path path, Bytes) {
+            info.loadClickInfo(path, false);
+            QVERIFY(info[0]->count() > 0);
+            info.saveClickInfo(folder.filePath("output"_s));
+        };
+        add("one key again and again", 5000, onFresh<CPLClickInfo>(again, saveAgain));
         const auto settings = [](CPLSettingsFileWrapper& info, Path path, Bytes) { info.load(path); };
         add("settings", 2000, onFresh<CPLSettingsFileWrapper>(manySections, settings));
         const auto menus = [](int count) { return numbered("*** Source Model %:\nMenuName: M%\n", count); };
@@ -239,12 +253,26 @@ private:
                 Info copy(info);
                 copy.clearData();
             }));
+        add("sections away", 2000, onLoaded<Info>([](Info& info, int size) {
+                Info copy(info);
+                for (int i = size; i > 0; --i)
+                    QCOMPARE(copy.removeSection("preset %1"_s.arg(i)), eSTATUS_SUCCESS);
+            }));
         add("new sections", 2000,
             repeated<Info>([](Info& info, int i) { info.addSection(new CPLSection("S%1"_s.arg(i), ""_s)); }));
         add("new pairs", 2000, repeated<CPLSection>([](CPLSection& section, int i) {
                 section.addKeyValue("k%1"_s.arg(i), "v"_s);
                 QVERIFY(section.isKeyPresent("K%1"_s.arg(i)) && section[i] == "v"_s);
             }));
+        add("sequence sections", 2000, [](int size) -> Work {
+            return [size] {
+                CPLSequenceInfo sequence;
+                for (int i = 0; i < size; ++i)
+                    sequence.addSection(new CPLSection("S%1"_s.arg(i), ""_s));
+                for (int i = size; i-- > 0;)
+                    QCOMPARE(sequence.removeSection("S%1"_s.arg(i)), eSTATUS_SUCCESS);
+            };
+        });
         add("dataset numbers", 2000, repeated<CPLSequenceInfo>([](CPLSequenceInfo& sequence, int i) {
                 sequence.addClickNumber("A%1"_s.arg(i));
                 QVERIFY(!sequence.getDatasetPath(i).isEmpty());

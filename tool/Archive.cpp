@@ -24,10 +24,12 @@ void read(Found* found)
         return;
     CPLClickInfo info;
     const tag_estatus status = info.loadClickInfo(path, false);
-    if (status == eSTATUS_SUCCESS)
-        readAcquisition(info, &found->acquisition);
-    else
+    if (status != eSTATUS_SUCCESS)
         found->problem = explained(status);
+    else if (!info[0])
+        found->problem = QStringLiteral("no section; not a file that the library knows");
+    else
+        readAcquisition(info, &found->acquisition);
 }
 
 } // namespace
@@ -55,6 +57,11 @@ bool ArchiveWalk::report(const QString& path, const QString& problem, double pro
 bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double span)
 {
     const QFileInfo info(folder);
+    if (m_recursive && !info.isDir()) {
+        // A system file, or a name that this locale cannot spell.
+        const bool unspelled = !info.exists() && !info.isSymLink();
+        return !unspelled || report(folder, QStringLiteral("the name cannot be read"), start);
+    }
     const QString canonical = info.canonicalFilePath();
     if (m_visited.contains(canonical))
         return true;
@@ -84,8 +91,8 @@ bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double
 bool ArchiveWalk::visitChildren(const QString& folder, const QSet<QString>& listed, double start,
                                 double span)
 {
-    const QStringList children =
-        QDir(folder).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    const QStringList children = QDir(folder).entryList(
+        QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
     const double step = children.isEmpty() ? 0 : span / double(children.size());
     double place = start;
     for (const QString& child : children) {

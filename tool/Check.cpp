@@ -3,6 +3,7 @@
 #include "Document.h"
 #include "Files.h"
 #include "InfoScan.h"
+#include "KindCheck.h"
 
 #include <QtCore/QHash>
 
@@ -434,7 +435,9 @@ CheckedFile checkFile(const QString& path)
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
     Checker checker(document.bytes(), &result);
-    if (document.kind() == FileKind::SpectralAnalysis) {
+    if (!loads && document.isDicom()) {
+        checker.problem(0, "not-loaded", document.problem());
+    } else if (document.kind() == FileKind::SpectralAnalysis) {
         if (!loads)
             checkSpectral(path, document, &checker);
     } else if (document.kind() == FileKind::Sequence) {
@@ -447,6 +450,10 @@ CheckedFile checkFile(const QString& path)
     const auto written = loads ? document.writtenForm() : std::nullopt;
     if (written)
         checker.checkWrittenForm(*written);
+    if (loads) {
+        const std::vector<Finding> more = checkKind(path, document);
+        result.findings.insert(result.findings.end(), more.begin(), more.end());
+    }
     std::stable_sort(result.findings.begin(), result.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return result;

@@ -101,11 +101,6 @@ bool isXml(const QByteArray& bytes)
     return start.mid(start.startsWith("\xEF\xBB\xBF") ? 3 : 0).trimmed().startsWith('<');
 }
 
-bool isDicom(const QByteArray& bytes)
-{
-    return bytes.mid(128, 4) == "DICM";
-}
-
 /** Where the click info begins that was appended last, at its "ClickNumber" header; or -1. */
 int appendedText(const QByteArray& bytes)
 {
@@ -169,7 +164,7 @@ bool Document::load(const QString& file)
     m_wasRead = true;
     if (isXml(m_bytes))
         return loadSpectral(file);
-    if (isDicom(m_bytes))
+    if (isDicom())
         return loadDicom();
     return loadIndex(file) || loadText(file);
 }
@@ -177,6 +172,11 @@ bool Document::load(const QString& file)
 QString Document::kindName() const
 {
     return namesOf(m_kind).name;
+}
+
+bool Document::isDicom() const
+{
+    return m_bytes.mid(128, 4) == "DICM";
 }
 
 bool Document::isIndex() const
@@ -267,11 +267,12 @@ bool Document::loadSummary(const QString& file)
 
 bool Document::loadDicom()
 {
-    m_textStart = appendedText(m_bytes);
-    if (m_textStart < 0) {
+    const int start = appendedText(m_bytes);
+    if (start < 0) {
         m_problem = QStringLiteral("a DICOM file without click info");
         return false;
     }
+    m_textStart = start;
     const tag_estatus status = m_text.loadTextBuffer(decode(m_bytes.mid(m_textStart)));
     if (status != eSTATUS_SUCCESS)
         return setProblem(status);

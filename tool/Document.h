@@ -75,6 +75,9 @@ public:
     /** Where the text begins in them: behind the image in a DICOM file. */
     [[nodiscard]] int textStart() const { return m_textStart; }
 
+    /** Whether it is a DICOM file. */
+    [[nodiscard]] bool isDicom() const;
+
     /** Whether the lines before the first header line are those of the first section. */
     [[nodiscard]] bool startsWithoutHeader() const { return m_startsWithoutHeader; }
 

@@ -47,11 +47,12 @@ int getCommand(const QStringList& words)
         return fail(arguments.at(0), document.problem());
     const CPLSection* const section = document.section(arguments.at(1));
     if (!section)
-        return fail(arguments.at(1), eSTATUS_SECTION_NOT_FOUND);
+        return fail(arguments.at(0) + QLatin1String(": ") + arguments.at(1),
+                    eSTATUS_SECTION_NOT_FOUND);
     QString value;
     const tag_estatus found = section->getValue(arguments.at(2), &value);
     if (found != eSTATUS_SUCCESS)
-        return fail(arguments.at(2), found);
+        return fail(arguments.at(0) + QLatin1String(": ") + arguments.at(2), found);
     if (parser.isSet(json))
         print(jsonOf(arguments.at(0), *section, arguments.at(2)));
     else // The last value of a reference keeps the line end of its file.

@@ -64,7 +64,8 @@ ExitCode create(const QString& image, const QString& user, const ImageKind& kind
 int newCommand(const QStringList& words)
 {
     QCommandLineParser parser;
-    const QCommandLineOption user = option("user", "ID", "The user; the click number begins so.");
+    const QCommandLineOption user =
+        option("user", "ID", "The user, without whom there is no click number; it begins so.");
     const QCommandLineOption type =
         option("type", "TYPE", "photograph (if not given), luminescent or structure.");
     const QCommandLineOption binning = option("binning", "N", "Binning factor; 1 if not given.");
@@ -93,6 +94,8 @@ int newCommand(const QStringList& words)
     const QString file = parser.isSet(output)
                              ? parser.value(output)
                              : image.path() + QLatin1Char('/') + PLKeyword::File::ClickInfo;
+    if (QFileInfo(file).canonicalFilePath() == image.canonicalFilePath())
+        return fail(file, QLatin1String("is the image itself"));
     const bool appended = file.endsWith(PLKeyword::File::DicomSuffix);
     if (!otherThanFile(file).isEmpty())
         return fail(file, otherThanFile(file));

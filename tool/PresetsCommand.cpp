@@ -71,9 +71,9 @@ int presetsCommand(const QStringList& words)
     const tag_estatus status = wrapper.load(path);
     if (status != eSTATUS_SUCCESS)
         return fail(path, status);
-    if (!folder && !wrapper[0])
-        return fail(BadFile, path + QLatin1String(": holds no settings"));
     const QList<QStringList> rows = folder ? filesOf(QDir(path)) : settingsOf(wrapper);
+    if (!folder && rows.isEmpty())
+        return fail(BadFile, path + QLatin1String(": holds no settings"));
     if (parser.isSet(json)) {
         print(jsonOf(path, rows));
         return Success;

@@ -97,10 +97,10 @@ ExitCode change(const QString& file, const Change& change)
         return fail(file, document.problem());
     const CPLSection* const section = document.section(change.section);
     if (!section)
-        return fail(change.section, eSTATUS_SECTION_NOT_FOUND);
+        return fail(file + QLatin1String(": ") + change.section, eSTATUS_SECTION_NOT_FOUND);
     const auto place = findValue(document, change.section, change.key);
     if (!place || change.key.isEmpty() || !section->isKeyPresent(change.key))
-        return fail(change.key, eSTATUS_KEY_NOT_FOUND);
+        return fail(file + QLatin1String(": ") + change.key, eSTATUS_KEY_NOT_FOUND);
     const auto value = encoded(change.value, *place);
     if (!value)
         return fail(WrongUsage,
@@ -119,6 +119,8 @@ ExitCode change(const QString& file, const Change& change)
 int setCommand(const QStringList& words)
 {
     QCommandLineParser parser;
+    // A value may begin with '-'.
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
     parser.setApplicationDescription(QLatin1String(
         "Changes one value of a file in place; every other byte stays. The key must be there "
         "already; its comment stays unless VALUE brings one ('12.5 # cm')."));

@@ -5,6 +5,8 @@
 #include "SpectralText.h"
 #include "Terminal.h"
 
+#include <QtCore/QFileInfo>
+
 int spectralCommand(const QStringList& words)
 {
     QCommandLineParser parser;
@@ -23,6 +25,9 @@ int spectralCommand(const QStringList& words)
     const auto file = readSpectralFile(path, &problem);
     if (!file)
         return fail(BadFile, path + QLatin1String(": ") + problem);
+    if (parser.isSet(svg) &&
+        QFileInfo(parser.value(svg)).canonicalFilePath() == QFileInfo(path).canonicalFilePath())
+        return fail(path, QLatin1String("the drawing would replace the file itself"));
     if (parser.isSet(svg) && !writeSpectralSvg(*file, parser.value(svg)))
         return fail(BadFile, parser.value(svg) + QLatin1String(": cannot be written"));
     if (parser.isSet(json))

@@ -138,18 +138,27 @@ QList<Click> clicksOf(const QDomElement& clickInfo)
     return clicks;
 }
 
-/** Adds the values of a plot or fit, unless it holds another number than it states. */
+/**
+ * Adds the values of a plot or fit, unless it holds another number than it states.
+ *
+ * @return what is wrong; empty when nothing is
+ */
 template <typename Record, std::size_t N>
-void addValues(const QDomElement& results, QLatin1String total, Spectral::ElementId id,
-               const Field<Record> (&fields)[N], QList<Record>* list)
+QString addValues(const QDomElement& results, QLatin1String total, Spectral::ElementId id,
+                  const Field<Record> (&fields)[N], QList<Record>* list)
 {
-    if (results.attribute(total).toInt() != results.childNodes().count())
-        return;
+    const QString stated = results.attribute(total);
+    const int held = results.childNodes().count();
+    if (stated.toInt() != held)
+        return QStringLiteral("%1 of '%2' states %3 values and holds %4; none is read")
+            .arg(results.tagName(), results.attribute(Attribute::RoiLabel), stated)
+            .arg(held);
     forEachChild(results, [&](const QDomElement& element) {
         Record record;
         if (readIf(id, element, fields, &record))
             list->append(record);
     });
+    return {};
 }
 
 /** Collects analyses and curves from the children of the root, in one pass. */
@@ -164,6 +173,7 @@ public:
 
 private:
     SpectralCurve& curveOf(const QDomElement& element);
+    void addFault(const QString& fault);
 
     SpectralFile& m_contents;
     QHash<QString, int> m_places; // of the curves, by label in lower case
@@ -176,12 +186,18 @@ void Collector::add(const QDomElement& element)
         analysis.clicks = clicksOf(element.nextSibling().toElement());
         m_contents.analyses.append(analysis);
     } else if (is(element, Spectral::PlotResults)) {
-        addValues(element, Attribute::TotalPlotValues, Spectral::PlotValues, plotFields,
-                  &curveOf(element).plot);
+        addFault(addValues(element, Attribute::TotalPlotValues, Spectral::PlotValues, plotFields,
+                           &curveOf(element).plot));
     } else if (is(element, Spectral::FitResults)) {
-        addValues(element, Attribute::TotalFitValues, Spectral::FitValues, fitFields,
-                  &curveOf(element).fit);
+        addFault(addValues(element, Attribute::TotalFitValues, Spectral::FitValues, fitFields,
+                           &curveOf(element).fit));
     }
+}
+
+void Collector::addFault(const QString& fault)
+{
+    if (!fault.isEmpty())
+        m_contents.faults.append(fault);
 }
 
 /** The curve of a plot's or fit's region of interest, whose label was perhaps spelled otherwise. */

@@ -47,6 +47,8 @@ struct SpectralFile
     QList<_tagSROISpectralResults> results;
     QList<SpectralCurve> curves;
     std::optional<LinearFit> linearFit;
+    QStringList
+        faults; ///< plots and fits that are not read since they hold another number of values
 };
 
 /**

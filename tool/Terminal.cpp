@@ -42,10 +42,13 @@ std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
     const QString usage = QLatin1String("; see 'ovinfo ") + verb + QLatin1String(" --help'");
     // The parser takes its first word for the name of a program.
     if (!parser.parse(QStringList(verb) + words))
-        return fail(WrongUsage, parser.errorText() + usage);
+        return fail(WrongUsage,
+                    parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$"))) + usage);
     if (parser.isSet(help)) {
-        // The usage line has named the arguments already.
-        print(parser.helpText().section(QLatin1String("\nArguments:"), 0, 0));
+        // Qt's own usage line names the program's path, and options in front of the verb.
+        const QString text = parser.helpText().section(QLatin1String("\nArguments:"), 0, 0);
+        print(QStringLiteral("Usage: ovinfo %1 [options] %2\n").arg(verb, arguments) +
+              text.section(QLatin1Char('\n'), 1));
         return Success;
     }
     const auto given = parser.positionalArguments().size();

@@ -114,7 +114,11 @@ CPLSection::Entries::Entries(QStringView body, KeyCache* cache)
 {
     KeyCache::User keys(cache);
     int comments = 0;
-    LineReader lines(trimmed(body));
+    const QStringView text = trimmed(body);
+    const auto lineEnds = std::count(text.begin(), text.end(), QLatin1Char('\n'));
+    entryKeys.reserve(int(lineEnds) + 1);
+    mappedKeys.reserve(int(lineEnds) + 1);
+    LineReader lines(text);
     for (QStringView line; lines.next(&line);) {
         const QStringView content = trimmed(line);
         const ColonCut cut = cutAtColon(content);
@@ -142,12 +146,10 @@ void CPLSection::Entries::append(const KeyForms& key, const QString& value)
 void CPLSection::Entries::put(const QString& key, const QString& value)
 {
     const QString lowerKey = mapKey(key);
-    const auto place = values.lowerBound(lowerKey);
-    if (place != values.end() && place.key() == lowerKey) {
-        *place = value;
+    const auto before = values.size();
+    const auto entry = values.insert(lowerKey, value);
+    if (values.size() == before)
         return;
-    }
-    const auto entry = values.insert(decltype(values)::const_iterator(place), lowerKey, value);
     try {
         entryKeys.append(key);
         mappedKeys.append(lowerKey);

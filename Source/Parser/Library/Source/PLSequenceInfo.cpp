@@ -13,7 +13,9 @@
 #include <QtCore/QStringBuilder>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <utility>
@@ -37,7 +39,9 @@ constexpr std::ptrdiff_t maxSpanningKey = 128;
 
 QString clickNumberKey(int number)
 {
-    return Key::ClickNumberPrefix % QString::number(number);
+    char digits[16];
+    const char* const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    return Key::ClickNumberPrefix % QLatin1String(digits, int(end - digits));
 }
 
 /** Finds the section mark "*** " in a range of bytes; `last` when there is none. */

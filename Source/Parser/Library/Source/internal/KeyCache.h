@@ -50,13 +50,18 @@ public:
 
         Q_DISABLE_COPY(User)
 
-        [[nodiscard]] KeyForms formsOf(QStringView key)
+        /** The forms of a key; good until the next call. */
+        [[nodiscard]] const KeyForms& formsOf(QStringView key)
         {
-            return m_cache ? m_cache->formsOf(key) : makeForms(key);
+            if (m_cache && key.size() <= longestKey)
+                return m_cache->formsOf(key);
+            m_uncached = makeForms(key);
+            return m_uncached;
         }
 
     private:
         KeyCache* m_cache;
+        KeyForms m_uncached;
     };
 
 private:
@@ -66,10 +71,8 @@ private:
         return {spelled, mapKey(spelled)};
     }
 
-    KeyForms formsOf(QStringView key)
+    const KeyForms& formsOf(QStringView key)
     {
-        if (key.size() > longestKey)
-            return makeForms(key);
         if (m_slots.empty())
             m_slots.resize(slotCount);
         KeyForms& slot = m_slots[slotOf(key)];
