@@ -8,6 +8,7 @@
 #include <QtCore/QRegularExpression>
 
 #include <clocale>
+#include <filesystem>
 
 class TestOvinfo : public QObject
 {
@@ -327,6 +328,11 @@ private Q_SLOTS:
         QCOMPARE(int(csv.output.count("\r\n"_s)), 4);
         const Answer all = run(study + list + QStringList{"--json"_s});
         QCOMPARE(int(QJsonDocument::fromJson(all.output.toUtf8())["failures"_s].toArray().size()), 1);
+        const std::string unspelled = (archive + "/lone/"_s).toStdString() + "\xFF";
+        QVERIFY(std::filesystem::create_directory(unspelled));
+        const QString error = run(study + QStringList{archive}).error;
+        std::filesystem::remove(unspelled); // which Qt cannot
+        QVERIFY2(error.contains("this locale cannot spell the name"_s), qPrintable(error));
     }
 
     // The names that the program has are those of its help.

@@ -5,6 +5,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
+#include <filesystem>
+#include <system_error>
+
 namespace {
 
 /** So many acquisitions per thread may be on their way; it bounds the memory. */
@@ -13,6 +16,23 @@ constexpr int windowPerThread = 64;
 QString inFolder(const QString& folder, const QString& name)
 {
     return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
+}
+
+/** The folders in a folder that Qt passes over, since their names are none in this locale. */
+QStringList unspelledFolders(const QString& folder)
+{
+    using Entries = std::filesystem::directory_iterator;
+    QStringList names;
+    std::error_code error;
+    Entries entry(QFile::encodeName(folder).toStdString(), error);
+    for (; !error && entry != Entries(); entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        const QString spelled = QFile::decodeName(name.c_str());
+        std::error_code unknown;
+        if (QFile::encodeName(spelled) != name.c_str() && entry->is_directory(unknown))
+            names.append(spelled);
+    }
+    return names;
 }
 
 /** Reads an acquisition. Each has a document of its own, so that threads share none. */
@@ -57,11 +77,6 @@ bool ArchiveWalk::report(const QString& path, const QString& problem, double pro
 bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double span)
 {
     const QFileInfo info(folder);
-    if (m_recursive && !info.isDir()) {
-        // A system file, or a name that this locale cannot spell.
-        const bool unspelled = !info.exists() && !info.isSymLink();
-        return !unspelled || report(folder, QStringLiteral("the name cannot be read"), start);
-    }
     const QString canonical = info.canonicalFilePath();
     if (m_visited.contains(canonical))
         return true;
@@ -91,9 +106,15 @@ bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double
 bool ArchiveWalk::visitChildren(const QString& folder, const QSet<QString>& listed, double start,
                                 double span)
 {
-    const QStringList children = QDir(folder).entryList(
-        QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    const QStringList children =
+        QDir(folder).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     const double step = children.isEmpty() ? 0 : span / double(children.size());
+    const QStringList passedOver = unspelledFolders(folder);
+    for (const QString& child : passedOver) {
+        if (!report(inFolder(folder, child), QStringLiteral("this locale cannot spell the name"),
+                    start))
+            return false;
+    }
     double place = start;
     for (const QString& child : children) {
         if (!visit(inFolder(folder, child), listed.contains(child), place, step))
