@@ -21,7 +21,7 @@ void add(Findings* findings, const char* code, const QString& message)
     findings->push_back({0, true, code, message});
 }
 
-void checkLabelSet(const Document& document, Findings* findings)
+void checkLabelSet(const QString&, const Document& document, Findings* findings)
 {
     QByteArray bytes = document.bytes();
     bytes.replace("\r\n", "\n").replace('\r', '\n');
@@ -36,7 +36,7 @@ void checkLabelSet(const Document& document, Findings* findings)
                 .arg(getStatusString(status)));
 }
 
-void checkExtension(const Document& document, Findings* findings)
+void checkExtension(const QString&, const Document& document, Findings* findings)
 {
     const CPLSection* const head = document.section(Section::ExtensionInfo);
     for (const QLatin1String key :
@@ -53,7 +53,7 @@ void checkExtension(const Document& document, Findings* findings)
                 "no section 'Camera System Info'; instruments do without this extension"));
 }
 
-void checkInstrument(const Document& document, Findings* findings)
+void checkInstrument(const QString&, const Document& document, Findings* findings)
 {
     const QStringList lines = document.preamble();
     for (const QString& line : lines) {
@@ -64,7 +64,7 @@ void checkInstrument(const Document& document, Findings* findings)
     }
 }
 
-void checkAnalysis(const Document& document, Findings* findings)
+void checkAnalysis(const QString&, const Document& document, Findings* findings)
 {
     if (!document.preamble().isEmpty())
         findings->push_back(
@@ -87,7 +87,7 @@ void checkOptics(const QString& path, const Document& document, Findings* findin
                 .arg(sections));
 }
 
-void checkSettings(const Document& document, Findings* findings)
+void checkSettings(const QString&, const Document& document, Findings* findings)
 {
     const QList<CPLSection*> sections = document.sections();
     for (const CPLSection* const section : sections) {
@@ -98,41 +98,33 @@ void checkSettings(const Document& document, Findings* findings)
     }
 }
 
-void checkSpectral(const Document& document, Findings* findings)
+void checkSpectral(const QString&, const Document& document, Findings* findings)
 {
     for (const QString& fault : document.spectral()->faults)
         add(findings, "total-differs", fault);
 }
+
+struct KindCheck
+{
+    FileKind kind = FileKind::InfoText;
+    void (*check)(const QString& path, const Document& document, Findings* findings) = nullptr;
+};
+
+constexpr KindCheck kindChecks[] = {
+    {FileKind::LabelSet, checkLabelSet},         {FileKind::InstrumentExtension, checkExtension},
+    {FileKind::Instrument, checkInstrument},     {FileKind::AnalyzedAcquisition, checkAnalysis},
+    {FileKind::OpticalProperties, checkOptics},  {FileKind::Settings, checkSettings},
+    {FileKind::SpectralAnalysis, checkSpectral},
+};
 
 } // namespace
 
 std::vector<Finding> checkKind(const QString& path, const Document& document)
 {
     Findings findings;
-    switch (document.kind()) {
-    case FileKind::LabelSet:
-        checkLabelSet(document, &findings);
-        break;
-    case FileKind::InstrumentExtension:
-        checkExtension(document, &findings);
-        break;
-    case FileKind::Instrument:
-        checkInstrument(document, &findings);
-        break;
-    case FileKind::AnalyzedAcquisition:
-        checkAnalysis(document, &findings);
-        break;
-    case FileKind::OpticalProperties:
-        checkOptics(path, document, &findings);
-        break;
-    case FileKind::Settings:
-        checkSettings(document, &findings);
-        break;
-    case FileKind::SpectralAnalysis:
-        checkSpectral(document, &findings);
-        break;
-    default:
-        break;
+    for (const KindCheck& row : kindChecks) {
+        if (row.kind == document.kind())
+            row.check(path, document, &findings);
     }
     return findings;
 }
