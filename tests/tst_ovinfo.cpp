@@ -222,6 +222,8 @@ private Q_SLOTS:
         row("index", "*** Structure reference:A;x\n*** y:z\nend\n",
             "1 piece-without-colon,2 reference-without-name,3 line-without-mark");
         row("DICOM without click info", QByteArray(128, '\0') + "DICM", "0 not-loaded");
+        row("DICOM with a malformed header", QByteArray(128, '\0') + "DICM*** ClickNumber: A\nk: v\n*** b\n",
+            "3 header-without-colon");
         row("label set with a blank", "*** User Label Name Set: Mouse\r\nUser:\r\n",
             "0 label-set-header,1 not-in-written-form");
         row("extension", "*** Extension Info:\t\r\nExtension name:\ta\r\n\r\n\r\n\r\n",

@@ -435,7 +435,7 @@ CheckedFile checkFile(const QString& path)
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
     Checker checker(document.bytes(), &result);
-    if (!loads && document.isDicom()) {
+    if (!loads && document.isDicom() && document.textStart() == 0) {
         checker.problem(0, "not-loaded", document.problem());
     } else if (document.kind() == FileKind::SpectralAnalysis) {
         if (!loads)

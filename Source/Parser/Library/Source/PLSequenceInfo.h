@@ -98,14 +98,14 @@ public:
     /** The click numbers in sequence order. */
     [[nodiscard]] QStringList getClickNumberList() const;
 
-    /** Appends a click number to the list and to a held "ClickNumbers" section. */
+    /** Appends a click number to the list and to a held "ClickNumbers" section: to both or none. */
     void addClickNumber(QString clickNumber);
 
     /**
      * Removes the first occurrence of a click number; a held "ClickNumbers" section is numbered
      * anew.
      *
-     * @return false when it is not listed
+     * @return false when it is not listed or memory runs out; then nothing has changed
      */
     bool removeClickNumber(QString clickNumber);
 
