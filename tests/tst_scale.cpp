@@ -4,6 +4,7 @@
  * files of an extreme form load within a bound. Processor time counts, so that other programs do
  * not.
  */
+#include "support/Heap.h"
 #include "support/Support.h"
 
 #include <QtCore/QBuffer>
@@ -111,6 +112,8 @@ class TestScale : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void initTestCase() { support::keepFreedMemory(); }
 
     void growth_data()
     {
