@@ -225,16 +225,26 @@ private Q_SLOTS:
         row("DICOM with a malformed header", QByteArray(128, '\0') + "DICM*** ClickNumber: A\nk: v\n*** b\n",
             "3 header-without-colon");
         row("label set with a blank", "*** User Label Name Set: Mouse\r\nUser:\r\n",
-            "0 label-set-header,1 not-in-written-form");
+            "1 not-in-written-form,1 label-set-header");
         row("extension", "*** Extension Info:\t\r\nExtension name:\ta\r\n\r\n\r\n\r\n",
-            "0 extension-incomplete,0 extension-incomplete,0 extension-incomplete");
-        row("keys of an instrument", "A: 1\r\n*** Camera System Info:\t\r\nB:\t1\r\n\r\n\r\n\r\n",
-            "0 key-before-section");
+            "0 extension-incomplete,1 extension-incomplete,1 extension-incomplete");
+        row("keys of an instrument", "n\r\nA: 1\r\n*** Camera System Info:\t\r\nB:\t1\r\n\r\n\r\n\r\n",
+            "2 key-before-section");
+        row("analysis", "n\r\n*** ClickNumber:\tA\r\nk:\tv\r\n\r\n*** Analysis User Input:\t\r\n\r\n\r\n\r\n",
+            "1 preamble-dropped");
+        row("time", "*** Background Click:\tA\r\nTime:\t01:02\r\n*** Background Click:\tB\r\ntime:\t01:2 # c\r\n",
+            "4 time-completed");
         row("menus",
             "*** Source Model 1:\t\r\nMenuName:\ta\r\n\r\n*** Source Model 3:\t\r\nMenuName:\tb\r\n\r\n\r\n\r\n",
-            "0 menu-incomplete");
-        row("settings", "*** A:\t\r\nMenuName:\ta\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n", "0 menu-name-missing");
+            "4 menu-incomplete");
+        row("settings", "*** A:\t\r\nMenuName:\ta\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n", "4 menu-name-missing");
         row("no XML", "<a>\n</b>", "2 malformed-xml");
+        row("spectral",
+            QByteArray(
+                "<OV>\n<OV.Plot.Results Total.Plot.Values='2'>\n<OV.Plot.Values Intensity='1e3' Wave.Length='x'/>\n"
+                "</OV.Plot.Results>\n<OV.Click.ROI.Properties ROI.Pixels='1.5' Xc=''/></OV>")
+                .replace("OV", "OV3.0.SpectralAnalysis"),
+            "2 total-differs,3 not-a-number,5 not-a-number,5 not-a-number");
     }
 
     void checksAFile()
@@ -279,6 +289,11 @@ private Q_SLOTS:
         QCOMPARE(run(words).code, 1);
         QCOMPARE(run(words + QStringList{"--force"_s}).code, 0);
         QCOMPARE(run({"new"_s, "--user"_s, "1"_s, image}).code, 2);
+        const QString scan = m_folder.filePath("scan.dcm"_s);
+        support::writeFile(scan, QByteArray(128, '\0') + "DICM");
+        const QStringList append = {"new"_s, "--user"_s, "ABC"_s, "--output"_s, scan, image};
+        QCOMPARE(run(append).code, 0);
+        QCOMPARE(run(append).code, 1);
     }
 
     void goesOnPastABrokenAcquisition()
@@ -291,6 +306,7 @@ private Q_SLOTS:
         QCOMPARE(answer.code, 1);
         QVERIFY2(answer.error.contains("A/ClickInfo.txt: cannot be opened (eSTATUS_FILE_OPEN_FAILED)"_s),
                  qPrintable(answer.error));
+        QVERIFY2(answer.output.contains("2 acquisitions, 1 unreadable\n"_s), qPrintable(answer.output));
         QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
     }
 

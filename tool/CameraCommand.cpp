@@ -262,12 +262,12 @@ int cameraCommand(const QStringList& words)
     qInstallMessageHandler(collectReport);
     const bool loaded = info.loadCameraInfo(file);
     qInstallMessageHandler(nullptr);
-    if (!loaded)
-        return fail(BadFile, file + QLatin1String(": ") + reports.join(QLatin1Char(' ')));
     for (const QString& report : qAsConst(reports))
-        fail(Success, report);
-    if (info.getCameraInfoSection()->count() == 0)
-        return fail(BadFile, file + QLatin1String(": describes no instrument"));
+        fail(file, report);
+    if (!loaded && !reports.isEmpty())
+        return BadFile;
+    if (!loaded || info.getCameraInfoSection()->count() == 0)
+        return fail(file, QLatin1String("describes no instrument"));
     const Instrument instrument = describe(info);
     if (parser.isSet(json))
         print(jsonOf(file, instrument, info));

@@ -2,129 +2,243 @@
 
 #include "Document.h"
 #include "Entries.h"
-#include "Files.h"
+#include "InfoScan.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QSet>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
 namespace Key = PLKeyword::Key;
 namespace Section = PLKeyword::Section;
 
-using Findings = std::vector<Finding>;
-
 QString quoted(const QString& text)
 {
     return QLatin1Char('\'') + text + QLatin1Char('\'');
 }
 
-void add(Findings* findings, const char* code, const QString& message)
+class KindChecker
 {
-    findings->push_back({0, true, code, message});
+public:
+    KindChecker(const QString& path, const Document& document);
+
+    void checkLabelSet();
+    void checkExtension();
+    void checkInstrument();
+    void checkAnalysis();
+    void checkOptics();
+    void checkSettings();
+    void checkSummary();
+    void checkSpectral();
+
+    std::vector<Finding> findings;
+
+private:
+    void problem(int line, const char* code, const QString& message);
+    void note(int line, const char* code, const QString& message);
+    [[nodiscard]] InfoLines textLines(const InfoBlock& block) const;
+    [[nodiscard]] int lineOf(const QString& sectionKey) const;
+    [[nodiscard]] QSet<QString> menuKeys() const;
+    void checkMenuName(const CPLSection& section);
+    void checkTime(const InfoLine& line);
+
+    const QString& m_path;
+    const Document& m_document;
+    std::vector<InfoBlock> m_blocks;
+    QHash<QString, int> m_places; ///< the header lines of the sections, by key in lower case
+};
+
+KindChecker::KindChecker(const QString& path, const Document& document)
+    : m_path(path)
+    , m_document(document)
+    , m_blocks(blocksOf(document.bytes(), document.textStart()))
+{
+    for (auto block = m_blocks.rbegin(); block != m_blocks.rend(); ++block)
+        m_places.insert(block->key.toLower(), block->header.number);
 }
 
-void checkLabelSet(const QString&, const Document& document, Findings* findings)
+void KindChecker::problem(int line, const char* code, const QString& message)
 {
-    QByteArray bytes = document.bytes();
+    findings.push_back({line, true, code, message});
+}
+
+void KindChecker::note(int line, const char* code, const QString& message)
+{
+    findings.push_back({line, false, code, message});
+}
+
+/** The lines of a block that are not blank. */
+InfoLines KindChecker::textLines(const InfoBlock& block) const
+{
+    InfoLines lines;
+    std::copy_if(block.lines.begin(), block.lines.end(), std::back_inserter(lines),
+                 [&](const InfoLine& line) {
+                     return cutLine(m_document.bytes(), line.span).kind != LineCut::Blank;
+                 });
+    return lines;
+}
+
+int KindChecker::lineOf(const QString& sectionKey) const
+{
+    return m_places.value(sectionKey.toLower());
+}
+
+void KindChecker::checkLabelSet()
+{
+    QByteArray bytes = m_document.bytes();
     bytes.replace("\r\n", "\n").replace('\r', '\n');
     CPLLabelDataSet labels;
     const tag_estatus status =
         labels.loadData(QString::fromLatin1(bytes.constData(), bytes.size()));
     if (status != eSTATUS_SUCCESS)
-        add(findings, "label-set-header",
-            QStringLiteral(
-                "the first line is not '*** User Label Name Set:', a TAB and a name; the "
-                "label set is not read, with %1")
-                .arg(getStatusString(status)));
+        problem(1, "label-set-header",
+                QStringLiteral(
+                    "the file does not begin with '*** User Label Name Set:', a TAB and a name; "
+                    "the label set is not read, with %1")
+                    .arg(getStatusString(status)));
 }
 
-void checkExtension(const QString&, const Document& document, Findings* findings)
+void KindChecker::checkExtension()
 {
-    const CPLSection* const head = document.section(Section::ExtensionInfo);
+    const CPLSection* const head = m_document.section(Section::ExtensionInfo);
     for (const QLatin1String key :
          {Key::ExtensionName, Key::SystemConfiguration, Key::ConflictsWith}) {
         if (head && !head->isKeyPresent(key))
-            add(findings, "extension-incomplete",
-                QStringLiteral("no key %1 in section 'Extension Info'; instruments do without this "
-                               "extension")
-                    .arg(quoted(key)));
+            problem(lineOf(Section::ExtensionInfo), "extension-incomplete",
+                    QStringLiteral("no key %1 in section 'Extension Info'; instruments do without "
+                                   "this extension")
+                        .arg(quoted(key)));
     }
-    if (!document.section(Section::CameraSystemInfo))
-        add(findings, "extension-incomplete",
-            QStringLiteral(
-                "no section 'Camera System Info'; instruments do without this extension"));
+    if (!m_document.section(Section::CameraSystemInfo))
+        problem(0, "extension-incomplete",
+                QStringLiteral(
+                    "no section 'Camera System Info'; instruments do without this extension"));
 }
 
-void checkInstrument(const QString&, const Document& document, Findings* findings)
+void KindChecker::checkInstrument()
 {
-    const QStringList lines = document.preamble();
-    for (const QString& line : lines) {
-        if (line.contains(QLatin1Char(':')) && !line.startsWith(QLatin1Char('#')))
-            add(findings, "key-before-section",
-                QStringLiteral("%1 stands before the first section; it is not read")
-                    .arg(quoted(line)));
+    if (m_document.startsWithoutHeader())
+        return;
+    for (const InfoLine& line : textLines(m_blocks.front())) {
+        if (cutLine(m_document.bytes(), line.span).kind == LineCut::Pair)
+            problem(line.number, "key-before-section",
+                    QStringLiteral("a key before the first section; it is not read"));
     }
 }
 
-void checkAnalysis(const QString&, const Document& document, Findings* findings)
+void KindChecker::checkAnalysis()
 {
-    if (!document.preamble().isEmpty())
-        findings->push_back(
-            {0, false, "preamble-dropped",
-             QStringLiteral("lines before the first section; loading as an analysis drops them")});
+    const InfoLines lines = textLines(m_blocks.front());
+    if (!lines.empty())
+        note(lines.front().number, "preamble-dropped",
+             QStringLiteral("lines before the first section; loading as an analysis drops them"));
 }
 
-void checkOptics(const QString& path, const Document& document, Findings* findings)
+/** The sections that menus are made of, in lower case: their numbers count up from 1. */
+QSet<QString> KindChecker::menuKeys() const
 {
-    CPLOptPropInfo optics;
-    optics.readSettingFile(path);
-    const auto inMenus = optics.getTissuePropList().size() + optics.getSrcModelList().size();
-    const auto sections = document.sections().size();
-    if (inMenus < sections)
-        add(findings, "menu-incomplete",
-            QStringLiteral(
-                "%1 of %2 sections are in a menu; the others have no 'MenuName', or their "
-                "number is not the next one")
-                .arg(inMenus)
-                .arg(sections));
+    QSet<QString> keys;
+    for (const QLatin1String stem : {Section::TissueProperties, Section::SourceModel}) {
+        const QString lower = QString(stem).toLower();
+        for (int n = 1; m_places.contains(lower + QString::number(n)); ++n)
+            keys.insert(lower + QString::number(n));
+    }
+    return keys;
 }
 
-void checkSettings(const QString&, const Document& document, Findings* findings)
+void KindChecker::checkOptics()
 {
-    const QList<CPLSection*> sections = document.sections();
+    const QSet<QString> keys = menuKeys();
+    const QList<CPLSection*> sections = m_document.sections();
     for (const CPLSection* const section : sections) {
-        if (!section->isKeyPresent(Key::MenuName))
-            add(findings, "menu-name-missing",
-                QStringLiteral("no 'MenuName' in section %1; it is in no menu")
-                    .arg(quoted(keyOf(*section))));
+        const QString key = keyOf(*section);
+        if (keys.contains(key.toLower()))
+            checkMenuName(*section);
+        else
+            problem(lineOf(key), "menu-incomplete",
+                    QStringLiteral("section %1 is in no menu; its number does not follow those of "
+                                   "the others")
+                        .arg(quoted(key)));
     }
 }
 
-void checkSpectral(const QString&, const Document& document, Findings* findings)
+void KindChecker::checkMenuName(const CPLSection& section)
 {
-    for (const QString& fault : document.spectral()->faults)
-        add(findings, "total-differs", fault);
+    const QString key = keyOf(section);
+    if (!section.isKeyPresent(Key::MenuName))
+        problem(lineOf(key), "menu-name-missing",
+                QStringLiteral("no 'MenuName' in section %1; it is in no menu").arg(quoted(key)));
+}
+
+void KindChecker::checkSettings()
+{
+    const QList<CPLSection*> sections = m_document.sections();
+    for (const CPLSection* const section : sections)
+        checkMenuName(*section);
+}
+
+void KindChecker::checkSummary()
+{
+    for (auto block = m_blocks.begin() + 1; block != m_blocks.end(); ++block) {
+        for (const InfoLine& line : block->lines)
+            checkTime(line);
+    }
+}
+
+void KindChecker::checkTime(const InfoLine& line)
+{
+    const QByteArray& bytes = m_document.bytes();
+    const LineCut cut = cutLine(bytes, line.span);
+    const QString key = QString::fromLatin1(textOf(bytes, cut.before));
+    if (cut.kind != LineCut::Pair || key.compare(Key::Time, Qt::CaseInsensitive) != 0)
+        return;
+    const QByteArray value = textOf(bytes, cut.after);
+    const QList<QByteArray> parts = value.left(value.indexOf('#')).trimmed().split(':');
+    const bool isShort = std::any_of(parts.begin(), parts.end(),
+                                     [](const QByteArray& part) { return part.size() == 1; });
+    if (isShort)
+        note(line.number, "time-completed",
+             QStringLiteral("time '%1' is read with two digits a part, and a save writes them")
+                 .arg(QString::fromLatin1(value)));
+}
+
+void KindChecker::checkSpectral()
+{
+    const SpectralFaults faults = m_document.spectral()->faults + unreadableNumbers(m_path);
+    for (const SpectralFault& fault : faults)
+        problem(fault.line, fault.code, fault.message);
 }
 
 struct KindCheck
 {
     FileKind kind = FileKind::InfoText;
-    void (*check)(const QString& path, const Document& document, Findings* findings) = nullptr;
+    void (KindChecker::*check)() = nullptr;
 };
 
 constexpr KindCheck kindChecks[] = {
-    {FileKind::LabelSet, checkLabelSet},         {FileKind::InstrumentExtension, checkExtension},
-    {FileKind::Instrument, checkInstrument},     {FileKind::AnalyzedAcquisition, checkAnalysis},
-    {FileKind::OpticalProperties, checkOptics},  {FileKind::Settings, checkSettings},
-    {FileKind::SpectralAnalysis, checkSpectral},
+    {FileKind::LabelSet, &KindChecker::checkLabelSet},
+    {FileKind::InstrumentExtension, &KindChecker::checkExtension},
+    {FileKind::Instrument, &KindChecker::checkInstrument},
+    {FileKind::AnalyzedAcquisition, &KindChecker::checkAnalysis},
+    {FileKind::OpticalProperties, &KindChecker::checkOptics},
+    {FileKind::Settings, &KindChecker::checkSettings},
+    {FileKind::BackgroundSummary, &KindChecker::checkSummary},
+    {FileKind::SpectralAnalysis, &KindChecker::checkSpectral},
 };
 
 } // namespace
 
 std::vector<Finding> checkKind(const QString& path, const Document& document)
 {
-    Findings findings;
-    for (const KindCheck& row : kindChecks) {
-        if (row.kind == document.kind())
-            row.check(path, document, &findings);
-    }
-    return findings;
+    const auto* const row =
+        std::find_if(std::begin(kindChecks), std::end(kindChecks),
+                     [&](const KindCheck& check) { return check.kind == document.kind(); });
+    if (row == std::end(kindChecks))
+        return {};
+    KindChecker checker(path, document);
+    (checker.*row->check)();
+    return checker.findings;
 }

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "Document.h"
 #include "Files.h"
 #include "Terminal.h"
 
@@ -41,6 +42,13 @@ bool isUserId(const QString& text)
     return pattern.match(text).hasMatch();
 }
 
+/** Whether a DICOM file has got click info; what is appended last counts. */
+bool holdsClickInfo(const QString& file)
+{
+    Document document;
+    return document.load(file) && document.isDicom();
+}
+
 ExitCode create(const QString& image, const QString& user, const ImageKind& kind, int binning,
                 const QString& output)
 {
@@ -71,7 +79,8 @@ int newCommand(const QStringList& words)
     const QCommandLineOption binning = option("binning", "N", "Binning factor; 1 if not given.");
     const QCommandLineOption output =
         option("output", "FILE", "Where to write; ClickInfo.txt beside the image if not given.");
-    const QCommandLineOption force = flag("force", "Replaces a file that is there already.");
+    const QCommandLineOption force =
+        flag("force", "Replaces a file that is there already; appends to DICOM with click info.");
     parser.addOptions({user, type, binning, output, force});
     parser.setApplicationDescription(QLatin1String(
         "Makes up the click info of an image that has none: click number (user and time), user "
@@ -99,6 +108,8 @@ int newCommand(const QStringList& words)
     const bool appended = file.endsWith(PLKeyword::File::DicomSuffix);
     if (!otherThanFile(file).isEmpty())
         return fail(file, otherThanFile(file));
+    if (appended && !parser.isSet(force) && holdsClickInfo(file))
+        return fail(file, QLatin1String("holds click info already; --force appends more"));
     if (QFileInfo::exists(file) && !appended && !parser.isSet(force))
         return fail(file, QLatin1String("is there already; --force replaces it"));
     return create(image.filePath(), parser.value(user), *kind, factor, file);

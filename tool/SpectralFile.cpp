@@ -70,6 +70,42 @@ constexpr Field<SFitResults> fitFields[] = {
     {Attribute::VerticalError, &SFitResults::verticalError},
 };
 
+/** The attributes that are read as whole numbers, and as any numbers. */
+constexpr QLatin1String wholeNumbers[] = {
+    Attribute::NoOfClicks, Attribute::ActiveWavelength, Attribute::TotalClicks,
+    Attribute::RoiPixels,  Attribute::ContourXDelta,    Attribute::ContourYDelta,
+};
+
+constexpr QLatin1String numbers[] = {
+    Attribute::AvgTransmission,
+    Attribute::BandWidth,
+    Attribute::Xc,
+    Attribute::Yc,
+    Attribute::Angle,
+    Attribute::Width,
+    Attribute::Height,
+    Attribute::CmPerPixel,
+    Attribute::Area,
+    Attribute::ContourStartX,
+    Attribute::ContourStartY,
+    Attribute::ContourPeakX,
+    Attribute::ContourPeakY,
+    Attribute::FractionalPeak,
+    Attribute::AverageRadiance,
+    Attribute::TotalFlux,
+    Attribute::FluxStdDev,
+    Attribute::AverageDepth,
+    Attribute::DepthStdDev,
+    Attribute::Intensity,
+    Attribute::WaveLength,
+    Attribute::Attenuation,
+    Attribute::FitValue,
+    Attribute::HorizontalError,
+    Attribute::VerticalError,
+    Attribute::LinearFitValueA,
+    Attribute::LinearFitValueB,
+};
+
 void convert(const QString& text, QString* value)
 {
     *value = text;
@@ -77,7 +113,10 @@ void convert(const QString& text, QString* value)
 
 void convert(const QString& text, double* value)
 {
-    *value = text.toDouble();
+    bool converted = false;
+    *value = text.toDouble(&converted);
+    if (!converted) // also what is too large, for which Qt gives infinity
+        *value = 0;
 }
 
 void convert(const QString& text, int* value)
@@ -138,27 +177,25 @@ QList<Click> clicksOf(const QDomElement& clickInfo)
     return clicks;
 }
 
-/**
- * Adds the values of a plot or fit, unless it holds another number than it states.
- *
- * @return what is wrong; empty when nothing is
- */
+/** Adds the values of a plot or fit, unless it holds another number than it states. */
 template <typename Record, std::size_t N>
-QString addValues(const QDomElement& results, QLatin1String total, Spectral::ElementId id,
-                  const Field<Record> (&fields)[N], QList<Record>* list)
+void addValues(const QDomElement& results, QLatin1String total, Spectral::ElementId id,
+               const Field<Record> (&fields)[N], QList<Record>* list, SpectralFaults* faults)
 {
     const QString stated = results.attribute(total);
     const int held = results.childNodes().count();
-    if (stated.toInt() != held)
-        return QStringLiteral("%1 of '%2' states %3 values and holds %4; none is read")
-            .arg(results.tagName(), results.attribute(Attribute::RoiLabel), stated)
-            .arg(held);
+    if (stated.toInt() != held) {
+        faults->append({results.lineNumber(), "total-differs",
+                        QStringLiteral("%1 of '%2' states %3 values and holds %4; none is read")
+                            .arg(results.tagName(), results.attribute(Attribute::RoiLabel), stated)
+                            .arg(held)});
+        return;
+    }
     forEachChild(results, [&](const QDomElement& element) {
         Record record;
         if (readIf(id, element, fields, &record))
             list->append(record);
     });
-    return {};
 }
 
 /** Collects analyses and curves from the children of the root, in one pass. */
@@ -173,7 +210,6 @@ public:
 
 private:
     SpectralCurve& curveOf(const QDomElement& element);
-    void addFault(const QString& fault);
 
     SpectralFile& m_contents;
     QHash<QString, int> m_places; // of the curves, by label in lower case
@@ -186,18 +222,12 @@ void Collector::add(const QDomElement& element)
         analysis.clicks = clicksOf(element.nextSibling().toElement());
         m_contents.analyses.append(analysis);
     } else if (is(element, Spectral::PlotResults)) {
-        addFault(addValues(element, Attribute::TotalPlotValues, Spectral::PlotValues, plotFields,
-                           &curveOf(element).plot));
+        addValues(element, Attribute::TotalPlotValues, Spectral::PlotValues, plotFields,
+                  &curveOf(element).plot, &m_contents.faults);
     } else if (is(element, Spectral::FitResults)) {
-        addFault(addValues(element, Attribute::TotalFitValues, Spectral::FitValues, fitFields,
-                           &curveOf(element).fit));
+        addValues(element, Attribute::TotalFitValues, Spectral::FitValues, fitFields,
+                  &curveOf(element).fit, &m_contents.faults);
     }
-}
-
-void Collector::addFault(const QString& fault)
-{
-    if (!fault.isEmpty())
-        m_contents.faults.append(fault);
 }
 
 /** The curve of a plot's or fit's region of interest, whose label was perhaps spelled otherwise. */
@@ -225,6 +255,41 @@ QString problemOf(const QString& path)
     if (message.isEmpty())
         return QLatin1String("cannot be opened");
     return QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(message);
+}
+
+template <std::size_t N, typename IsNumber>
+void checkNumbers(const QDomElement& element, const QLatin1String (&names)[N], const char* what,
+                  IsNumber isNumber, SpectralFaults* faults)
+{
+    for (const QLatin1String name : names) {
+        if (element.hasAttribute(name) && !isNumber(element.attribute(name)))
+            faults->append(
+                {element.lineNumber(), "not-a-number",
+                 QStringLiteral("%1 of %2 is '%3', not %4; it is read as 0")
+                     .arg(name, element.tagName(), element.attribute(name), QLatin1String(what))});
+    }
+}
+
+bool isWhole(const QString& text)
+{
+    bool ok = false;
+    text.toInt(&ok);
+    return ok;
+}
+
+bool isNumber(const QString& text)
+{
+    bool ok = false;
+    text.toDouble(&ok);
+    return ok;
+}
+
+/** Checks an element and everything in it; the reader bounds how deep elements are nested. */
+void checkElement(const QDomElement& element, SpectralFaults* faults)
+{
+    checkNumbers(element, wholeNumbers, "a whole number", isWhole, faults);
+    checkNumbers(element, numbers, "a number", isNumber, faults);
+    forEachChild(element, [&](const QDomElement& child) { checkElement(child, faults); });
 }
 
 std::optional<LinearFit> linearFitOf(CPLSpectralWrapper& file)
@@ -259,4 +324,15 @@ std::optional<SpectralFile> readSpectralFile(const QString& path, QString* probl
     forEachChild(reader.getRootElement(),
                  [&](const QDomElement& element) { collector.add(element); });
     return contents;
+}
+
+SpectralFaults unreadableNumbers(const QString& path)
+{
+    SpectralFaults faults;
+    CPLXMLReader reader;
+    if (!reader.createXMLDocumentFormFile(path, nullptr, nullptr, nullptr))
+        return faults;
+    reader.setRootElement();
+    checkElement(reader.getRootElement(), &faults);
+    return faults;
 }

@@ -41,14 +41,23 @@ struct LinearFit
     double b = 0.0;
 };
 
+/** What the library reads otherwise than it stands, or does not read. */
+struct SpectralFault
+{
+    int line = 0;          ///< from 1
+    const char* code = ""; ///< for programs
+    QString message;
+};
+
+using SpectralFaults = QList<SpectralFault>;
+
 struct SpectralFile
 {
     QList<SpectralAnalysis> analyses;
     QList<_tagSROISpectralResults> results;
     QList<SpectralCurve> curves;
     std::optional<LinearFit> linearFit;
-    QStringList
-        faults; ///< plots and fits that are not read since they hold another number of values
+    SpectralFaults faults; ///< plots and fits that are not read
 };
 
 /**
@@ -58,5 +67,8 @@ struct SpectralFile
  * @return nothing when the file cannot be read or is no spectral-analysis file
  */
 std::optional<SpectralFile> readSpectralFile(const QString& path, QString* problem);
+
+/** The attributes of a file that are read as numbers and hold none. */
+SpectralFaults unreadableNumbers(const QString& path);
 
 #endif

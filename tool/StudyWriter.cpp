@@ -69,6 +69,8 @@ void TableWriter::add(const Found& found)
         if (!m_started || !m_title.isEmpty() || path != m_path)
             start(path, QString());
     }
+    if (!found.problem.isEmpty())
+        ++m_unreadable;
     m_rows += found.problem.isEmpty() ? tableRow(acquisition)
                                       : QStringList{acquisition.clickNumber, found.problem};
 }
@@ -78,11 +80,14 @@ void TableWriter::finish()
     if (!m_started)
         return;
     const QString path = m_withPaths ? m_path + QLatin1String(": ") : QString();
-    const QString text = path + m_title + counted(int(m_rows.size()), "acquisition") +
+    const QString unreadable =
+        m_unreadable == 0 ? QString() : QStringLiteral(", %1 unreadable").arg(m_unreadable);
+    const QString text = path + m_title + counted(int(m_rows.size()), "acquisition") + unreadable +
                          QLatin1String("\n\n") + columns(QList<QStringList>{tableHead()} + m_rows);
     print(m_first ? text : QLatin1Char('\n') + text);
     m_first = false;
     m_started = false;
+    m_unreadable = 0;
     m_rows.clear();
 }
 

@@ -46,6 +46,7 @@ private:
     QString m_path;
     QString m_title;
     QList<QStringList> m_rows;
+    int m_unreadable = 0;
     bool m_started = false;
 };
 
