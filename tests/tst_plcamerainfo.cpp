@@ -305,6 +305,9 @@ private Q_SLOTS:
         QVERIFY(section.isKeyPresent("C"_s));
         QCOMPARE(messages.size(), 1);
         QVERIFY(messages.at(0).endsWith("failed: Conflicts with already loaded extensions."_s));
+        QFile large(m_folder->filePath("config/4.cfg"_s));
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(qint64(600) << 20));
+        QVERIFY(loadText(camera, "Own: 1"));
     }
 
     void filterWheels_data()

@@ -291,6 +291,15 @@ private Q_SLOTS:
         QCOMPARE(text, "*** k:\t\r\nGain:\t2\r\nOther:\tx\r\nGAIN:\t2\r\n\r\n"_s);
     }
 
+    void keepsNoBorrowedCharacters()
+    {
+        QString characters = "k: v"_s;
+        CPLSection section("a"_s, "n"_s);
+        section.loadSectionData(QString::fromRawData(characters.constData(), int(characters.size())));
+        characters.fill(u'x');
+        QCOMPARE(section["k"_s], "v"_s);
+    }
+
     void copiesShareNothing()
     {
         CPLSection source("k"_s, "n"_s);

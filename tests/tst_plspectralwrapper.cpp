@@ -269,6 +269,10 @@ private Q_SLOTS:
         QVERIFY(file.getLinearFitResults(&valueA, &valueB));
         QCOMPARE(valueA, 6.0);
         QCOMPARE(valueB, -700.0);
+        QVERIFY(load(file, "<OV:Linear.Fit.Values Linear.fit.value.A='1e999' Linear.fit.value.B='x'/>"));
+        QVERIFY(file.getLinearFitResults(&valueA, &valueB));
+        QCOMPARE(valueA, 0.0);
+        QCOMPARE(valueB, 0.0);
         QVERIFY(load(file, ""));
         QVERIFY(!file.getLinearFitResults(&valueA, &valueB));
     }

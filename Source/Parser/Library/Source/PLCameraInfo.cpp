@@ -11,6 +11,7 @@
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <optional>
@@ -131,7 +132,8 @@ tag_estatus readExtension(const QString& path, EVEXA_Types system, const QString
                           Extension* extension, QString* reason)
 {
     ExtensionFile info;
-    if (checked(info.loadClickInfo(path, false)) != eSTATUS_SUCCESS)
+    if (QFileInfo(path).size() > maxTextFileSize ||
+        checked(info.loadClickInfo(path, false)) != eSTATUS_SUCCESS)
         return eSTATUS_EXTENSION_LOAD_FAILED;
     const CPLSection* const head = info.find(Section::ExtensionInfo);
     if (!head) {
@@ -193,7 +195,7 @@ bool CPLCameraInfo::loadCameraInfo(QString path)
     return answerOf([&] {
         cameraInfoSectionHeld = false;
         clearData();
-        if (checked(load(path)) != eSTATUS_SUCCESS) {
+        if (load(path) != eSTATUS_SUCCESS) {
             OVPARSER_DEBUG() << "Loading camera information failed.";
             return false;
         }
@@ -245,7 +247,7 @@ bool CPLCameraInfo::loadFilterWheel(const QString& path)
         cameraInfoSectionHeld = false;
         return false;
     }
-    if (checked(loadappend(wheelFile)) != eSTATUS_SUCCESS) {
+    if (loadappend(wheelFile) != eSTATUS_SUCCESS) {
         OVPARSER_DEBUG() << "Loading Removable filter wheel information file failed.";
         return false;
     }

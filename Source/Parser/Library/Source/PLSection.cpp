@@ -252,6 +252,14 @@ void CPLSection::loadSectionData(QString text)
 {
     openEntries.reset();
     body = std::move(text);
+    // Characters that are not the text's own may be gone when the body is looked into.
+    const auto own = [&] {
+        if (body.capacity() == 0)
+            body.detach();
+        return eSTATUS_SUCCESS;
+    };
+    if (guarded(own) != eSTATUS_SUCCESS)
+        body = QString();
 }
 
 void CPLSection::saveSectionData(QString& text) const

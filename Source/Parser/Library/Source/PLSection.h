@@ -59,7 +59,8 @@ public:
      * Lines end in LF; white space around lines, keys and values does not count. A key that occurs
      * again keeps an entry of its own, but all its entries have the value read last.
      *
-     * @param text  the text after the section's header line
+     * @param text  the text after the section's header line; when it borrows its characters and
+     *              memory runs out, the section has no entries
      */
     void loadSectionData(QString text);
 

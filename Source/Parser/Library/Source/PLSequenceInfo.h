@@ -49,7 +49,7 @@ public:
      * that sets them. A malformed section is passed over, and so is one whose ':' stands more than
      * 128 bytes behind the next section mark; a mark without any ':' after it ends the reading.
      * Text before the first mark is not kept. The path is handed to the file system as Latin-1; if
-     * there is no such file, in the platform's own encoding.
+     * there is no such file, in the platform's own encoding. Pipes and devices are not opened.
      *
      * @param path  the file; its folder becomes the sequence info path
      * @return eSTATUS_INVALID_ARGUMENT for an empty path, the document is unchanged then;

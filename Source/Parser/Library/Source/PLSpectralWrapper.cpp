@@ -190,7 +190,10 @@ void convert(const QString& text, int* value)
 
 void convert(const QString& text, double* value)
 {
-    *value = text.toDouble();
+    bool converted = false;
+    *value = text.toDouble(&converted);
+    if (!converted) // also what is too large, for which Qt gives infinity
+        *value = 0;
 }
 
 template <typename Record, std::size_t N>
