@@ -48,6 +48,46 @@ int deletions(Arguments... arguments)
     return count;
 }
 
+/** Overrides every slot, and lists those that are called. */
+class Overriding : public CPLBkgSummaryInfo
+{
+public:
+    tag_estatus loadSectionData(QString&, QString) override { return called(2); }
+
+    tag_estatus addSection(CPLSection*) override { return called(3); }
+
+    tag_estatus removeSection(QString) override { return called(4); }
+
+    tag_estatus loadTextBuffer(const QString&) override { return called(5); }
+
+    void clearData() override { called(6); }
+
+    tag_estatus load(QString) override { return called(7); }
+
+    tag_estatus SLload(QString) override { return called(8); }
+
+    tag_estatus save(QString) const override { return called(9); }
+
+    CPLSection* getSection(const QString&) const override
+    {
+        called(10);
+        return nullptr;
+    }
+
+    tag_estatus getSectionList(QList<CPLSection*>&) const override { return called(11); }
+
+    tag_estatus FLload(QString) override { return called(12); }
+
+    mutable QList<int> calls;
+
+private:
+    tag_estatus called(int slot) const
+    {
+        calls.append(slot);
+        return eSTATUS_SUCCESS;
+    }
+};
+
 } // namespace
 
 class TestAbi : public QObject
@@ -67,6 +107,27 @@ private Q_SLOTS:
             slotOf(&CPLBkgSummaryInfo::FLload),
         };
         QCOMPARE(slots, QList<std::ptrdiff_t>({2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+    }
+
+    void everySlotCanBeOverridden()
+    {
+        Overriding object;
+        CPLBkgSummaryInfo& catalogue = object;
+        CPLClickInfo& info = catalogue;
+        QString text;
+        QList<CPLSection*> list;
+        info.loadSectionData(text, text);
+        info.addSection(nullptr);
+        info.removeSection(text);
+        info.loadTextBuffer(text);
+        info.clearData();
+        catalogue.load(text);
+        catalogue.SLload(text);
+        catalogue.save(text);
+        QVERIFY(!catalogue.getSection(text));
+        catalogue.getSectionList(list);
+        catalogue.FLload(text);
+        QCOMPARE(object.calls, (QList<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
     }
 
     void destructorsComeFirst()
