@@ -22,6 +22,9 @@ install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT de
   PATTERN "*.dox" EXCLUDE
   PATTERN Doxyfile EXCLUDE)
 
+install(DIRECTORY tests/consumer
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/tests COMPONENT development)
+
 # CMake: the same files for the installed library and for the one in the build tree.
 string(REPLACE ";" " " OVPARSER_QT_COMPONENTS "${OVPARSER_QT_MODULES}")
 configure_package_config_file(cmake/ovparserConfig.cmake.in ${CMAKE_BINARY_DIR}/ovparserConfig.cmake
