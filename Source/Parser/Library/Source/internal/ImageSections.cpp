@@ -338,7 +338,6 @@ struct tm localTime(qint64 seconds)
 #ifdef Q_OS_WIN
     localtime_s(&local, &time);
 #else
-    tzset(); // localtime() does so, localtime_r() need not
     localtime_r(&time, &local);
 #endif
     return local;
