@@ -39,7 +39,6 @@ public:
 private:
     void problem(int line, const char* code, const QString& message);
     void note(int line, const char* code, const QString& message);
-    [[nodiscard]] InfoLines textLines(const InfoBlock& block) const;
     [[nodiscard]] int lineOf(const QString& sectionKey) const;
     [[nodiscard]] QSet<QString> menuKeys() const;
     void checkMenuName(const CPLSection& section);
@@ -68,17 +67,6 @@ void KindChecker::problem(int line, const char* code, const QString& message)
 void KindChecker::note(int line, const char* code, const QString& message)
 {
     findings.push_back({line, false, code, message});
-}
-
-/** The lines of a block that are not blank. */
-InfoLines KindChecker::textLines(const InfoBlock& block) const
-{
-    InfoLines lines;
-    std::copy_if(block.lines.begin(), block.lines.end(), std::back_inserter(lines),
-                 [&](const InfoLine& line) {
-                     return cutLine(m_document.bytes(), line.span).kind != LineCut::Blank;
-                 });
-    return lines;
 }
 
 int KindChecker::lineOf(const QString& sectionKey) const
@@ -122,7 +110,7 @@ void KindChecker::checkInstrument()
 {
     if (m_document.startsWithoutHeader())
         return;
-    for (const InfoLine& line : textLines(m_blocks.front())) {
+    for (const InfoLine& line : m_blocks.front().lines) {
         if (cutLine(m_document.bytes(), line.span).kind == LineCut::Pair)
             problem(line.number, "key-before-section",
                     QStringLiteral("a key before the first section; it is not read"));
@@ -131,9 +119,12 @@ void KindChecker::checkInstrument()
 
 void KindChecker::checkAnalysis()
 {
-    const InfoLines lines = textLines(m_blocks.front());
-    if (!lines.empty())
-        note(lines.front().number, "preamble-dropped",
+    const InfoLines& lines = m_blocks.front().lines;
+    const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
+        return cutLine(m_document.bytes(), line.span).kind != LineCut::Blank;
+    });
+    if (text != lines.end())
+        note(text->number, "preamble-dropped",
              QStringLiteral("lines before the first section; loading as an analysis drops them"));
 }
 
