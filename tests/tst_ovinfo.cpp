@@ -145,7 +145,7 @@ private Q_SLOTS:
                      QByteArray(info).replace("old", "new"));
         support::row("Latin-1", info, QStringList{"A"_s, "k"_s, "\u00b5 # none"_s}, 0,
                      QByteArray(info).replace("old\t# mm", "\xB5 # none"));
-        support::row("outside Latin-1", info, QStringList{"A"_s, "k"_s, "\u20ac"_s}, 2, info);
+        support::row("outside Latin-1", info, QStringList{"A"_s, "k"_s, "\u20ac"_s}, 1, info);
         support::row("two lines", info, QStringList{"A"_s, "k"_s, "a\nb"_s}, 2, info);
         support::row("absent key", info, QStringList{"A"_s, "x"_s, "1"_s}, 1, info);
         support::row("sequence", sequence, QStringList{"Sequence"_s, "k"_s, "\u20ac"_s}, 0,
@@ -232,13 +232,37 @@ private Q_SLOTS:
             "2 key-before-section");
         row("analysis", "n\r\n*** ClickNumber:\tA\r\nk:\tv\r\n\r\n*** Analysis User Input:\t\r\n\r\n\r\n\r\n",
             "1 preamble-dropped");
-        row("time", "*** Background Click:\tA\r\nTime:\t01:02\r\n*** Background Click:\tB\r\ntime:\t01:2 # c\r\n",
-            "4 time-completed");
+        row("time",
+            "*** Background Click:\tA\r\nTime:\t01:02\r\n*** Background Click:\tB\r\ntime:\t01:2 # c\r\n"
+            "*** Background Click:\tC\r\nTime:\t7:01\r\n",
+            "4 time-completed,6 time-completed");
+        row("long click number", "*** ClickNumber:\tA12345678901234567890123456789012\r\nk:\tv\r\n\r\n\r\n\r\n",
+            "1 click-number-cut");
+        row("far colon",
+            "*** Sequence:\tS\r\n\r\n*** ClickNumbers:\t\r\n1:\tA\r\n\r\n*** a *** " + QByteArray(200, 'b') + ":\t\r\n",
+            "6 colon-too-far,6 mark-in-line,6 not-in-written-form");
+        row("text before a mark", "*** Structure reference:A\nx *** Structure reference:B\n", "2 text-before-mark");
+        row("UTF-16",
+            QByteArray("\xFF\xFE"
+                       "A\0:\0 \0",
+                       8),
+            "0 no-section,1 utf16");
         row("menus",
             "*** Source Model 1:\t\r\nMenuName:\ta\r\n\r\n*** Source Model 3:\t\r\nMenuName:\tb\r\n\r\n\r\n\r\n",
             "4 menu-incomplete");
         row("settings", "*** A:\t\r\nMenuName:\ta\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n", "4 menu-name-missing");
+        row("settings with a blank name", "*** A:\t\r\nMenuName:\t\r\n\r\n\r\n\r\n", "1 menu-name-missing");
+        row("filter wheel", "Emission Filter 1: a\nb\nEmission Filter 1: c\n", "2 line-without-colon,3 key-twice");
         row("no XML", "<a>\n</b>", "2 malformed-xml");
+        row("other XML", "<a/>", "0 not-spectral");
+        row("elements behind a comment",
+            QByteArray("<OV>\n<OV.Attributes/>\n<!-- c -->\n<OV.ClickInfo Total.Clicks='0'/>\n</OV>")
+                .replace("OV", "OV3.0.SpectralAnalysis"),
+            "3 elements-not-read");
+        row("other number of clicks",
+            QByteArray("<OV>\n<OV.Attributes/>\n<OV.ClickInfo Total.Clicks='2'/>\n</OV>")
+                .replace("OV", "OV3.0.SpectralAnalysis"),
+            "3 clicks-differ");
         row("spectral",
             QByteArray(
                 "<OV>\n<OV.Plot.Results Total.Plot.Values='2'>\n<OV.Plot.Values Intensity='1e3' Wave.Length='x'/>\n"
@@ -274,6 +298,8 @@ private Q_SLOTS:
         QCOMPARE(answer.code, 1);
         QCOMPARE(answer.output, "[A]\n< n\n> m\n[A] k\n< v\n> v  # c\n[B]\n<\n[C]\n>\n[C] y\n> 2\n"_s);
         QCOMPARE(run({"diff"_s, one, m_folder.filePath("absent"_s)}).code, 2);
+        support::writeFile(one, "*** A:\nk: v\nK: w\n: u\n");
+        QCOMPARE(run({"diff"_s, one, one}).code, 0);
     }
 
     void makesClickInfo()
@@ -294,6 +320,10 @@ private Q_SLOTS:
         const QStringList append = {"new"_s, "--user"_s, "ABC"_s, "--output"_s, scan, image};
         QCOMPARE(run(append).code, 0);
         QCOMPARE(run(append).code, 1);
+        const QString bare = m_folder.filePath("bare.dcm"_s);
+        const QStringList begin = {"new"_s, "--user"_s, "ABC"_s, "--output"_s, bare, image};
+        QCOMPARE(run(begin).code, 0);
+        QCOMPARE(run(begin).code, 1);
     }
 
     void goesOnPastABrokenAcquisition()

@@ -7,6 +7,8 @@
 
 #include <QtCore/QRegularExpression>
 
+#include <optional>
+
 namespace {
 
 namespace Key = PLKeyword::Key;
@@ -79,7 +81,7 @@ constexpr BinnedType binnedTypes[] = {
 struct StagePosition
 {
     QString name;
-    double fieldOfView = 0;
+    std::optional<double> fieldOfView; ///< nothing when the text is no number
 };
 
 struct Binning
@@ -139,7 +141,10 @@ QList<StagePosition> stagePositions(const CPLCameraInfo& info)
         position.name = name.match(key).captured(1);
         if (position.name.isEmpty())
             continue;
-        section.getValue(key, &position.fieldOfView);
+        bool isNumber = false;
+        const double fieldOfView = section[key].toDouble(&isNumber);
+        if (isNumber)
+            position.fieldOfView = fieldOfView;
         positions += position;
     }
     return positions;
@@ -192,7 +197,8 @@ QString textOf(const Instrument& instrument, const CPLCameraInfo& info)
         facts += {capability.label, QLatin1String(capability.yes ? "yes" : "no")};
     QList<QStringList> positions = {{QStringLiteral("Position"), QStringLiteral("Field of view")}};
     for (const StagePosition& position : instrument.positions)
-        positions += {position.name, number(position.fieldOfView)};
+        positions +=
+            {position.name, position.fieldOfView ? number(*position.fieldOfView) : QString()};
     QList<QStringList> binnings = {{QStringLiteral("Binning"), QStringLiteral("Large"),
                                     QStringLiteral("Medium"), QStringLiteral("Small")}};
     for (const Binning& binning : instrument.binnings)
@@ -210,7 +216,9 @@ QJsonValue numberUnless(double absent, double value)
 
 QJsonObject positionJson(const StagePosition& position)
 {
-    return object({{"name", position.name}, {"fieldOfView", position.fieldOfView}});
+    return object(
+        {{"name", position.name},
+         {"fieldOfView", position.fieldOfView ? QJsonValue(*position.fieldOfView) : QJsonValue()}});
 }
 
 QJsonObject binningJson(const Binning& binning)

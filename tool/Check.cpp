@@ -92,6 +92,7 @@ private:
     const QByteArray& m_bytes;
     CheckedFile& m_result;
     bool m_hasClickNumber = false;
+    bool m_onlyAdded = false; ///< whether the pairs go into another document, and nothing else
 };
 
 void Checker::problem(int line, const char* code, const QString& message)
@@ -207,6 +208,7 @@ bool Checker::checkBlock(const InfoBlock& block, bool catalogue, Places* section
 void Checker::checkText(const Document& document, bool loads)
 {
     checkEncoding(document);
+    m_onlyAdded = document.kind() == FileKind::FilterWheel;
     std::vector<InfoBlock> blocks = blocksOf(m_bytes, document.textStart());
     if (document.startsWithoutHeader())
         checkLines(blocks.front());
@@ -230,11 +232,12 @@ void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const Line
         problem(line.number, "key-missing",
                 QStringLiteral("no key before the ':'; the value cannot be read"));
     else if (first != keys->constEnd())
-        problem(line.number, "key-twice",
-                QStringLiteral("key %1 again (first in line %2); the last value counts, and a "
-                               "save writes it in both places")
-                    .arg(quoted(key))
-                    .arg(*first));
+        problem(
+            line.number, "key-twice",
+            QStringLiteral("key %1 again (first in line %2); the last value counts%3")
+                .arg(quoted(key))
+                .arg(*first)
+                .arg(QLatin1String(m_onlyAdded ? "" : ", and a save writes it in both places")));
     else if (key.contains(Text::CommentKey, Qt::CaseInsensitive))
         problem(line.number, "key-reserved",
                 QStringLiteral("key %1 is one of comments; a save writes the value alone")
@@ -245,6 +248,9 @@ void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const Line
 
 void Checker::checkLines(const InfoBlock& block)
 {
+    const QLatin1String fate(m_onlyAdded
+                                 ? "it is passed over"
+                                 : "it is kept as a comment, and a save puts a '#' in front");
     Places keys;
     for (const InfoLine& line : block.lines) {
         const LineCut cut = cutLine(m_bytes, line.span);
@@ -253,14 +259,11 @@ void Checker::checkLines(const InfoBlock& block)
             checkPair(block, line, cut, &keys);
         else if (cut.kind == LineCut::NoColon)
             problem(line.number, "line-without-colon",
-                    QStringLiteral("no ':' in %1; it is kept as a comment, and a save puts a '#' "
-                                   "in front")
-                        .arg(quoted(text)));
+                    QStringLiteral("no ':' in %1; %2").arg(quoted(text), fate));
         else if (cut.kind == LineCut::CommentedColon)
-            problem(line.number, "key-commented",
-                    QStringLiteral("a '#' stands before the ':' of %1; it is kept as a comment, "
-                                   "and a save puts a '#' in front")
-                        .arg(quoted(text)));
+            problem(
+                line.number, "key-commented",
+                QStringLiteral("a '#' stands before the ':' of %1; %2").arg(quoted(text), fate));
     }
 }
 

@@ -26,10 +26,28 @@ struct Difference
     QString right;
 };
 
-/** Places are told apart without letter case. */
-QString placeOf(const Item& item)
+/**
+ * Tells the places of items apart, without letter case: a section from a pair without a key, and
+ * what stands in one place again and again.
+ */
+class PlaceCounter
 {
-    return item.section.toLower() + QLatin1Char('\n') + item.key.toLower();
+public:
+    QString placeOf(const Item& item)
+    {
+        const QString section = item.section.toLower();
+        const QString place =
+            item.key.isNull() ? section : section + QLatin1Char('\n') + item.key.toLower();
+        return place + QLatin1Char('\n') + QString::number(m_counts[place]++);
+    }
+
+private:
+    QHash<QString, int> m_counts;
+};
+
+QString orEmpty(const QString& text)
+{
+    return text.isNull() ? QStringLiteral("") : text;
 }
 
 QString joined(const CommentedText& text)
@@ -46,7 +64,7 @@ void addSection(const CPLSection& section, QList<Item>* items)
     const QList<Entry> entries = entriesOf(section);
     for (const Entry& entry : entries) {
         if (entry.isPair())
-            items->append({key, entry.key, joined({entry.value, entry.comment})});
+            items->append({key, orEmpty(entry.key), joined({entry.value, entry.comment})});
         else if (!entry.comment.isEmpty())
             comments += entry.comment;
     }
@@ -94,18 +112,21 @@ QList<Item> itemsOf(const Document& document)
 QList<Difference> compare(const QList<Item>& left, const QList<Item>& right)
 {
     QHash<QString, const Item*> rightItems;
+    PlaceCounter rightPlaces;
     for (const Item& item : right)
-        rightItems.insert(placeOf(item), &item);
+        rightItems.insert(rightPlaces.placeOf(item), &item);
     QList<Difference> differences;
+    PlaceCounter leftPlaces;
     for (const Item& item : left) {
-        const Item* const other = rightItems.take(placeOf(item));
+        const Item* const other = rightItems.take(leftPlaces.placeOf(item));
         if (!other)
             differences.append({item.section, item.key, item.value, QString()});
         else if (other->value != item.value)
             differences.append({item.section, item.key, item.value, other->value});
     }
+    rightPlaces = {};
     for (const Item& item : right) {
-        if (rightItems.contains(placeOf(item)))
+        if (rightItems.contains(rightPlaces.placeOf(item)))
             differences.append({item.section, item.key, QString(), item.value});
     }
     return differences;
@@ -144,11 +165,6 @@ QJsonObject differenceJson(const Difference& difference)
                    {"key", textOrAbsent(difference.key)},
                    {"left", textOrAbsent(difference.left)},
                    {"right", textOrAbsent(difference.right)}});
-}
-
-QString orEmpty(const QString& text)
-{
-    return text.isNull() ? QStringLiteral("") : text;
 }
 
 } // namespace

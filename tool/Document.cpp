@@ -95,10 +95,16 @@ QString decode(QByteArray bytes)
     return QString::fromLatin1(bytes.constData(), bytes.size());
 }
 
+/** Whether the first character is '<', in any of the encodings of XML. */
 bool isXml(const QByteArray& bytes)
 {
-    const QByteArray start = bytes.left(256);
-    return start.mid(start.startsWith("\xEF\xBB\xBF") ? 3 : 0).trimmed().startsWith('<');
+    QByteArray start = bytes.left(256);
+    start.replace('\0', "");
+    for (const char* const mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
+        if (start.startsWith(mark))
+            start.remove(0, int(qstrlen(mark)));
+    }
+    return start.trimmed().startsWith('<');
 }
 
 /** Where the click info begins that was appended last, at its "ClickNumber" header; or -1. */

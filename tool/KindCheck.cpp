@@ -159,9 +159,12 @@ void KindChecker::checkOptics()
 void KindChecker::checkMenuName(const CPLSection& section)
 {
     const QString key = keyOf(section);
-    if (!section.isKeyPresent(Key::MenuName))
-        problem(lineOf(key), "menu-name-missing",
-                QStringLiteral("no 'MenuName' in section %1; it is in no menu").arg(quoted(key)));
+    QString name;
+    section.getRawValue(Key::MenuName, &name);
+    if (name.trimmed().isEmpty())
+        problem(
+            lineOf(key), "menu-name-missing",
+            QStringLiteral("section %1 gives no 'MenuName'; no menu shows it").arg(quoted(key)));
 }
 
 void KindChecker::checkSettings()
@@ -187,7 +190,7 @@ void KindChecker::checkTime(const InfoLine& line)
     if (cut.kind != LineCut::Pair || key.compare(Key::Time, Qt::CaseInsensitive) != 0)
         return;
     const QByteArray value = textOf(bytes, cut.after);
-    const QList<QByteArray> parts = value.left(value.indexOf('#')).trimmed().split(':');
+    const QList<QByteArray> parts = value.split('#').first().trimmed().split(':');
     const bool isShort = std::any_of(parts.begin(), parts.end(),
                                      [](const QByteArray& part) { return part.size() == 1; });
     if (isShort)
@@ -198,7 +201,7 @@ void KindChecker::checkTime(const InfoLine& line)
 
 void KindChecker::checkSpectral()
 {
-    const SpectralFaults faults = m_document.spectral()->faults + unreadableNumbers(m_path);
+    const SpectralFaults faults = m_document.spectral()->faults + elementFaults(m_path);
     for (const SpectralFault& fault : faults)
         problem(fault.line, fault.code, fault.message);
 }

@@ -42,11 +42,10 @@ bool isUserId(const QString& text)
     return pattern.match(text).hasMatch();
 }
 
-/** Whether a DICOM file has got click info; what is appended last counts. */
 bool holdsClickInfo(const QString& file)
 {
     Document document;
-    return document.load(file) && document.isDicom();
+    return document.load(file) && !document.clickNumber().isEmpty();
 }
 
 ExitCode create(const QString& image, const QString& user, const ImageKind& kind, int binning,

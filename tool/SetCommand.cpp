@@ -103,8 +103,7 @@ ExitCode change(const QString& file, const Change& change)
         return fail(file + QLatin1String(": ") + change.key, eSTATUS_KEY_NOT_FOUND);
     const auto value = encoded(change.value, *place);
     if (!value)
-        return fail(WrongUsage,
-                    QLatin1String("the value has characters that the file cannot hold"));
+        return fail(file, QLatin1String("the value has characters that the file cannot hold"));
     const QByteArray bytes = withValue(document.bytes(), place->span, *value);
     Document changed;
     if (!loadBytes(bytes, &changed) || !isChangedOnly(document, changed, change))

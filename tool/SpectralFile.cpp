@@ -165,7 +165,7 @@ Click clickOf(const QDomElement& element)
     return click;
 }
 
-QList<Click> clicksOf(const QDomElement& clickInfo)
+QList<Click> clicksOf(const QDomElement& clickInfo, SpectralFaults* faults)
 {
     QList<Click> clicks;
     if (!is(clickInfo, Spectral::ClickInfo))
@@ -174,6 +174,12 @@ QList<Click> clicksOf(const QDomElement& clickInfo)
         if (is(element, Spectral::Click))
             clicks.append(clickOf(element));
     });
+    const QString stated = clickInfo.attribute(Attribute::TotalClicks);
+    if (stated.toInt() != clicks.size())
+        faults->append({clickInfo.lineNumber(), "clicks-differ",
+                        QStringLiteral("%1 states %2 acquisitions and holds %3")
+                            .arg(clickInfo.tagName(), stated)
+                            .arg(clicks.size())});
     return clicks;
 }
 
@@ -219,7 +225,7 @@ void Collector::add(const QDomElement& element)
 {
     SpectralAnalysis analysis;
     if (readIf(Spectral::Attributes, element, analysisFields, &analysis)) {
-        analysis.clicks = clicksOf(element.nextSibling().toElement());
+        analysis.clicks = clicksOf(element.nextSibling().toElement(), &m_contents.faults);
         m_contents.analyses.append(analysis);
     } else if (is(element, Spectral::PlotResults)) {
         addValues(element, Attribute::TotalPlotValues, Spectral::PlotValues, plotFields,
@@ -284,9 +290,23 @@ bool isNumber(const QString& text)
     return ok;
 }
 
+/** What stands behind a child that is no element is not read. */
+void checkOrder(const QDomElement& parent, SpectralFaults* faults)
+{
+    QDomNode child = parent.firstChild();
+    while (child.isElement())
+        child = child.nextSibling();
+    if (!child.nextSiblingElement().isNull())
+        faults->append({child.lineNumber(), "elements-not-read",
+                        QStringLiteral("a text or comment in %1; the elements behind it are not "
+                                       "read")
+                            .arg(parent.tagName())});
+}
+
 /** Checks an element and everything in it; the reader bounds how deep elements are nested. */
 void checkElement(const QDomElement& element, SpectralFaults* faults)
 {
+    checkOrder(element, faults);
     checkNumbers(element, wholeNumbers, "a whole number", isWhole, faults);
     checkNumbers(element, numbers, "a number", isNumber, faults);
     forEachChild(element, [&](const QDomElement& child) { checkElement(child, faults); });
@@ -326,7 +346,7 @@ std::optional<SpectralFile> readSpectralFile(const QString& path, QString* probl
     return contents;
 }
 
-SpectralFaults unreadableNumbers(const QString& path)
+SpectralFaults elementFaults(const QString& path)
 {
     SpectralFaults faults;
     CPLXMLReader reader;

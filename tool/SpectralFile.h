@@ -57,7 +57,7 @@ struct SpectralFile
     QList<_tagSROISpectralResults> results;
     QList<SpectralCurve> curves;
     std::optional<LinearFit> linearFit;
-    SpectralFaults faults; ///< plots and fits that are not read
+    SpectralFaults faults; ///< where another number of parts is stated than there is
 };
 
 /**
@@ -68,7 +68,7 @@ struct SpectralFile
  */
 std::optional<SpectralFile> readSpectralFile(const QString& path, QString* problem);
 
-/** The attributes of a file that are read as numbers and hold none. */
-SpectralFaults unreadableNumbers(const QString& path);
+/** What is not read of the elements of a file, and attributes that should be numbers. */
+SpectralFaults elementFaults(const QString& path);
 
 #endif

@@ -42,7 +42,8 @@ QString helpText()
                          QLatin1String(verb.summary));
     return text +
            QLatin1String("\n'ovinfo VERB --help' tells more, 'ovinfo --version' the version. Exit "
-                         "codes: 0 done,\n1 a file is at fault or two differ, 2 wrong usage.\n");
+                         "codes: 0 done,\n1 a file is at fault or two differ, 2 wrong usage (diff: "
+                         "or a file cannot be read).\n");
 }
 
 /** Sees to it that the output has arrived before success is claimed. */
@@ -61,11 +62,11 @@ int main(int argc, char* argv[])
     const QString name = words.value(1);
     if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
         print(helpText());
-        return Success;
+        return finish(Success);
     }
     if (name == QLatin1String("--version")) {
         print(QLatin1String("ovinfo " OVPARSER_VERSION "\n"));
-        return Success;
+        return finish(Success);
     }
     for (const Verb& verb : verbs) {
         if (name == QLatin1String(verb.name))
