@@ -255,6 +255,10 @@ private Q_SLOTS:
         row("filter wheel", "Emission Filter 1: a\nb\nEmission Filter 1: c\n", "2 line-without-colon,3 key-twice");
         row("no XML", "<a>\n</b>", "2 malformed-xml");
         row("other XML", "<a/>", "0 not-spectral");
+        QByteArray utf16("\xFF\xFE");
+        for (const char c : QByteArray("<OV3.0.SpectralAnalysis/>"))
+            utf16 += QByteArray(1, c) + '\0';
+        row("spectral in UTF-16", utf16, "");
         row("elements behind a comment",
             QByteArray("<OV>\n<OV.Attributes/>\n<!-- c -->\n<OV.ClickInfo Total.Clicks='0'/>\n</OV>")
                 .replace("OV", "OV3.0.SpectralAnalysis"),
