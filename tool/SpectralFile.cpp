@@ -174,11 +174,12 @@ QList<Click> clicksOf(const QDomElement& clickInfo, SpectralFaults* faults)
         if (is(element, Spectral::Click))
             clicks.append(clickOf(element));
     });
-    const QString stated = clickInfo.attribute(Attribute::TotalClicks);
-    if (stated.toInt() != clicks.size())
+    const int stated = clickInfo.attribute(Attribute::TotalClicks).toInt();
+    if (stated != clicks.size())
         faults->append({clickInfo.lineNumber(), "clicks-differ",
                         QStringLiteral("%1 states %2 acquisitions and holds %3")
-                            .arg(clickInfo.tagName(), stated)
+                            .arg(clickInfo.tagName())
+                            .arg(stated)
                             .arg(clicks.size())});
     return clicks;
 }
