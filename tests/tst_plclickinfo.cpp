@@ -107,6 +107,39 @@ class TestClickInfo : public QObject
 
 private Q_SLOTS:
 
+    void aSectionIsHeldOnce()
+    {
+        CPLClickInfo info;
+        CPLClickInfo other;
+        CPLSequenceInfo sequence;
+        auto* const section = new CPLSection("Camera"_s, "Unit A"_s);
+        QCOMPARE(info.addSection(section), eSTATUS_SUCCESS);
+        QCOMPARE(info.addSection(section), eSTATUS_SUCCESS);
+        QCOMPARE(section->setSectionKey("Renamed"_s), eSTATUS_SUCCESS);
+        QCOMPARE(info.addSection(section), eSTATUS_INVALID_ARGUMENT);
+        QCOMPARE(other.addSection(section), eSTATUS_INVALID_ARGUMENT);
+        QCOMPARE(sequence.addSection(section), eSTATUS_INVALID_ARGUMENT);
+        const CPLClickInfo copy(info);
+        QCOMPARE(other.addSection(copy["Camera"_s]), eSTATUS_INVALID_ARGUMENT);
+        QVERIFY(!other[0]);
+        QVERIFY(!sequence[0]);
+        auto* const free = new CPLSection(*section);
+        QCOMPARE(other.addSection(free), eSTATUS_SUCCESS);
+        QCOMPARE(other[0], free);
+    }
+
+    void byteOrderMarkIsPassedOver()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("ClickInfo.txt"_s);
+        const QByteArray text = "*** A:\tfirst\r\nKey:\t1\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n";
+        support::writeFile(path, "\xEF\xBB\xBF" + text);
+        CPLClickInfo info;
+        QCOMPARE(info.loadClickInfo(path, false), eSTATUS_SUCCESS);
+        QCOMPARE(info.getFileSectionCount(), 2);
+        QCOMPARE(info.getClickInfoData(), text);
+    }
+
     void initTestCase()
     {
         qputenv("TZ", "UTC");

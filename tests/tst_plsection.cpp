@@ -26,6 +26,64 @@ private Q_SLOTS:
         QCOMPARE(text, "*** Camera:\tUnit A\r\n\r\n"_s);
     }
 
+    void findsKeysInAnyLetterCase_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("asked");
+        QTest::addColumn<bool>("found");
+        const QString longKey = "Field of View "_s.repeated(30);
+        support::row("short", "Ab"_s, "aB"_s, true);
+        support::row("other letter", "Ab"_s, "Ac"_s, false);
+        support::row("eight letters", "ABCDefgh"_s, "abcdEFGH"_s, true);
+        support::row("sign beside a letter", "key @[`{"_s, "KEY `{@["_s, false);
+        support::row("only the end differs", "Luminescent Exposure (Seconds)"_s, "LUMINESCENT EXPOSURE (SECONDS]"_s, false);
+        support::row("long", longKey.trimmed(), longKey.trimmed().toUpper(), true);
+        support::row("start of a long one", longKey.trimmed(), "Field of View"_s, false);
+        support::row("Latin-1", u8"Größe in Ångström"_s, u8"GRÖßE IN ÅNGSTRÖM"_s, true);
+        support::row("signs of Latin-1", u8"a×b"_s, u8"a÷b"_s, false);
+        support::row("beyond Latin-1", u8"Σίγμα"_s, u8"ΣΊΓΜΑ"_s, true);
+        support::row("asked with a Kelvin sign", "Key"_s, u8"\u212Aey"_s, true);
+        support::row("written with a Kelvin sign", u8"\u212Aey"_s, "KEY"_s, true);
+    }
+
+    void findsKeysInAnyLetterCase()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, asked);
+        QFETCH(bool, found);
+        CPLSection read;
+        read.loadSectionData("First:1\n"_s + key + ": 2 # old\nLast:3"_s);
+        CPLSection made;
+        made.addKeyValue(key, "2 # old"_s);
+        for (CPLSection* const section : {&read, &made}) {
+            QCOMPARE(section->isKeyPresent(asked), found);
+            QCOMPARE(section->setValue(asked, 5), found ? eSTATUS_SUCCESS : eSTATUS_KEY_NOT_FOUND);
+            const int pairs = section->count();
+            QCOMPARE(section->addKeyValue(asked, "6"_s), eSTATUS_SUCCESS);
+            QCOMPARE(section->count(), found ? pairs : pairs + 1);
+            QCOMPARE((*section)[key], found ? "6"_s : "2"_s);
+            QVERIFY(support::keysOf(section).split(u'|').contains(key));
+        }
+    }
+
+    void commentsShareTheKeysOfPairs()
+    {
+        CPLSection section;
+        section.loadSectionData("# first\nCOMMENTLINE 0: pair\nplain\nKey: 1\ncommentline 0: last"_s);
+        QCOMPARE(section.count(), 3);
+        QString key;
+        QCOMPARE(section.getKey(1, &key), eSTATUS_SUCCESS);
+        QCOMPARE(key, "Key"_s);
+        QCOMPARE(section["CommentLine 0"_s], "last"_s);
+        QCOMPARE(section.setRawValue("CommentLine 1"_s, "# mine"_s), eSTATUS_SUCCESS);
+        QCOMPARE(section.setRawValue("commentline 0"_s, "all"_s), eSTATUS_SUCCESS);
+        const CPLSection copy = section;
+        section.clearKeyValuePairs();
+        QString text;
+        copy.saveSectionData(text);
+        QCOMPARE(text, "*** :\t\r\nall\r\nall\r\n# mine\r\nKey:\t1\r\nall\r\n\r\n"_s);
+    }
+
     void readsValues_data()
     {
         QTest::addColumn<QString>("key");

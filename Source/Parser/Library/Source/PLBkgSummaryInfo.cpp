@@ -71,12 +71,12 @@ tag_estatus CPLBkgSummaryInfo::removeSection(QString sectionKey)
 tag_estatus CPLBkgSummaryInfo::loadTextBuffer(const QString& text)
 {
     return guarded([&] {
-        const QString latin1 = latin1Form(text);
-        BlockReader blocks(trimmed(latin1));
+        const QByteArray latin1 = text.toLatin1();
+        BlockReader blocks(trimmed(latin1View(latin1)));
         int number = 0;
         tag_estatus status = eSTATUS_SUCCESS;
-        for (QStringView block; status == eSTATUS_SUCCESS && blocks.next(&block);)
-            status = loadBlock(block.toString(), ++number);
+        for (QLatin1String block; status == eSTATUS_SUCCESS && blocks.next(&block);)
+            status = loadBlock(block, ++number);
         return status;
     });
 }

@@ -5,7 +5,7 @@
 #include "internal/ImageSections.h"
 #include "internal/InfoText.h"
 #include "internal/LabelSets.h"
-#include "internal/SectionAccess.h"
+#include "internal/SectionStore.h"
 #include "internal/TextFile.h"
 #include "internal/ValueSearch.h"
 #include "internal/VersionStamp.h"
@@ -14,6 +14,7 @@
 
 #include <ctime>
 #include <string_view>
+#include <typeinfo>
 
 using namespace ovparser::internal;
 
@@ -25,16 +26,16 @@ namespace {
 
 constexpr std::size_t maxTextPiece = 200;
 
-template <typename Result>
-tag_estatus getFrom(const CPLSection* section, QString key, Result* value)
+template <typename Value>
+tag_estatus getFrom(const CPLSection* section, const QString& key, Value* value)
 {
-    return section ? section->getValue(std::move(key), value) : eSTATUS_SECTION_NOT_FOUND;
+    return section ? readValue(*section, key, value) : eSTATUS_SECTION_NOT_FOUND;
 }
 
-template <typename Input>
-tag_estatus setIn(CPLSection* section, QString key, Input value)
+template <typename Value>
+tag_estatus setIn(CPLSection* section, const QString& key, const Value& value)
 {
-    return section ? section->setValue(std::move(key), value) : eSTATUS_SECTION_NOT_FOUND;
+    return section ? changeValue(*section, key, value) : eSTATUS_SECTION_NOT_FOUND;
 }
 
 QString timeStamp(const struct tm& time)
@@ -62,6 +63,14 @@ void setBinning(sIASetupInfo& setup, tag_eimagetype type, int binning)
     default:
         break;
     }
+}
+
+std::unique_ptr<CPLSection> imageSection(const QString& name, tag_eimagetype type,
+                                         const sIASetupInfo& setup, bool settings)
+{
+    auto section = std::make_unique<CPLSection>(imageSectionKey(type), name);
+    addImageKeys(*section, type, setup, settings);
+    return section;
 }
 
 struct DisplayType
@@ -93,15 +102,8 @@ CPLClickInfo::CPLClickInfo() = default;
 CPLClickInfo::CPLClickInfo(const CPLClickInfo& other)
     : CPLClickInfo()
 {
-    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry) {
-        auto copy = std::make_unique<CPLSection>(**entry);
-        copy->shareKeys(&keyCache);
-        sections.insert(sections.cend(), entry.key(), copy.get());
-        static_cast<void>(copy.release());
-    }
+    store().copy(other.sections, other.sectionKeys);
     clickNumber = other.clickNumber;
-    sectionKeys = other.sectionKeys;
-    sectionCount = other.sectionCount;
     fileSectionCount = other.fileSectionCount;
     preambleLines = other.preambleLines;
 }
@@ -118,13 +120,17 @@ CPLClickInfo& CPLClickInfo::operator=(const CPLClickInfo& other)
     std::swap(sectionCount, copy.sectionCount);
     std::swap(fileSectionCount, copy.fileSectionCount);
     preambleLines.swap(copy.preambleLines);
-    keyCache.swap(copy.keyCache);
     return *this;
 }
 
 CPLClickInfo::~CPLClickInfo()
 {
     qDeleteAll(sections);
+}
+
+SectionStore CPLClickInfo::store()
+{
+    return {sections, sectionKeys, sectionCount};
 }
 
 tag_estatus CPLClickInfo::loadSectionData(QString& block, QString sectionKey)
@@ -153,24 +159,9 @@ tag_estatus CPLClickInfo::addSection(CPLSection* section)
         return eSTATUS_EMPTY_SECTION_KEY;
     return guarded([&] {
         const QString lowerKey = mapKey(key);
-        if (!sections.contains(lowerKey))
-            insertSection(sectionCount, key, lowerKey, section);
-        return eSTATUS_SUCCESS;
+        return sections.contains(lowerKey) ? eSTATUS_SUCCESS
+                                           : store().insert(sectionCount, lowerKey, section);
     });
-}
-
-// Either the document holds the section afterwards, or it is as it was.
-void CPLClickInfo::insertSection(int position, const QString& key, const QString& lowerKey,
-                                 CPLSection* section)
-{
-    const auto entry = sections.insert(lowerKey, section);
-    try {
-        sectionKeys.insert(position, key);
-    } catch (...) {
-        sections.erase(entry);
-        throw;
-    }
-    ++sectionCount;
 }
 
 // An override of addSection() may put a section in the place of another one, or fail after the
@@ -180,7 +171,6 @@ tag_estatus CPLClickInfo::take(std::unique_ptr<CPLSection> section)
     QString key;
     section->getSectionKey(&key);
     key = mapKey(std::move(key));
-    section->shareKeys(&keyCache);
     const tag_estatus status = addSection(section.get());
     if (sections.value(key) == section.get())
         static_cast<void>(section.release());
@@ -191,53 +181,69 @@ tag_estatus CPLClickInfo::removeSection(QString sectionKey)
 {
     return guarded([&] {
         const QString lowerKey = mapKey(std::move(sectionKey));
-        const int position = sections.contains(lowerKey) ? sectionPosition(lowerKey) : -1;
-        if (position < 0)
-            return eSTATUS_SUCCESS;
-        sectionKeys.removeAt(position);
-        --sectionCount;
-        delete sections.take(lowerKey);
-        return eSTATUS_SUCCESS;
+        const int place = sections.contains(lowerKey) ? placeOf(lowerKey) : -1;
+        if (place >= 0)
+            store().remove(place, lowerKey);
     });
 }
 
-int CPLClickInfo::sectionPosition(const QString& lowerKey) const
+int CPLClickInfo::placeOf(const QString& lowerKey) const
 {
     // Making a map key takes memory, so do it only for keys that look alike.
-    const int position = positionOf(sectionKeys, [&](const QString& key) {
+    const int place = placeOfKey(sectionKeys, [&](const QString& key) {
         return key.compare(lowerKey, Qt::CaseInsensitive) == 0 && mapKey(key) == lowerKey;
     });
-    if (position >= 0)
-        return position;
+    if (place >= 0)
+        return place;
     // A few letters, such as a capital I with a dot, do not look like their lower-case form.
-    return positionOf(sectionKeys, [&](const QString& key) { return mapKey(key) == lowerKey; });
+    return placeOfKey(sectionKeys, [&](const QString& key) { return mapKey(key) == lowerKey; });
 }
 
 tag_estatus CPLClickInfo::loadTextBuffer(const QString& text)
 {
-    return guarded([&] {
-        const QString latin1 = latin1Form(text);
-        BlockReader blocks(trimmed(latin1));
-        tag_estatus status = eSTATUS_SUCCESS;
-        for (QStringView block; status == eSTATUS_SUCCESS && blocks.next(&block);)
-            status = loadBlock(trimmed(block));
-        return status;
-    });
+    return guarded([&] { return loadBlocks(text.toLatin1()); });
 }
 
-tag_estatus CPLClickInfo::loadBlock(QStringView text)
+/** Whether no derived class may want to see the blocks or sections of a text. */
+bool CPLClickInfo::isPlain() const
 {
-    const auto key = headerKey(firstLine(text));
+    return typeid(*this) == typeid(CPLClickInfo);
+}
+
+tag_estatus CPLClickInfo::loadBlocks(const QByteArray& text)
+{
+    BlockReader blocks(trimmed(latin1View(text)));
+    tag_estatus status = eSTATUS_SUCCESS;
+    for (QLatin1String block; status == eSTATUS_SUCCESS && blocks.next(&block);)
+        status = loadBlock(text, trimmed(block));
+    return status;
+}
+
+tag_estatus CPLClickInfo::loadBlock(const QByteArray& text, QLatin1String block)
+{
+    const QLatin1String header = firstLine(block);
+    const auto key = headerKey(header);
     if (!key)
         return eSTATUS_BAD_FORMAT;
-    const QString sectionKey = key->toString();
-    QString block = text.toString();
+    const QString sectionKey = *key;
     if (sectionKey.compare(Section::ClickNumber, Qt::CaseInsensitive) == 0) {
-        clickNumber = clickNumberOf(block).value_or(clickNumber);
+        clickNumber = clickNumberOf(QString(header)).value_or(clickNumber);
         if (clickNumber.isEmpty())
             return eSTATUS_EMPTY_SECTION_KEY;
     }
-    return loadSectionData(block, sectionKey);
+    if (!isPlain()) {
+        QString ownBlock = block;
+        return loadSectionData(ownBlock, sectionKey);
+    }
+    const QString lowerKey = mapKey(sectionKey);
+    if (sections.contains(lowerKey))
+        return eSTATUS_SUCCESS;
+    if (sectionKey.isEmpty())
+        return eSTATUS_EMPTY_SECTION_KEY;
+    auto section = SectionAccess::make(sectionKey, cutAtColon(header).after, text,
+                                       QLatin1String(header.end(), block.end()));
+    store().insert(sectionCount, lowerKey, std::move(section));
+    return eSTATUS_SUCCESS;
 }
 
 void CPLClickInfo::clearData()
@@ -250,7 +256,6 @@ void CPLClickInfo::clearData()
     clickNumber = QString();
     sectionKeys.clear();
     preambleLines.clear();
-    keyCache.reset();
     sectionCount = 0;
     fileSectionCount = 0;
 }
@@ -258,26 +263,23 @@ void CPLClickInfo::clearData()
 tag_estatus CPLClickInfo::loadClickInfo(QString path, bool appendUser)
 {
     return guarded([&] {
-        QByteArray bytes;
-        tag_estatus status = readFile(path, &bytes);
-        if (status != eSTATUS_SUCCESS)
-            return status;
-        status = loadClickInfoText(decodeInfoText(std::move(bytes)));
-        if (status != eSTATUS_SUCCESS || !appendUser)
-            return status;
-        return appendUserSpecificSections(false);
+        QByteArray text;
+        tag_estatus status = readInfoFile(path, &text);
+        if (status == eSTATUS_SUCCESS)
+            status = loadInfoBytes(text);
+        return status == eSTATUS_SUCCESS && appendUser ? appendUserSpecificSections(false) : status;
     });
 }
 
 tag_estatus CPLClickInfo::loadAnalyzedClickInfo(QString path)
 {
     return guarded([&] {
-        QByteArray bytes;
-        tag_estatus status = readFile(path, &bytes);
+        QByteArray text;
+        tag_estatus status = readInfoFile(path, &text);
         if (status != eSTATUS_SUCCESS)
             return status;
         startLoading();
-        status = loadTextBuffer(decodeInfoText(std::move(bytes)));
+        status = isPlain() ? loadBlocks(text) : loadTextBuffer(decodeInfoText(text));
         return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
     });
 }
@@ -287,8 +289,7 @@ tag_estatus CPLClickInfo::loadClickInfoDcm(const char* buffer, int length)
     if (!buffer)
         return eSTATUS_NULL_ARGUMENT;
     return guarded([&] {
-        const tag_estatus status =
-            loadClickInfoText(decodeInfoText(QByteArray(buffer, qMax(length, 0))));
+        const tag_estatus status = loadInfoBytes(infoBytes(QByteArray(buffer, qMax(length, 0))));
         return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
     });
 }
@@ -306,6 +307,20 @@ tag_estatus CPLClickInfo::loadClickInfoText(const QString& text)
     fileSectionCount = 0;
     preambleLines = preambleOf(text);
     const tag_estatus status = loadTextBuffer(text);
+    if (status == eSTATUS_SUCCESS)
+        fileSectionCount = sectionCount;
+    return status;
+}
+
+// As loadClickInfoText(), which overrides of loadTextBuffer() ask for, but without copies.
+tag_estatus CPLClickInfo::loadInfoBytes(const QByteArray& text)
+{
+    if (!isPlain())
+        return loadClickInfoText(decodeInfoText(text));
+    startLoading();
+    fileSectionCount = 0;
+    preambleLines = preambleOf(latin1View(text));
+    const tag_estatus status = loadBlocks(text);
     if (status == eSTATUS_SUCCESS)
         fileSectionCount = sectionCount;
     return status;
@@ -396,10 +411,11 @@ QByteArray CPLClickInfo::documentText() const
 {
     QByteArray data;
     for (const QString& line : preambleLines)
-        data += (line + PLKeyword::Text::LineEnd).toLatin1();
+        appendText(data, line + PLKeyword::Text::LineEnd);
+    SectionWriter writer(data);
     for (const QString& key : sectionKeys)
-        data += latin1TextOf(*find(key));
-    data += PLKeyword::Text::DocumentEnd.data();
+        writer.write(*find(key));
+    appendText(data, PLKeyword::Text::DocumentEnd);
     return data;
 }
 
@@ -413,9 +429,9 @@ CPLSection* CPLClickInfo::operator[](QString sectionKey) const
     return answerOf([&] { return find(std::move(sectionKey)); });
 }
 
-CPLSection* CPLClickInfo::find(QString sectionKey) const
+CPLSection* CPLClickInfo::find(const QString& sectionKey) const
 {
-    return sections.value(mapKey(std::move(sectionKey)));
+    return sections.value(mapKey(sectionKey));
 }
 
 CPLSection* CPLClickInfo::operator[](int index) const
@@ -475,78 +491,97 @@ tag_estatus CPLClickInfo::setClickNumber(QString number)
 
 void CPLClickInfo::loadClickNumber(QString block)
 {
-    guarded([&] {
-        clickNumber = clickNumberOf(block).value_or(clickNumber);
-        return eSTATUS_SUCCESS;
-    });
+    guarded([&] { clickNumber = clickNumberOf(block).value_or(clickNumber); });
 }
 
 void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
 {
-    guarded([&] {
-        clickNumber = prefix + suffix;
-        return eSTATUS_SUCCESS;
-    });
+    guarded([&] { clickNumber = prefix + suffix; });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, QString* value) const
 {
-    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, int* value) const
 {
-    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, long* value) const
 {
-    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, short* value) const
 {
-    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, float* value) const
 {
-    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, double* value) const
 {
-    return guarded([&] { return getFrom(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
+}
+
+tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, qint64* value) const
+{
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
+}
+
+tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, unsigned* value) const
+{
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
+}
+
+tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, bool* value) const
+{
+    return guarded([&] { return getFrom(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, QString value)
 {
-    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, int value)
 {
-    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, long value)
 {
-    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, short value)
 {
-    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, float value)
 {
-    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, double value)
 {
-    return guarded([&] { return setIn(find(std::move(sectionKey)), std::move(key), value); });
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
+}
+
+tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, qint64 value)
+{
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
+}
+
+tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, unsigned value)
+{
+    return guarded([&] { return setIn(find(sectionKey), key, value); });
 }
 
 tag_estatus CPLClickInfo::addImageSection(QString path, QString userId, tag_eimagetype type,
@@ -564,31 +599,27 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
     if (!setup)
         return eSTATUS_NULL_ARGUMENT;
     return guarded([&] {
-        const QString key = imageSectionKey(type);
+        const QString key = mapKey(imageSectionKey(type));
         if (key.isEmpty())
             return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
-        const QString lowerKey = mapKey(key);
-        if (sections.contains(lowerKey))
+        if (sections.contains(key))
             return eSTATUS_SECTION_EXISTS;
-        auto section = std::make_unique<CPLSection>(key, name);
-        addImageKeys(*section, type, *setup, settings);
+        const QString correctedKey = mapKey(imageSectionKey(eIMAGE_LUMINESCENT_CORRECTED));
+        auto image = imageSection(name, type, *setup, settings);
+        std::unique_ptr<CPLSection> corrected;
+        if (hasCorrectedCompanion(type) && !settings)
+            corrected = imageSection(PLKeyword::File::CorrectedImage, eIMAGE_LUMINESCENT_CORRECTED,
+                                     *setup, false);
         const int readBiasOnly =
-            followsReadBiasOnly(type) ? sectionPosition(mapKey(Section::ReadBiasOnly)) : -1;
-        insertSection(readBiasOnly < 0 ? sectionCount : readBiasOnly + 1, key, lowerKey,
-                      section.get());
-        static_cast<void>(section.release());
-        if (!hasCorrectedCompanion(type) || settings)
+            followsReadBiasOnly(type) ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
+        const int place = readBiasOnly < 0 ? sectionCount : readBiasOnly + 1;
+        store().insert(place, key, std::move(image));
+        if (!corrected || sections.contains(correctedKey))
             return eSTATUS_SUCCESS;
-        const tag_estatus status = guarded([&] {
-            return addTiffImageSection(PLKeyword::File::CorrectedImage,
-                                       eIMAGE_LUMINESCENT_CORRECTED, setup, false);
-        });
-        if (status != eSTATUS_OUT_OF_MEMORY)
-            return eSTATUS_SUCCESS;
-        // Both sections or none, so that the caller can try again.
-        sectionKeys.removeOne(key);
-        delete sections.take(lowerKey);
-        --sectionCount;
+        const tag_estatus status = guarded(
+            [&] { store().insert(sectionCount, correctedKey, std::move(corrected)); });
+        if (status != eSTATUS_SUCCESS)
+            store().remove(place, key); // both sections or none, so that the caller can try again
         return status;
     });
 }

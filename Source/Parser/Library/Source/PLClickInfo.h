@@ -251,11 +251,14 @@ public:
      * @return eSTATUS_SECTION_NOT_FOUND, else the section's status
      */
     tag_estatus getValue(QString sectionKey, QString key, QString* value) const;
-    tag_estatus getValue(QString sectionKey, QString key, int* value) const;    ///< @overload
-    tag_estatus getValue(QString sectionKey, QString key, long* value) const;   ///< @overload
-    tag_estatus getValue(QString sectionKey, QString key, short* value) const;  ///< @overload
-    tag_estatus getValue(QString sectionKey, QString key, float* value) const;  ///< @overload
-    tag_estatus getValue(QString sectionKey, QString key, double* value) const; ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, int* value) const;      ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, long* value) const;     ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, short* value) const;    ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, float* value) const;    ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, double* value) const;   ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, qint64* value) const;   ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, unsigned* value) const; ///< @overload
+    tag_estatus getValue(QString sectionKey, QString key, bool* value) const;     ///< @overload
 
     /**
      * Changes a value of a section, as CPLSection::setValue() does; never adds a key.
@@ -263,11 +266,13 @@ public:
      * @return eSTATUS_SECTION_NOT_FOUND, else the section's status
      */
     tag_estatus setValue(QString sectionKey, QString key, QString value);
-    tag_estatus setValue(QString sectionKey, QString key, int value);    ///< @overload
-    tag_estatus setValue(QString sectionKey, QString key, long value);   ///< @overload
-    tag_estatus setValue(QString sectionKey, QString key, short value);  ///< @overload
-    tag_estatus setValue(QString sectionKey, QString key, float value);  ///< @overload
-    tag_estatus setValue(QString sectionKey, QString key, double value); ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, int value);      ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, long value);     ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, short value);    ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, float value);    ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, double value);   ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, qint64 value);   ///< @overload
+    tag_estatus setValue(QString sectionKey, QString key, unsigned value); ///< @overload
     ///@}
 
     /** @name Sections of a new acquisition */
@@ -362,7 +367,7 @@ protected:
     tag_estatus loadClickInfoText(const QString& text);
 
     /** The section with this key; null when absent. Throws std::bad_alloc, unlike operator[]. */
-    [[nodiscard]] CPLSection* find(QString sectionKey) const;
+    [[nodiscard]] CPLSection* find(const QString& sectionKey) const;
 
     /**
      * Adds a new section; one that the document does not take is destroyed. Throws std::bad_alloc.
@@ -379,14 +384,14 @@ protected:
     QStringList preambleLines;           ///< the lines before the first section
 
 private:
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT ovparser::internal::SectionStore store();
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT QByteArray documentText() const;
-    [[nodiscard]] PARSERLIBRARY_NO_EXPORT int sectionPosition(const QString& lowerKey) const;
-    PARSERLIBRARY_NO_EXPORT void insertSection(int position, const QString& key,
-                                               const QString& lowerKey, CPLSection* section);
-    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(QStringView text);
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT int placeOf(const QString& lowerKey) const;
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT bool isPlain() const;
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadInfoBytes(const QByteArray& text);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlocks(const QByteArray& text);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(const QByteArray& text, QLatin1String block);
     PARSERLIBRARY_NO_EXPORT void startLoading();
-
-    std::shared_ptr<ovparser::internal::KeyCache> keyCache; ///< null until a section is taken
 };
 
 #endif

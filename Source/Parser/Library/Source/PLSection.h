@@ -8,15 +8,16 @@
 #include "PLExport.h"
 #include "PLStatus.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-#include <memory>
-
-class CPLClickInfo;
+#include <atomic>
 
 namespace ovparser::internal {
-class KeyCache;
+class Entries;
+struct SectionAccess;
+struct SectionStore;
 }
 
 /**
@@ -31,8 +32,8 @@ class KeyCache;
  * its output arguments. Every operation that gives a status gives eSTATUS_OUT_OF_MEMORY when memory
  * runs out; a query gives nothing then: null, false or 0. Copying throws std::bad_alloc.
  *
- * The text of a body is taken apart when its entries are first asked for, also by a const
- * operation: one thread at a time may use a section.
+ * Several threads may call const operations of a section that nobody changes. The text of a body is
+ * taken apart when its entries are first asked for; that is safe, too.
  */
 class PARSERLIBRARY_EXPORT CPLSection
 {
@@ -59,8 +60,8 @@ public:
      * Lines end in LF; white space around lines, keys and values does not count. A key that occurs
      * again keeps an entry of its own, but all its entries have the value read last.
      *
-     * @param text  the text after the section's header line; when it borrows its characters and
-     *              memory runs out, the section has no entries
+     * @param text  the text after the section's header line; when memory runs out, the section has no
+     *              entries
      */
     void loadSectionData(QString text);
 
@@ -86,7 +87,8 @@ public:
      * Reads a value without its comment.
      *
      * The forms with a number convert the text (base 10, '.' as decimal point, a long as wide as
-     * the platform's); a text that is no such number gives 0 and eSTATUS_SUCCESS.
+     * the platform's); a text that is no such number gives 0 and eSTATUS_SUCCESS. A bool is true
+     * for an integer other than 0.
      *
      * @param key    the key, in any letter case
      * @param value  receives the value
@@ -94,11 +96,14 @@ public:
      *         eSTATUS_KEY_NOT_FOUND when there is no such key
      */
     tag_estatus getValue(QString key, QString* value) const;
-    tag_estatus getValue(QString key, short* value) const;  ///< @overload
-    tag_estatus getValue(QString key, int* value) const;    ///< @overload
-    tag_estatus getValue(QString key, long* value) const;   ///< @overload
-    tag_estatus getValue(QString key, float* value) const;  ///< @overload
-    tag_estatus getValue(QString key, double* value) const; ///< @overload
+    tag_estatus getValue(QString key, short* value) const;    ///< @overload
+    tag_estatus getValue(QString key, int* value) const;      ///< @overload
+    tag_estatus getValue(QString key, long* value) const;     ///< @overload
+    tag_estatus getValue(QString key, float* value) const;    ///< @overload
+    tag_estatus getValue(QString key, double* value) const;   ///< @overload
+    tag_estatus getValue(QString key, qint64* value) const;   ///< @overload
+    tag_estatus getValue(QString key, unsigned* value) const; ///< @overload
+    tag_estatus getValue(QString key, bool* value) const;     ///< @overload
 
     /**
      * Reads a value as it is stored, with its comment.
@@ -115,11 +120,13 @@ public:
      * @return eSTATUS_KEY_NOT_FOUND when there is no such key
      */
     tag_estatus setValue(QString key, QString value);
-    tag_estatus setValue(QString key, short value);  ///< @overload
-    tag_estatus setValue(QString key, int value);    ///< @overload
-    tag_estatus setValue(QString key, long value);   ///< @overload
-    tag_estatus setValue(QString key, float value);  ///< @overload
-    tag_estatus setValue(QString key, double value); ///< @overload
+    tag_estatus setValue(QString key, short value);    ///< @overload
+    tag_estatus setValue(QString key, int value);      ///< @overload
+    tag_estatus setValue(QString key, long value);     ///< @overload
+    tag_estatus setValue(QString key, float value);    ///< @overload
+    tag_estatus setValue(QString key, double value);   ///< @overload
+    tag_estatus setValue(QString key, qint64 value);   ///< @overload
+    tag_estatus setValue(QString key, unsigned value); ///< @overload
 
     /**
      * Changes the stored text of a key, comment included; never adds a key.
@@ -217,27 +224,17 @@ public:
     ///@}
 
 private:
-    friend class ::CPLClickInfo;
+    friend struct ovparser::internal::SectionAccess;
+    using Entries = ovparser::internal::Entries;
 
-    struct Entries;
-    using KeyCache = ovparser::internal::KeyCache;
-
-    PARSERLIBRARY_NO_EXPORT void shareKeys(std::shared_ptr<KeyCache>* cache);
-    PARSERLIBRARY_NO_EXPORT void readBody() const;
-    [[nodiscard]] PARSERLIBRARY_NO_EXPORT const Entries& entries() const;
-    [[nodiscard]] PARSERLIBRARY_NO_EXPORT Entries& entries();
-    template <typename Number, typename Convert>
-    tag_estatus getNumber(QString key, Number* value, Convert convert) const;
-    template <typename Number, typename Format>
-    tag_estatus setNumber(QString key, Number value, Format format);
-    template <typename Pick>
-    tag_estatus listPairs(QStringList* list, Pick pick) const;
 
     QString sectionKey;
     QString sectionName;
-    mutable QString body;                         ///< text of the entries until their first use
-    mutable std::unique_ptr<Entries> openEntries; ///< null until then
-    std::shared_ptr<KeyCache> keyCache;           ///< of the document; null without one
+    QByteArray fileText; ///< in which the body stands; the sections of a file share it
+    int bodyStart = 0; ///< where the body stands in it
+    int bodySize = 0;
+    mutable std::atomic<Entries*> openEntries = {nullptr}; ///< owned; null until their first use
+    bool held = false;                                     ///< by a document
 };
 
 #endif

@@ -4,7 +4,7 @@
 #include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/LabelSets.h"
-#include "internal/SectionAccess.h"
+#include "internal/SectionStore.h"
 #include "internal/TextFile.h"
 #include "internal/VersionStamp.h"
 
@@ -17,7 +17,6 @@
 #include <cstdio>
 #include <iterator>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include <sys/stat.h>
@@ -51,62 +50,56 @@ const char* findMark(const char* first, const char* last)
     return std::search(first, last, mark.begin(), mark.end());
 }
 
-/** How the bytes of one section are turned into text. */
-class ChunkDecoder
+// Given its size, Qt reads past a NUL.
+QString fromUtf8(QLatin1String bytes)
 {
-public:
-    explicit ChunkDecoder(const QByteArray& chunk)
-        : m_utf8(fromUtf8(chunk).toUtf8() == chunk)
-    {}
-
-    [[nodiscard]] QString operator()(const QByteArray& bytes) const
-    {
-        return m_utf8 ? fromUtf8(bytes) : QString::fromLatin1(bytes.constData(), bytes.size());
-    }
-
-private:
-    // Given its size, Qt reads past a NUL.
-    static QString fromUtf8(const QByteArray& bytes)
-    {
-        return QString::fromUtf8(bytes.constData(), bytes.size());
-    }
-
-    bool m_utf8;
-};
-
-/** The name that a section's header line gives, without its comment. */
-QString nameIn(QStringView header)
-{
-    const ColonCut cut = cutAtColon(header);
-    return cut.kind == ColonCut::Pair ? withoutComment(cut.after.toString()) : QString();
+    return QString::fromUtf8(bytes.data(), int(bytes.size()));
 }
 
-struct FileBytes
-{
-    tag_estatus status = eSTATUS_SUCCESS;
-    std::unique_ptr<char[]> bytes;
-    int size = 0;
+/** How the bytes of one section are turned into text. */
+enum class Encoding {
+    Ascii,
+    Utf8,
+    Latin1, ///< what is not valid UTF-8
 };
+
+Encoding encodingOf(QLatin1String chunk)
+{
+    uchar bits = 0;
+    for (const char c : chunk)
+        bits |= uchar(c);
+    if (bits <= 0x7F)
+        return Encoding::Ascii;
+    return latin1View(fromUtf8(chunk).toUtf8()) == chunk ? Encoding::Utf8 : Encoding::Latin1;
+}
+
+/** The name that a section's header line gives, without its comment. */
+template <typename Text>
+QString nameIn(Text header)
+{
+    const auto parts = cutAtColon(header);
+    return parts.kind == parts.Pair ? withoutComment(toText(parts.after)) : QString();
+}
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-FileBytes readWhole(const QByteArray& path)
+tag_estatus readWhole(const QByteArray& path, QByteArray* bytes)
 {
     struct stat info = {};
     if (!mayBeRead(path) || ::stat(path.constData(), &info) != 0)
-        return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
+        return eSTATUS_FILE_NOT_FOUND;
     if (qint64(info.st_size) > maxTextFileSize)
-        return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
-    const auto size = std::size_t(info.st_size);
-    std::unique_ptr<char[]> bytes(new (std::nothrow) char[size + 1]());
-    if (!bytes)
-        return {eSTATUS_OUT_OF_MEMORY, nullptr, 0};
+        return eSTATUS_OUT_OF_MEMORY;
     const File file(std::fopen(path.constData(), "rb"), &std::fclose);
     if (!file)
-        return {eSTATUS_FILE_NOT_FOUND, nullptr, 0};
-    if (std::fread(bytes.get(), 1, size, file.get()) < size)
-        return {eSTATUS_FILE_READ_FAILED, nullptr, 0};
-    return {eSTATUS_SUCCESS, std::move(bytes), int(size)};
+        return eSTATUS_FILE_NOT_FOUND;
+    std::setbuf(file.get(), nullptr);
+    QByteArray content(int(info.st_size), Qt::Uninitialized);
+    const auto size = std::size_t(content.size());
+    if (std::fread(content.data(), 1, size, file.get()) < size)
+        return eSTATUS_FILE_READ_FAILED;
+    bytes->swap(content);
+    return eSTATUS_SUCCESS;
 }
 
 } // namespace
@@ -116,19 +109,13 @@ CPLSequenceInfo::CPLSequenceInfo() = default;
 CPLSequenceInfo::CPLSequenceInfo(const CPLSequenceInfo& other)
     : CPLSequenceInfo()
 {
-    for (auto entry = other.sections.cbegin(); entry != other.sections.cend(); ++entry) {
-        auto copy = std::make_unique<CPLSection>(**entry);
-        sections.insert(sections.cend(), entry.key(), copy.get());
-        static_cast<void>(copy.release());
-    }
+    store().copy(other.sections, other.sectionKeys);
     clickNumbers = other.clickNumbers;
     sequenceInfoPath = other.sequenceInfoPath;
     datasetName = other.datasetName;
     userId = other.userId;
     datasetCount = other.datasetCount;
     emptySequence = other.emptySequence;
-    sectionKeys = other.sectionKeys;
-    sectionCount = other.sectionCount;
     fileSectionCount = other.fileSectionCount;
 }
 
@@ -150,16 +137,12 @@ CPLSequenceInfo& CPLSequenceInfo::operator=(const CPLSequenceInfo& other)
 
 CPLSequenceInfo::~CPLSequenceInfo()
 {
-    clearSections();
+    qDeleteAll(sections);
 }
 
-void CPLSequenceInfo::clearSections()
+SectionStore CPLSequenceInfo::store()
 {
-    qDeleteAll(sections);
-    sections.clear();
-    sectionKeys.clear();
-    sectionCount = 0;
-    fileSectionCount = 0;
+    return {sections, sectionKeys, sectionCount};
 }
 
 tag_estatus CPLSequenceInfo::loadFile(QString path)
@@ -167,18 +150,19 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
     if (path.isEmpty())
         return eSTATUS_INVALID_ARGUMENT;
     return guarded([&] {
-        clearSections();
+        store().clear();
+        fileSectionCount = 0;
         sequenceInfoPath = folderOf(path);
+        QByteArray bytes;
+        tag_estatus status = eSTATUS_FILE_NOT_FOUND;
         const QByteArray latin1Path = path.toLatin1();
-        FileBytes file;
-        file.status = eSTATUS_FILE_NOT_FOUND;
-        if (QString::fromLatin1(latin1Path) == path)
-            file = readWhole(latin1Path);
-        if (file.status == eSTATUS_FILE_NOT_FOUND)
-            file = readWhole(QFile::encodeName(path));
-        if (file.status != eSTATUS_SUCCESS)
-            return file.status;
-        loadSections(file.bytes.get(), file.size);
+        if (latin1View(latin1Path) == path)
+            status = readWhole(latin1Path, &bytes);
+        if (status == eSTATUS_FILE_NOT_FOUND)
+            status = readWhole(QFile::encodeName(path), &bytes);
+        if (status != eSTATUS_SUCCESS)
+            return status;
+        loadSections(withoutLoneReturns(bytes));
         fileSectionCount = sectionCount;
         if (datasetCount > 0)
             return eSTATUS_SUCCESS;
@@ -186,28 +170,36 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
     });
 }
 
-void CPLSequenceInfo::loadSections(const char* bytes, int size)
+void CPLSequenceInfo::loadSections(const QByteArray& bytes)
 {
-    const char* const end = bytes + size;
-    const char* colon = bytes;
+    const char* const end = bytes.constData() + bytes.size();
+    const char* colon = bytes.constData();
     const char* next = nullptr;
-    for (const char* mark = findMark(bytes, end); mark != end; mark = next) {
+    for (const char* mark = findMark(colon, end); mark != end; mark = next) {
         const char* const keyStart = mark + PLKeyword::Text::Marker.size();
         next = findMark(keyStart, end);
         colon = std::find(std::max(colon, keyStart), end, ':');
         if (colon == end)
             return;
         if (colon - next < maxSpanningKey)
-            loadChunk(QByteArray(mark, int(next - mark)),
-                      QByteArray(keyStart, int(colon - keyStart)));
+            loadChunk(bytes, QLatin1String(mark, next), QLatin1String(keyStart, colon));
     }
 }
 
-void CPLSequenceInfo::loadChunk(const QByteArray& chunk, const QByteArray& key)
+void CPLSequenceInfo::loadChunk(const QByteArray& bytes, QLatin1String chunk, QLatin1String key)
 {
-    const ChunkDecoder decode(chunk);
-    QString text = decode(withLineFeeds(chunk));
-    loadSectionData(text, trimmed(decode(key)).toString());
+    const Encoding encoding = encodingOf(chunk);
+    const QString keyText = encoding == Encoding::Latin1 ? QString(key) : fromUtf8(key);
+    const QString sectionKey = toText(trimmed(keyText));
+    if (encoding == Encoding::Utf8) {
+        QString text = fromUtf8(chunk);
+        loadSectionData(text, sectionKey);
+        return;
+    }
+    const QLatin1String header = firstLine(chunk);
+    const bool closed = header.endsWith(QLatin1Char('\n'));
+    const QLatin1String body(closed ? header.end() : chunk.begin(), chunk.end());
+    interpret(SectionAccess::make(sectionKey, closed ? nameIn(header) : QString(), bytes, body));
 }
 
 tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)
@@ -217,34 +209,35 @@ tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)
     auto section = std::make_unique<CPLSection>(sectionKey, closed ? nameIn(header) : QString());
     if (closed)
         text.remove(0, int(header.size()));
-    section->loadSectionData(text);
-    interpret(sectionKey, *section);
-    return take(std::move(section));
+    SectionAccess::load(*section, text);
+    return interpret(std::move(section));
 }
 
-void CPLSequenceInfo::interpret(const QString& sectionKey, const CPLSection& section)
+// A section whose key is held already is interpreted, but not taken.
+tag_estatus CPLSequenceInfo::interpret(std::unique_ptr<CPLSection> section)
 {
+    const QString& sectionKey = SectionAccess::key(*section);
     if (sectionKey == Section::Sequence) {
-        checked(section.getSectionName(&datasetName, false));
+        checked(section->getSectionName(&datasetName, false));
     } else if (sectionKey == Section::ClickNumbers) {
-        checked(section.getValueList(&clickNumbers));
+        checked(section->getValueList(&clickNumbers));
         datasetCount = int(clickNumbers.size());
     } else if (sectionKey == Section::UserInput) {
-        userId = valueOf(section, Key::UserId);
+        userId = valueOf(*section, Key::UserId);
     } else if (sectionKey == Section::GraphControls) {
-        int empty = 0;
-        checked(section.getValue(Key::EmptySequence, &empty));
-        emptySequence = empty != 0;
+        emptySequence = valueOf(*section, Key::EmptySequence).toInt() != 0;
     }
+    return take(std::move(section));
 }
 
 tag_estatus CPLSequenceInfo::saveFile(QString path) const
 {
     return guarded([&] {
         QByteArray data;
+        SectionWriter writer(data);
         for (const QString& key : sectionKeys)
-            data += latin1TextOf(*sections.value(key));
-        data += PLKeyword::Text::DocumentEnd.data();
+            writer.write(*sections.value(key));
+        appendText(data, PLKeyword::Text::DocumentEnd);
         return writeFile(path, data, WriteMode::Replace);
     });
 }
@@ -303,7 +296,6 @@ void CPLSequenceInfo::addClickNumber(QString clickNumber)
             throw;
         }
         datasetCount = count;
-        return eSTATUS_SUCCESS;
     });
 }
 
@@ -334,14 +326,12 @@ void CPLSequenceInfo::clearSequenceList()
         datasetCount = 0;
         if (section)
             section->clearKeyValuePairs();
-        return eSTATUS_SUCCESS;
     });
 }
 
 CPLSection* CPLSequenceInfo::clickNumberSection() const
 {
-    static const QString key = Section::ClickNumbers;
-    return sections.value(key);
+    return sections.value(Section::ClickNumbers);
 }
 
 bool CPLSequenceInfo::isSectionPresent(QString sectionKey) const
@@ -369,17 +359,7 @@ tag_estatus CPLSequenceInfo::addSection(CPLSection* section)
         return eSTATUS_EMPTY_SECTION_KEY;
     if (sections.contains(key))
         return eSTATUS_SUCCESS;
-    return guarded([&] {
-        sectionKeys.append(key);
-        try {
-            sections.insert(key, section);
-        } catch (...) {
-            sectionKeys.removeLast();
-            throw;
-        }
-        ++sectionCount;
-        return eSTATUS_SUCCESS;
-    });
+    return guarded([&] { return store().insert(sectionCount, key, section); });
 }
 
 tag_estatus CPLSequenceInfo::take(std::unique_ptr<CPLSection> section)
@@ -396,10 +376,8 @@ tag_estatus CPLSequenceInfo::removeSection(QString sectionKey)
     return guarded([&] {
         if (!sections.contains(sectionKey))
             return eSTATUS_NULL_ARGUMENT;
-        sectionKeys.removeAt(
-            positionOf(sectionKeys, [&](const QString& key) { return key == sectionKey; }));
-        --sectionCount;
-        delete sections.take(sectionKey);
+        const auto isKey = [&](const QString& key) { return key == sectionKey; };
+        store().remove(placeOfKey(sectionKeys, isKey), sectionKey);
         return eSTATUS_SUCCESS;
     });
 }

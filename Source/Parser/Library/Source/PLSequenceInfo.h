@@ -181,11 +181,12 @@ public:
 
 private:
     PARSERLIBRARY_NO_EXPORT tag_estatus loadSectionData(QString& text, QString sectionKey);
-    PARSERLIBRARY_NO_EXPORT void loadSections(const char* bytes, int size);
-    PARSERLIBRARY_NO_EXPORT void loadChunk(const QByteArray& chunk, const QByteArray& key);
-    PARSERLIBRARY_NO_EXPORT void interpret(const QString& sectionKey, const CPLSection& section);
+    PARSERLIBRARY_NO_EXPORT void loadSections(const QByteArray& bytes);
+    PARSERLIBRARY_NO_EXPORT void loadChunk(const QByteArray& bytes, QLatin1String chunk,
+                                           QLatin1String key);
+    PARSERLIBRARY_NO_EXPORT tag_estatus interpret(std::unique_ptr<CPLSection> section);
     PARSERLIBRARY_NO_EXPORT tag_estatus take(std::unique_ptr<CPLSection> section);
-    PARSERLIBRARY_NO_EXPORT void clearSections();
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT ovparser::internal::SectionStore store();
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT CPLSection* clickNumberSection() const;
 
     QStringList clickNumbers;

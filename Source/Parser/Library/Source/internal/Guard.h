@@ -8,15 +8,23 @@
 #include "PLStatus.h"
 
 #include <new>
+#include <type_traits>
 
 namespace ovparser::internal {
 
-/** The status of an operation; eSTATUS_OUT_OF_MEMORY when memory runs out in it. */
+/**
+ * The status of an operation, success when it has none; eSTATUS_OUT_OF_MEMORY when memory runs out.
+ */
 template <typename Operation>
 tag_estatus guarded(Operation operation) noexcept
 {
     try {
-        return operation();
+        if constexpr (std::is_void_v<decltype(operation())>) {
+            operation();
+            return eSTATUS_SUCCESS;
+        } else {
+            return operation();
+        }
     } catch (const std::bad_alloc&) {
         return eSTATUS_OUT_OF_MEMORY;
     }
@@ -35,7 +43,7 @@ auto answerOf(Query query) noexcept -> decltype(query())
 
 /**
  * Gives a status back; throws std::bad_alloc when it says that memory ran out. What the library
- * calls of its own API passes through here wherever a lack of memory would else look like an
+ * calls of its own API passes through here wherever a lack of memory would otherwise look like an
  * answer.
  */
 inline tag_estatus checked(tag_estatus status)

@@ -7,6 +7,8 @@
 
 #include <QtCore/QString>
 
+#include <type_traits>
+
 namespace ovparser::internal {
 
 /** Six digits after the point, as printf's "%f": 2.5 gives "2.500000". */
@@ -20,6 +22,45 @@ namespace ovparser::internal {
 
 /** Six significant digits exactly as printf's "%g": also "-0", and ties as printf rounds them. */
 [[nodiscard]] QString realText(double value);
+
+/** The text of a number that a section is given. */
+template <typename Number>
+[[nodiscard]] QString numberText(Number value)
+{
+    if constexpr (std::is_floating_point_v<Number>)
+        return fixedText(double(value));
+    else
+        return QString::number(value);
+}
+
+/** The number that a text gives: base 10, '.' as decimal point; 0 when it is none. */
+template <typename Number>
+[[nodiscard]] Number numberIn(const QString& text)
+{
+    bool ok = false;
+    Number number = {};
+    if constexpr (std::is_same_v<Number, short>)
+        number = text.toShort(&ok);
+    else if constexpr (std::is_same_v<Number, int>)
+        number = text.toInt(&ok);
+    else if constexpr (std::is_same_v<Number, unsigned>)
+        number = text.toUInt(&ok);
+    else if constexpr (std::is_same_v<Number, long>)
+        number = text.toLong(&ok);
+    else if constexpr (std::is_same_v<Number, qint64>)
+        number = text.toLongLong(&ok);
+    else if constexpr (std::is_same_v<Number, float>)
+        number = text.toFloat(&ok);
+    else
+        number = text.toDouble(&ok);
+    return ok ? number : Number();
+}
+
+template <>
+[[nodiscard]] inline bool numberIn<bool>(const QString& text)
+{
+    return numberIn<int>(text) != 0;
+}
 
 } // namespace ovparser::internal
 

@@ -1,53 +1,111 @@
 /**
  * @file
- * How the library itself makes, fills and reads sections: here a lack of memory is an exception,
- * which the guard of the operation that was called from outside turns into a status.
+ * How the library itself makes, fills, reads and writes sections: here a lack of memory is an
+ * exception, which the guard of the operation that was called from outside turns into a status.
  */
 #ifndef OVPARSER_INTERNAL_SECTIONACCESS_H
 #define OVPARSER_INTERNAL_SECTIONACCESS_H
 
+#include "Entries.h"
 #include "Guard.h"
-#include "InfoText.h"
+#include "NumberFormat.h"
 #include "PLSection.h"
 
 #include <memory>
 
 namespace ovparser::internal {
 
+/** What the library may do with a section beyond what everybody may. */
+struct SectionAccess
+{
+    /** A section whose body stands in a text, which is shared. */
+    [[nodiscard]] static std::unique_ptr<CPLSection>
+    make(const QString& key, const QString& name, const QByteArray& text, QLatin1String body);
+
+    /** Replaces the entries by those of a body; without memory there are none. */
+    static void load(CPLSection& section, const QString& body);
+
+    [[nodiscard]] static const Entries& entries(const CPLSection& section);
+    [[nodiscard]] static Entries& entries(CPLSection& section);
+
+    [[nodiscard]] static const QString& key(const CPLSection& section) { return section.sectionKey; }
+
+    /** Whether a document holds the section, so that no other one may take it. */
+    [[nodiscard]] static bool& isHeld(CPLSection& section) { return section.held; }
+
+    /**
+     * Appends the section as it is written: header line, entries and an empty line.
+     *
+     * @param unopened  lent to read the body of a section that nobody has looked into
+     */
+    static void write(const CPLSection& section, Entries& unopened, QByteArray& text);
+    static void write(const CPLSection& section, QString& text); ///< @overload
+
+private:
+    [[nodiscard]] static QLatin1String bodyOf(const CPLSection& section);
+};
+
+/** Reads a value without its comment, as CPLSection::getValue() does. */
+[[nodiscard]] inline tag_estatus readValue(const CPLSection& section, const QString& key,
+                                           QString* value)
+{
+    if (!value || key.isEmpty())
+        return eSTATUS_NULL_ARGUMENT;
+    const Entries& entries = SectionAccess::entries(section);
+    const int place = entries.find(key);
+    if (place < 0)
+        return eSTATUS_KEY_NOT_FOUND;
+    *value = entries.value(place);
+    return eSTATUS_SUCCESS;
+}
+
+/** The same for a number; a text that is none gives 0. */
+template <typename Number>
+[[nodiscard]] tag_estatus readValue(const CPLSection& section, const QString& key, Number* value)
+{
+    QString text;
+    const tag_estatus status = value ? readValue(section, key, &text) : eSTATUS_NULL_ARGUMENT;
+    if (status == eSTATUS_SUCCESS)
+        *value = numberIn<Number>(text);
+    return status;
+}
+
+/** Changes a value and keeps its comment, as CPLSection::setValue() does. */
+inline tag_estatus changeValue(CPLSection& section, const QString& key, const QString& value)
+{
+    Entries& entries = SectionAccess::entries(section);
+    const int place = entries.find(key);
+    if (place < 0)
+        return eSTATUS_KEY_NOT_FOUND;
+    entries.setRawValue(place, withCommentOf(entries.rawValue(place), value));
+    return eSTATUS_SUCCESS;
+}
+
+/** The same with a number. */
+template <typename Number>
+tag_estatus changeValue(CPLSection& section, const QString& key, Number value)
+{
+    return changeValue(section, key, numberText(value));
+}
+
 /** The value of a key without its comment; a null string when there is no such key. */
 [[nodiscard]] inline QString valueOf(const CPLSection& section, const QString& key)
 {
     QString value;
-    checked(section.getValue(key, &value));
+    static_cast<void>(readValue(section, key, &value));
     return value;
 }
 
 [[nodiscard]] inline bool hasKey(const CPLSection& section, const QString& key)
 {
-    QString value;
-    return checked(section.getRawValue(key, &value)) == eSTATUS_SUCCESS;
-}
-
-/**
- * Where a key stands of which there is one; -1 when there is none. It is looked for from both ends,
- * so that taking keys away one by one is quick in either direction.
- */
-template <typename Match>
-[[nodiscard]] int positionOf(const QStringList& keys, Match matches)
-{
-    for (int first = 0, last = int(keys.size()) - 1; first <= last; ++first, --last) {
-        if (matches(keys.at(first)))
-            return first;
-        if (matches(keys.at(last)))
-            return last;
-    }
-    return -1;
+    return SectionAccess::entries(section).find(key) >= 0;
 }
 
 /** Adds a pair to a section, or gives the pair that has this key a new value. */
 inline void addPair(CPLSection& section, const QString& key, const QString& value)
 {
-    checked(section.addKeyValue(key, value));
+    if (!key.isEmpty())
+        SectionAccess::entries(section).put(key, value);
 }
 
 /**
@@ -59,20 +117,10 @@ inline void addPair(CPLSection& section, const QString& key, const QString& valu
 [[nodiscard]] inline std::unique_ptr<CPLSection> sectionOfBlock(const QString& key, QString& block,
                                                                 const ColonCut& header)
 {
-    auto section = std::make_unique<CPLSection>(key, header.after.toString());
+    auto section = std::make_unique<CPLSection>(key, toText(header.after));
     block.remove(0, int(firstLine(block).size()));
-    section->loadSectionData(block);
+    SectionAccess::load(*section, block);
     return section;
-}
-
-/** The section as it is written to a file. */
-[[nodiscard]] inline QByteArray latin1TextOf(const CPLSection& section)
-{
-    QString text;
-    section.saveSectionData(text);
-    if (text.isEmpty())
-        throw std::bad_alloc();
-    return text.toLatin1();
 }
 
 } // namespace ovparser::internal

@@ -1,5 +1,7 @@
 #include "TextFile.h"
 
+#include "InfoText.h"
+
 #include <QtCore/QFile>
 
 #include <sys/stat.h>
@@ -84,6 +86,15 @@ tag_estatus readFile(const QString& path, QByteArray* bytes)
         return eSTATUS_OUT_OF_MEMORY;
     *bytes = std::move(content);
     return eSTATUS_SUCCESS;
+}
+
+tag_estatus readInfoFile(const QString& path, QByteArray* text)
+{
+    QByteArray bytes;
+    const tag_estatus status = readFile(path, &bytes);
+    if (status == eSTATUS_SUCCESS)
+        *text = infoBytes(std::move(bytes));
+    return status;
 }
 
 tag_estatus writeFile(const QString& path, const QByteArray& bytes, WriteMode mode)

@@ -45,6 +45,9 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
  */
 [[nodiscard]] tag_estatus readFile(const QString& path, QByteArray* bytes);
 
+/** Reads an info file, as infoBytes() makes it; otherwise as readFile(). */
+[[nodiscard]] tag_estatus readInfoFile(const QString& path, QByteArray* text);
+
 enum class WriteMode {
     Replace, ///< the file holds the bytes only
     Append,  ///< the bytes follow what the file holds

@@ -1,0 +1,111 @@
+/**
+ * @file
+ * The entries of a section: what stands where in its text, and what was changed since.
+ */
+#ifndef OVPARSER_INTERNAL_ENTRIES_H
+#define OVPARSER_INTERNAL_ENTRIES_H
+
+#include "InfoText.h"
+
+#include <vector>
+
+namespace ovparser::internal {
+
+/**
+ * The entries of a section in file order, found by key in any letter case.
+ *
+ * Keys and values that stand in a Latin-1 text are kept as places in it: a QString is made of one
+ * when somebody asks. Whatever was set is kept as it was given. A key that occurs again in a text
+ * has an entry of its own, whose value is that of the first one. A comment line is an entry with a
+ * generated key.
+ *
+ * Every operation may throw std::bad_alloc; the entries are then as they were, unless it reads.
+ */
+class Entries
+{
+public:
+    /** Reads the lines of a section body, which stands in a text that is shared from then on. */
+    void read(const QByteArray& text, QLatin1String body);
+
+    /** Reads the lines of a section body, which are copied. */
+    void read(QStringView body);
+
+    /** Removes every entry; the memory is kept for the next body. */
+    void clear();
+
+    /** Adds a pair at the end, or gives the entry that has this key a new value. */
+    void put(const QString& key, const QString& value);
+
+    /** The place of the entry with this key; -1 without one. */
+    [[nodiscard]] int find(const QString& key) const;
+
+    /** Number of pairs: entries that are no comments. */
+    [[nodiscard]] int pairCount() const { return int(m_entries.size() - m_comments.size()); }
+
+    /** The place of the pair with this ordinal, which must be one of a pair. */
+    [[nodiscard]] int placeOfPair(int ordinal) const;
+
+    /** The key of an entry as it is spelled. */
+    [[nodiscard]] QString key(int place) const;
+
+    /** The stored value of an entry, its comment included. */
+    [[nodiscard]] QString rawValue(int place) const;
+
+    /** The value of an entry without its comment. */
+    [[nodiscard]] QString value(int place) const;
+
+    /** Gives an entry, and all others of its key, another value. */
+    void setRawValue(int place, const QString& value);
+
+    /** Appends the entries as they are written: a line each, ending in CR LF. */
+    void write(QString& text) const;
+    void write(QByteArray& text) const; ///< @overload, as Latin-1
+
+private:
+    /** Where a key or value stands: at a place of the text, unless the size says otherwise. */
+    struct Piece
+    {
+        static constexpr qint32 own = -1;      ///< number `at` of the strings that were given
+        static constexpr qint32 numbered = -2; ///< the generated key of comment number `at`
+        static constexpr qint32 shared = -3;   ///< the value of entry number `at`
+
+        quint32 at = 0;
+        qint32 size = 0;
+    };
+
+    struct Entry
+    {
+        quint32 hash = 0;
+        Piece key;
+        Piece value;
+    };
+
+    template <typename Text>
+    void readLines(Text body);
+    void append(Piece key, quint32 hash, Piece value);
+    void reserveSlots(std::size_t entries);
+    template <typename Matches>
+    [[nodiscard]] std::size_t slotOf(quint32 hash, Matches matches) const;
+    [[nodiscard]] bool matches(const FoldedKey& key, Piece spelling) const;
+    [[nodiscard]] int firstOf(int place) const;
+    [[nodiscard]] Piece valueOf(int place) const;
+    [[nodiscard]] Piece pieceOf(QLatin1String text) const;
+    [[nodiscard]] Piece pieceOf(QStringView text);
+    [[nodiscard]] Piece ownPiece(const QString& text);
+    [[nodiscard]] QLatin1String view(Piece piece) const;
+    [[nodiscard]] QString text(Piece piece) const;
+    template <typename Out>
+    void writePiece(Out& out, Piece piece) const;
+    template <typename Out>
+    void writeLines(Out& out) const;
+
+    QByteArray m_text;
+    std::vector<Entry> m_entries;
+    std::vector<quint32> m_slots;    ///< by hash: numbers of entries, counted from 1; 0 is free
+    std::vector<quint32> m_comments; ///< the places of the comments
+    std::vector<QString> m_own;
+};
+
+} // namespace ovparser::internal
+
+#endif
