@@ -5,6 +5,7 @@
 #include "internal/ImageSections.h"
 #include "internal/InfoText.h"
 #include "internal/LabelSets.h"
+#include "internal/LocalTime.h"
 #include "internal/SectionAccess.h"
 #include "internal/TextFile.h"
 #include "internal/ValueSearch.h"
@@ -316,7 +317,7 @@ tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_e
 {
     return guarded([&] {
         const auto now = qint64(std::time(nullptr));
-        clickNumber = prefix + timeStamp(localTime(now));
+        clickNumber = prefix + timeStamp(brokenDownLocalTime(now).value_or(tm{}));
         tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
         if (status != eSTATUS_SUCCESS)
             return status;

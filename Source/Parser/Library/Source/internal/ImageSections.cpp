@@ -1,9 +1,9 @@
 #include "ImageSections.h"
 
-#include "SectionAccess.h"
-
+#include "LocalTime.h"
 #include "NumberFormat.h"
 #include "PLKeywords.h"
+#include "SectionAccess.h"
 
 #include <algorithm>
 #include <variant>
@@ -69,14 +69,14 @@ struct KeyTable
 
 QString acquisitionDate(const sIASetupInfo& setup)
 {
-    struct tm time = localTime(setup.acquisitionTime);
-    return getDateOVSFormat(&time);
+    auto time = brokenDownLocalTime(setup.acquisitionTime);
+    return getDateOVSFormat(time ? &*time : nullptr);
 }
 
 QString acquisitionClock(const sIASetupInfo& setup)
 {
-    struct tm time = localTime(setup.acquisitionTime);
-    return getTimeOVSFormat(&time);
+    auto time = brokenDownLocalTime(setup.acquisitionTime);
+    return getTimeOVSFormat(time ? &*time : nullptr);
 }
 
 QString acquisitionSeconds(const sIASetupInfo& setup)
@@ -330,18 +330,6 @@ void addKeys(CPLSection& section, const KeyTable& table, const sIASetupInfo& set
 }
 
 } // namespace
-
-struct tm localTime(qint64 seconds)
-{
-    const auto time = static_cast<time_t>(seconds);
-    struct tm local = {};
-#ifdef Q_OS_WIN
-    localtime_s(&local, &time);
-#else
-    localtime_r(&time, &local);
-#endif
-    return local;
-}
 
 QString imageSectionKey(tag_eimagetype type)
 {

@@ -9,12 +9,7 @@
 #include "PLIASetupInfo.h"
 #include "PLSection.h"
 
-#include <ctime>
-
 namespace ovparser::internal {
-
-/** Broken-down local time of a count of seconds since 1 January 1970. */
-[[nodiscard]] struct tm localTime(qint64 seconds);
 
 /** The section key of an image type; an empty string for a type without a section. */
 [[nodiscard]] QString imageSectionKey(tag_eimagetype type);
