@@ -1,7 +1,7 @@
 #include "PLCameraInfo.h"
 
-#include "PLHelpers.h"
 #include "internal/Capabilities.h"
+#include "internal/DataFolders.h"
 #include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/OperatorChoices.h"
@@ -34,7 +34,7 @@ QString cameraInfoHeader()
 /** The family of the installed instrument, as the reference description of the machine tells it. */
 EVEXA_Types installedSystem()
 {
-    const QString file = getOVPath(OV_PATH_BASE, true, nullptr) + PLKeyword::File::CameraInfo;
+    const QString file = dataFolderPath(OV_PATH_BASE) + PLKeyword::File::CameraInfo;
     QByteArray bytes;
     if (readFile(file, &bytes) != eSTATUS_SUCCESS)
         return eVEXA_STANDARD;

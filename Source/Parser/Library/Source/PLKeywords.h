@@ -275,6 +275,13 @@ inline constexpr QLatin1String Organization = keyword("Ostrel");
 inline constexpr QLatin1String ImportVersion = keyword("4.8.4");
 } // namespace Value
 
+/** Display names of the image types that more than one place asks for. */
+namespace ImageType {
+inline constexpr QLatin1String Photograph = keyword("Photograph");
+inline constexpr QLatin1String Structure = keyword("Structure");
+inline constexpr QLatin1String XRay = keyword("X-Ray");
+} // namespace ImageType
+
 /** The machine-wide store of the operator's choices. */
 namespace Store {
 inline constexpr QLatin1String Group = keyword("/Current_Version");
