@@ -571,25 +571,25 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
         const QString lowerKey = mapKey(key);
         if (sections.contains(lowerKey))
             return eSTATUS_SECTION_EXISTS;
-        auto section = std::make_unique<CPLSection>(key, name);
-        addImageKeys(*section, type, *setup, settings);
+        auto section = makeImageSection(type, name, *setup, settings);
+        auto companion = makeCorrectedCompanion(type, *setup, settings);
+        if (find(Section::LuminescentCorrected))
+            companion.reset();
         const int readBiasOnly =
             followsReadBiasOnly(type) ? sectionPosition(mapKey(Section::ReadBiasOnly)) : -1;
         insertSection(readBiasOnly < 0 ? sectionCount : readBiasOnly + 1, key, lowerKey,
                       section.get());
+        const tag_estatus status =
+            companion ? CPLClickInfo::addSection(companion.get()) : eSTATUS_SUCCESS;
+        if (status != eSTATUS_SUCCESS) {
+            // Both sections or none, so that the caller can try again.
+            sectionKeys.removeOne(key);
+            sections.remove(lowerKey);
+            --sectionCount;
+            return status;
+        }
         static_cast<void>(section.release());
-        if (!hasCorrectedCompanion(type) || settings)
-            return eSTATUS_SUCCESS;
-        const tag_estatus status = guarded([&] {
-            return addTiffImageSection(PLKeyword::File::CorrectedImage,
-                                       eIMAGE_LUMINESCENT_CORRECTED, setup, false);
-        });
-        if (status != eSTATUS_OUT_OF_MEMORY)
-            return eSTATUS_SUCCESS;
-        // Both sections or none, so that the caller can try again.
-        sectionKeys.removeOne(key);
-        delete sections.take(lowerKey);
-        --sectionCount;
+        static_cast<void>(companion.release());
         return status;
     });
 }

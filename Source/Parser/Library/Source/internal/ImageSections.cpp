@@ -305,18 +305,28 @@ bool followsReadBiasOnly(tag_eimagetype type)
     return type == eIMAGE_READ_BIAS || type == eIMAGE_READ_SIGMA || type == eIMAGE_BACKGROUND;
 }
 
-bool hasCorrectedCompanion(tag_eimagetype type)
+std::unique_ptr<CPLSection> makeImageSection(tag_eimagetype type, const QString& name,
+                                             const Setup& setup, bool settings)
 {
-    return type == eIMAGE_LUMINESCENT || type == eIMAGE_FL_REFERENCE;
-}
-
-void addImageKeys(CPLSection& section, tag_eimagetype type, const Setup& setup, bool settings)
-{
+    const QString key = imageSectionKey(type);
+    if (key.isEmpty())
+        return nullptr;
+    auto section = std::make_unique<CPLSection>(key, name);
     const unsigned facts = factsOf(setup, settings);
     for (const KeyRow& row : keyRows) {
         if ((row.images & only(type)) != 0 && (row.needs & ~facts) == 0)
-            addPair(section, row.key, std::visit(ValueText{setup}, row.source));
+            addPair(*section, row.key, std::visit(ValueText{setup}, row.source));
     }
+    return section;
+}
+
+std::unique_ptr<CPLSection> makeCorrectedCompanion(tag_eimagetype type, const Setup& setup,
+                                                   bool settings)
+{
+    const bool comes = type == eIMAGE_LUMINESCENT || type == eIMAGE_FL_REFERENCE;
+    return comes && !settings ? makeImageSection(eIMAGE_LUMINESCENT_CORRECTED,
+                                                 PLKeyword::File::CorrectedImage, setup, false)
+                              : nullptr;
 }
 
 } // namespace ovparser::internal
