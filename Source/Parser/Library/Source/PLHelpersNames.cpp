@@ -39,16 +39,16 @@ constexpr ImageTypeName imageTypeNames[] = {
     {eIMAGE_BLEMISH, keyword("Blemish")},
 };
 
-constexpr bool standAtTheirPlaces(const ImageTypeName* rows, std::size_t count)
+constexpr bool imageTypesStandAtTheirPlaces()
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        if (std::size_t(rows[i].type) != i)
+    int place = 0;
+    for (const ImageTypeName& row : imageTypeNames) {
+        if (row.type != place++)
             return false;
     }
-    return true;
+    return place == eIMAGE_BLEMISH + 1;
 }
-static_assert(standAtTheirPlaces(imageTypeNames, std::size(imageTypeNames)));
-static_assert(std::size(imageTypeNames) == eIMAGE_BLEMISH + 1);
+static_assert(imageTypesStandAtTheirPlaces());
 
 constexpr std::array<QLatin1String, 7> dayNames = {
     keyword("Sunday"),   keyword("Monday"), keyword("Tuesday"),  keyword("Wednesday"),
@@ -77,7 +77,7 @@ QString twoDigits(int number)
 
 QString getImageTypeString(tag_eimagetype type)
 {
-    const bool known = type >= 0 && std::size_t(type) < std::size(imageTypeNames);
+    const bool known = type >= 0 && type <= eIMAGE_BLEMISH;
     return known ? QString(imageTypeNames[type].name) : QString();
 }
 
