@@ -65,6 +65,10 @@ private Q_SLOTS:
             QString stored;
             summary[0]->getRawValue("Time"_s, &stored);
             QCOMPARE(stored, times.at(i + 1));
+            // A section that is held already stays as it is.
+            summary[0]->setValue("Time"_s, "8:4"_s);
+            QCOMPARE(summary.loadTextBuffer("*** Other: A\ntime: "_s + times.at(i)), eSTATUS_SUCCESS);
+            QCOMPARE((*summary[0])["Time"_s], "8:4"_s);
         }
     }
 

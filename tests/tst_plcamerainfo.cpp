@@ -4,6 +4,8 @@
 #include <QtCore/QSettings>
 #include <QtCore/QStandardPaths>
 
+#include <cstdio>
+
 using Query = bool (CPLCameraInfo::*)() const;
 Q_DECLARE_METATYPE(Query)
 
@@ -14,7 +16,7 @@ QStringList messages;
 void collectMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     const bool located = context.file && context.line > 0 && context.function;
-    if (type == QtDebugMsg)
+    if (type == QtDebugMsg || type == QtWarningMsg)
         messages += located ? text : "no source location: "_s + text;
 }
 
@@ -310,6 +312,23 @@ private Q_SLOTS:
         QVERIFY(loadText(camera, "Own: 1"));
     }
 
+    void extensionThatTheLocaleCannotSpell()
+    {
+        const QByteArray name = "no\xFFtext.cfg";
+        if (QFile::encodeName(QFile::decodeName(name)) == name)
+            QSKIP("The locale knows every byte");
+        write("config/plain.txt"_s, "x");
+        const QByteArray folder = QFile::encodeName(instrument("config/"_s));
+        if (std::rename((folder + "plain.txt").constData(), (folder + name).constData()) != 0)
+            QSKIP("The file system takes no such name");
+        CPLCameraInfo camera;
+        const bool loaded = loadText(camera, "Own: 1");
+        std::remove((folder + name).constData()); // Qt cannot
+        QVERIFY(loaded);
+        QCOMPARE(messages, QStringList("Loading cameraInfo extension 'no\uFFFDtext.cfg' failed: "
+                                       "File name not valid in the locale"_s));
+    }
+
     void filterWheels_data()
     {
         QTest::addColumn<QByteArray>("keys");
@@ -324,6 +343,8 @@ private Q_SLOTS:
         support::row("stored", capable, "mine.xem"_s, true, "mine.xem"_s, own + "|C"_s, QString());
         support::row("stored empty", capable, ""_s, true, "standard.xem"_s, own + "|B"_s, QString());
         support::row("missing", capable, "gone.xem"_s, false, "gone.xem"_s, QString(),
+                     "The Emission Filter Wheel Information file %1 does not exist."_s);
+        support::row("no file name", capable, "a\0b"_s, false, "a\0b"_s, QString(),
                      "The Emission Filter Wheel Information file %1 does not exist."_s);
         support::row("unreadable", capable, "folder"_s, false, "folder"_s, own,
                      "Loading Removable filter wheel information file failed."_s);

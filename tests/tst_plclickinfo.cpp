@@ -4,6 +4,7 @@
 #include <QtCore/QRegularExpression>
 
 #include <ctime>
+#include <limits>
 
 /** How a row of image sections changes the setup. */
 using SetupChange = void (*)(sIASetupInfo&);
@@ -681,6 +682,36 @@ private Q_SLOTS:
         QCOMPARE(section["Acquisition Seconds"_s], blemish ? "23"_s : "3792474902"_s);
         QCOMPARE(section["Pixel Width"_s] + section["Pixel Height"_s], "11"_s);
         QCOMPARE(info.addTiffImageSection("j.TIF"_s, imageType, &setup, settings), eSTATUS_SECTION_EXISTS);
+    }
+
+    void acquisitionTimes_data()
+    {
+        QTest::addColumn<QByteArray>("zone");
+        QTest::addColumn<qint64>("seconds");
+        QTest::addColumn<QString>("written");
+        constexpr auto utmost = std::numeric_limits<qint64>::max();
+        support::row("a zone that the process has set", QByteArray("XYZ-9"), qint64(1709630102),
+                     "Tuesday, March 05, 2024|18:15:02"_s);
+        support::row("another one", QByteArray("ABC9"), qint64(1709630102), "Tuesday, March 05, 2024|00:15:02"_s);
+        support::row("before 1970", QByteArray("UTC"), qint64(-1), "Wednesday, December 31, 1969|23:59:59"_s);
+        support::row("the last year", QByteArray("UTC"), qint64(67768036191676799),
+                     "Wednesday, December 31, 2147485547|23:59:59"_s);
+        support::row("beyond it", QByteArray("UTC"), qint64(67768036191676800), "|"_s);
+        support::row("the last second", QByteArray("UTC"), utmost, "|"_s);
+        support::row("the first second", QByteArray("UTC"), -utmost - 1, "|"_s);
+    }
+
+    void acquisitionTimes()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(qint64, seconds);
+        qputenv("TZ", zone);
+        sIASetupInfo setup;
+        setup.acquisitionTime = seconds;
+        CPLClickInfo info;
+        QCOMPARE(info.addTiffImageSection("i.TIF"_s, eIMAGE_XRAY, &setup, false), eSTATUS_SUCCESS);
+        qputenv("TZ", "UTC");
+        QTEST((*info[0])["Acquisition Date"_s] + u'|' + (*info[0])["Acquisition Time"_s], "written");
     }
 
     void imageSectionOrder()

@@ -104,9 +104,10 @@ private Q_SLOTS:
             QCOMPARE(list.setKey(0, first), eSTATUS_SUCCESS);
             QCOMPARE(list.setKey(1, new Key('b')), eSTATUS_SUCCESS);
             QCOMPARE(list.setKey(1, new Key('c')), eSTATUS_SUCCESS);
+            QCOMPARE(list.setKey(1, first), eSTATUS_INVALID_VALUE);
             CPLPreferenceKey* key = nullptr;
             QCOMPARE(list.getKey(0, &key), eSTATUS_SUCCESS);
-            QVERIFY(key == first && list[0] == first);
+            QVERIFY(key == first && list[0] == first && list[1] != first);
             for (const int index : {-1, 2}) {
                 QVERIFY(!list[index]);
                 QCOMPARE(list.getKey(index, &key), eSTATUS_INVALID_VALUE);

@@ -41,6 +41,17 @@ constexpr KindName kindNames[] = {
     {FileKind::SpectralAnalysis, keyword("spectralAnalysis"), keyword("Spectral analysis")},
 };
 
+constexpr bool kindsStandAtTheirPlaces()
+{
+    int place = 0;
+    for (const KindName& row : kindNames) {
+        if (int(row.kind) != place++)
+            return false;
+    }
+    return place == int(FileKind::SpectralAnalysis) + 1;
+}
+static_assert(kindsStandAtTheirPlaces());
+
 const KindName& namesOf(FileKind kind)
 {
     return kindNames[int(kind)];

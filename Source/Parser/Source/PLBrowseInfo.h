@@ -44,7 +44,7 @@ public:
 protected:
     /** What getType() gives. */
     qint32 type;
-    /** Set by derived classes. */
+    /** Set by derived classes; the library itself leaves it empty. */
     QString labelSetName;
 };
 

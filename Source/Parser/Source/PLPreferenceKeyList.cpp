@@ -7,6 +7,7 @@
 
 #include <QtCore/QtGlobal>
 
+#include <algorithm>
 #include <new>
 #include <vector>
 
@@ -113,8 +114,12 @@ tag_estatus CPLPreferenceKeyList::setKey(int index, CPLPreferenceKey* key)
 {
     if (!isSlot(index) || !key)
         return eSTATUS_INVALID_VALUE;
-    if (key != (*this)[index])
-        keys[std::size_t(index)].reset(key);
+    if (key == (*this)[index])
+        return eSTATUS_SUCCESS;
+    const auto isHeld = [key](const auto& held) { return held.get() == key; };
+    if (std::any_of(keys.get(), keys.get() + keyCount, isHeld))
+        return eSTATUS_INVALID_VALUE; // two slots would destroy it twice
+    keys[std::size_t(index)].reset(key);
     return eSTATUS_SUCCESS;
 }
 

@@ -55,12 +55,14 @@ public:
     tag_estatus getKey(int index, CPLPreferenceKey** key) const;
 
     /**
-     * Puts a key into a slot and destroys the one that it held.
+     * Puts a key into a slot and destroys the one that it held. A key belongs to one slot of one
+     * list: it may be put into its own slot again, but not into another one, nor into another list.
      *
      * @param index  the slot, from 0
      * @param key    a key from new, which the list owns from then on
-     * @return eSTATUS_INVALID_VALUE when there is no such slot or `key` is null; the key then stays
-     *         the caller's
+     * @return eSTATUS_INVALID_VALUE when there is no such slot, `key` is null or another slot of
+     *         this list holds it; nothing changes then, and a key that no slot holds stays the
+     *         caller's
      */
     tag_estatus setKey(int index, CPLPreferenceKey* key);
 

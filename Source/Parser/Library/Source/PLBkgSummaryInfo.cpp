@@ -23,11 +23,11 @@ QString withLeadingZeros(const QString& time)
     return parts.join(separator);
 }
 
-void normaliseTime(CPLSection* section)
+void normaliseTime(CPLSection& section)
 {
     QString time;
-    if (section && checked(section->getValue(Key::Time, &time)) == eSTATUS_SUCCESS)
-        checked(section->setValue(Key::Time, withLeadingZeros(time)));
+    if (checked(section.getValue(Key::Time, &time)) == eSTATUS_SUCCESS)
+        checked(section.setValue(Key::Time, withLeadingZeros(time)));
 }
 
 void addIndexPairs(CPLSection& section, const QString& pairs)
@@ -93,10 +93,12 @@ tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
             return eSTATUS_EMPTY_SECTION_KEY;
     }
     const QString sectionKey = Section::BackgroundClick + QString::number(number);
+    const CPLSection* const held = find(sectionKey);
     block = trimmed(block).toString();
     const tag_estatus status = loadSectionData(block, sectionKey);
-    if (status == eSTATUS_SUCCESS)
-        normaliseTime(find(sectionKey));
+    CPLSection* const section = find(sectionKey);
+    if (status == eSTATUS_SUCCESS && section && section != held)
+        normaliseTime(*section);
     return status;
 }
 

@@ -50,8 +50,8 @@ public:
      *
      * Whatever a section's own key is, its place in the text numbers it. A key that contains
      * "Background Click" gives the document its click number. One-digit parts of a "Time" value
-     * receive a leading zero. Reading stops at the first failure; the sections read until then
-     * stay.
+     * receive a leading zero. A section whose key is held already is left as it is. Reading stops
+     * at the first failure; the sections read until then stay.
      *
      * @return eSTATUS_BAD_FORMAT for a malformed header line, eSTATUS_EMPTY_SECTION_KEY when a
      *         background section leaves the document without a click number, eSTATUS_OUT_OF_MEMORY

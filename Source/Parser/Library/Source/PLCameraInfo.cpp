@@ -1,7 +1,7 @@
 #include "PLCameraInfo.h"
 
-#include "PLHelpers.h"
 #include "internal/Capabilities.h"
+#include "internal/DataFolders.h"
 #include "internal/Guard.h"
 #include "internal/InfoText.h"
 #include "internal/OperatorChoices.h"
@@ -12,8 +12,10 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QSet>
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 
 using namespace ovparser::internal;
@@ -34,7 +36,7 @@ QString cameraInfoHeader()
 /** The family of the installed instrument, as the reference description of the machine tells it. */
 EVEXA_Types installedSystem()
 {
-    const QString file = getOVPath(OV_PATH_BASE, true, nullptr) + PLKeyword::File::CameraInfo;
+    const QString file = dataFolderPath(OV_PATH_BASE) + PLKeyword::File::CameraInfo;
     QByteArray bytes;
     if (readFile(file, &bytes) != eSTATUS_SUCCESS)
         return eVEXA_STANDARD;
@@ -101,7 +103,7 @@ std::optional<QString> keyLinesOf(const QString& path)
  *
  * @param reason  receives why not, where that is worth a message
  */
-tag_estatus checkHead(const CPLSection& head, EVEXA_Types system, const QStringList& loaded,
+tag_estatus checkHead(const CPLSection& head, EVEXA_Types system, const QSet<QString>& loaded,
                       QString* reason)
 {
     if (!hasKey(head, Key::ExtensionName)) {
@@ -128,7 +130,7 @@ tag_estatus checkHead(const CPLSection& head, EVEXA_Types system, const QStringL
 }
 
 /** Reads an extension if it fits; `reason` receives why not, where that is worth a message. */
-tag_estatus readExtension(const QString& path, EVEXA_Types system, const QStringList& loaded,
+tag_estatus readExtension(const QString& path, EVEXA_Types system, const QSet<QString>& loaded,
                           Extension* extension, QString* reason)
 {
     ExtensionFile info;
@@ -154,6 +156,33 @@ tag_estatus readExtension(const QString& path, EVEXA_Types system, const QString
     }
     *extension = {valueOf(*head, Key::ExtensionName), *keyLines};
     return eSTATUS_SUCCESS;
+}
+
+/** The extensions that Qt leaves out of a folder's list: the locale cannot spell their names. */
+QStringList unlistedExtensions(const QString& folder)
+{
+    QStringList names;
+#ifdef Q_OS_UNIX
+    using Entries = std::filesystem::directory_iterator;
+    std::error_code failure;
+    Entries entry(QFile::encodeName(folder).toStdString(), failure);
+    for (; !failure && entry != Entries(); entry.increment(failure)) {
+        const auto bytes = QByteArray::fromStdString(entry->path().filename().native());
+        const QString name = QFile::decodeName(bytes);
+        if (QFile::encodeName(name) != bytes &&
+            QDir::match(PLKeyword::File::ExtensionPattern, name))
+            names += name;
+    }
+#else
+    Q_UNUSED(folder)
+#endif
+    return names;
+}
+
+void reportRefused(const QString& extension, const QString& reason)
+{
+    OVPARSER_DEBUG()
+        << QStringLiteral("Loading cameraInfo extension '%1' failed: %2").arg(extension, reason);
 }
 
 /** Stores a choice of the operator; without memory it is good for this object alone. */
@@ -239,7 +268,7 @@ bool CPLCameraInfo::loadFilterWheel(const QString& path)
         return true;
     const QString wheelFile = folderOf(path) + PLKeyword::File::EmissionFilterFolder + u'/' +
                               state->currentFilterWheelName;
-    if (!QFile::exists(wheelFile)) {
+    if (wheelFile.contains(QChar(u'\0')) || !QFile::exists(wheelFile)) {
         OVPARSER_DEBUG() << QStringLiteral(
                                 "The Emission Filter Wheel Information file %1 does not exist.")
                                 .arg(wheelFile);
@@ -300,7 +329,10 @@ tag_estatus CPLCameraInfo::loadCameraInfoExtensions(QString configFolder, QStrin
     return guarded([&] {
         extensionText.clear();
         const EVEXA_Types system = installedSystem();
-        QStringList loaded;
+        const QStringList unlisted = unlistedExtensions(configFolder);
+        for (const QString& file : unlisted)
+            reportRefused(file, QStringLiteral("File name not valid in the locale"));
+        QSet<QString> loaded;
         const QStringList files =
             QDir(configFolder)
                 .entryList({PLKeyword::File::ExtensionPattern}, QDir::Files, QDir::Unsorted);
@@ -313,8 +345,7 @@ tag_estatus CPLCameraInfo::loadCameraInfoExtensions(QString configFolder, QStrin
                 extensionText += extension.keyLines;
                 loaded += extension.name;
             } else if (!reason.isEmpty()) {
-                OVPARSER_DEBUG() << QStringLiteral("Loading cameraInfo extension '%1' failed: %2")
-                                        .arg(file, reason);
+                reportRefused(file, reason);
             }
         }
         return eSTATUS_SUCCESS;

@@ -60,7 +60,8 @@ public:
      * Replaces the document by a camera-info file, merged with its extensions; derives nothing.
      *
      * A file without the "Camera System Info" header gets it in front. An extension that cannot be
-     * used is left out; what it lacks, or that it conflicts with another, goes to the Qt log.
+     * used is left out; what it lacks, that it conflicts with another, or that the locale cannot
+     * spell its name, goes to the Qt log.
      *
      * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file of more than
      *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); else the status of

@@ -5,6 +5,7 @@
 #include "internal/ImageSections.h"
 #include "internal/InfoText.h"
 #include "internal/LabelSets.h"
+#include "internal/LocalTime.h"
 #include "internal/SectionStore.h"
 #include "internal/TextFile.h"
 #include "internal/ValueSearch.h"
@@ -63,14 +64,6 @@ void setBinning(sIASetupInfo& setup, tag_eimagetype type, int binning)
     default:
         break;
     }
-}
-
-std::unique_ptr<CPLSection> imageSection(const QString& name, tag_eimagetype type,
-                                         const sIASetupInfo& setup, bool settings)
-{
-    auto section = std::make_unique<CPLSection>(imageSectionKey(type), name);
-    addImageKeys(*section, type, setup, settings);
-    return section;
 }
 
 struct DisplayType
@@ -331,7 +324,7 @@ tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_e
 {
     return guarded([&] {
         const auto now = qint64(std::time(nullptr));
-        clickNumber = prefix + timeStamp(localTime(now));
+        clickNumber = prefix + timeStamp(brokenDownLocalTime(now).value_or(tm{}));
         tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
         if (status != eSTATUS_SUCCESS)
             return status;
@@ -604,16 +597,13 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
             return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
         if (sections.contains(key))
             return eSTATUS_SECTION_EXISTS;
-        const QString correctedKey = mapKey(imageSectionKey(eIMAGE_LUMINESCENT_CORRECTED));
-        auto image = imageSection(name, type, *setup, settings);
-        std::unique_ptr<CPLSection> corrected;
-        if (hasCorrectedCompanion(type) && !settings)
-            corrected = imageSection(PLKeyword::File::CorrectedImage, eIMAGE_LUMINESCENT_CORRECTED,
-                                     *setup, false);
+        auto image = makeImageSection(type, name, *setup, settings);
+        auto corrected = makeCorrectedCompanion(type, *setup, settings);
         const int readBiasOnly =
             followsReadBiasOnly(type) ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
         const int place = readBiasOnly < 0 ? sectionCount : readBiasOnly + 1;
         store().insert(place, key, std::move(image));
+        const QString correctedKey = mapKey(Section::LuminescentCorrected);
         if (!corrected || sections.contains(correctedKey))
             return eSTATUS_SUCCESS;
         const tag_estatus status = guarded(

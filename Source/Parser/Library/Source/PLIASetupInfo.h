@@ -17,7 +17,11 @@
  *
  * The application fills one per image; CPLClickInfo::addTiffImageSection() reads it and writes the
  * fields that belong to the image's type. The library never changes a record. The fields named
- * app... belong to the application and are only carried.
+ * app... belong to the application: they are kept because they are part of the record, and the
+ * library never reads them.
+ *
+ * The acquisition time is written as local date and time; both are empty for a moment that the C
+ * runtime cannot convert.
  */
 struct PARSERLIBRARY_EXPORT sIASetupInfo
 {

@@ -7,13 +7,15 @@
 
 #include <QtCore/QLatin1String>
 
+#include <cstddef>
+
 namespace PLKeyword {
 
 /** A keyword from a literal; its length is known when compiling. */
-template <int N>
+template <std::size_t N>
 constexpr QLatin1String keyword(const char (&text)[N])
 {
-    return QLatin1String(text, N - 1);
+    return QLatin1String(text, int(N - 1));
 }
 
 /** The marks of the info-file text format. */
@@ -29,11 +31,7 @@ inline constexpr QLatin1String CommentKey = keyword("CommentLine ");
 /** Names and name parts of files. */
 namespace File {
 inline constexpr QLatin1String ClickInfo = keyword("ClickInfo.txt");
-inline constexpr QLatin1String AnalyzedClickInfo = keyword("AnalyzedClickInfo.txt");
 inline constexpr QLatin1String SequenceInfo = keyword("SequenceInfo.txt");
-inline constexpr QLatin1String BkgSummary = keyword("BkgSummary.txt");
-inline constexpr QLatin1String StructureIndex = keyword("SLindex.txt");
-inline constexpr QLatin1String FluorescentIndex = keyword("FLindex.txt");
 inline constexpr QLatin1String SettingsExtension = keyword("txt");
 inline constexpr QLatin1String DicomSuffix = keyword(".dcm");
 inline constexpr QLatin1String CameraInfo = keyword("CameraInfo.txt");
@@ -276,6 +274,13 @@ inline constexpr QLatin1String Organization = keyword("Ostrel");
 /** Version that made-up click info of a bare image carries. */
 inline constexpr QLatin1String ImportVersion = keyword("4.8.4");
 } // namespace Value
+
+/** Display names of the image types that more than one place asks for. */
+namespace ImageType {
+inline constexpr QLatin1String Photograph = keyword("Photograph");
+inline constexpr QLatin1String Structure = keyword("Structure");
+inline constexpr QLatin1String XRay = keyword("X-Ray");
+} // namespace ImageType
 
 /** The machine-wide store of the operator's choices. */
 namespace Store {

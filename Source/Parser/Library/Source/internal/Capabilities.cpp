@@ -36,175 +36,143 @@ int integerOf(const CPLSection& section, QLatin1String key, int absent)
 using State = InstrumentState;
 using Flag = bool State::*;
 
-/** What must be true of the description, or of a flag that an earlier row has derived. */
+/** What a condition asks of the value of a key, or of a flag that an earlier row has derived. */
+enum Test { Always, Yes, Equals, Contains, Present, NotNegative, Set, Clear };
+
 struct Condition
 {
-    enum Kind { None, Yes, Present, NotNegative, Contains, Set, Clear };
+    constexpr Condition() = default;
+    constexpr Condition(Test what, QLatin1String which, QLatin1String wanted = {})
+        : test(what)
+        , key(which)
+        , text(wanted)
+    {}
+    constexpr Condition(Test what, Flag which)
+        : test(what)
+        , flag(which)
+    {}
 
-    Kind kind = None;
+    Test test = Always;
     QLatin1String key;
     QLatin1String text;
     Flag flag = nullptr;
 };
 
-enum Systems { AnySystem, Standard, Vexa200 };
+/** Instrument families as a set. */
+using Systems = unsigned;
 
-enum Effect {
-    Raise,  ///< the flag becomes true when every condition holds, else it stays
-    Assign, ///< the flag becomes whether every condition holds
-};
+constexpr Systems only(EVEXA_Types system)
+{
+    return 1U << unsigned(system);
+}
 
+constexpr Systems AnySystem = ~0U;
+constexpr Systems Standard = only(eVEXA_STANDARD);
+constexpr Systems Vexa200 = only(eVEXA_200);
+
+/** The flag becomes true when the instrument is of one of the families and all conditions hold. */
 struct Row
 {
     Flag flag = nullptr;
-    Effect effect = Raise;
     Systems systems = AnySystem;
     Condition conditions[4];
 };
 
-constexpr Condition yes(QLatin1String key)
-{
-    return {Condition::Yes, key, {}, nullptr};
-}
-
-constexpr Condition present(QLatin1String key)
-{
-    return {Condition::Present, key, {}, nullptr};
-}
-
-constexpr Condition notNegative(QLatin1String key)
-{
-    return {Condition::NotNegative, key, {}, nullptr};
-}
-
-constexpr Condition contains(QLatin1String key, QLatin1String text)
-{
-    return {Condition::Contains, key, text, nullptr};
-}
-
-constexpr Condition set(Flag flag)
-{
-    return {Condition::Set, {}, {}, flag};
-}
-
-constexpr Condition clear(Flag flag)
-{
-    return {Condition::Clear, {}, {}, flag};
-}
-
-/** Flags that start anew with every derivation. */
+/** Flags that start anew with every derivation; the others keep the true of an earlier one. */
 constexpr Flag recomputed[] = {
-    &State::fluorescentKitInstalled, &State::aurora,       &State::princetonAurora,
-    &State::trayInstalled,           &State::ct,           &State::kestrel,
-    &State::omegaInstalled,          &State::omegaOutput2, &State::emissionWheel2Installed,
+    &State::fluorescentKitInstalled,
+    &State::aurora,
+    &State::princetonAurora,
+    &State::trayInstalled,
+    &State::ct,
+    &State::kestrel,
+    &State::omegaInstalled,
+    &State::omegaOutput2,
+    &State::emissionWheel2Installed,
     &State::transportBedSupported,
+    &State::xrayInstalled,
+    &State::largeAnimalCapable,
 };
 
 // clang-format off
 /** How the capabilities follow from the description, row by row and in this order. */
 constexpr Row rows[] = {
-    {&State::usbIoBoardInstalled,     Raise,  AnySystem, {yes(Key::UsbIoBoard)}},
-    {&State::uacBoardInstalled,       Raise,  AnySystem, {yes(Key::UacBoard)}},
-    {&State::spinnerDeviceActive,     Raise,  AnySystem, {yes(Key::CorvixImager)}},
-    {&State::spinnerInstalled,        Raise,  AnySystem, {yes(Key::CorvixImager)}},
-    {&State::chipReaderInstalled,     Raise,  AnySystem, {yes(Key::ChipReader)}},
-    {&State::xrayInstalled,           Assign, AnySystem, {yes(Key::XRayController)}},
-    {&State::largeAnimalCapable,      Assign, AnySystem, {present(Key::XRay2PositionC)}},
-    {&State::emissionWheel2Installed, Raise,  AnySystem, {present(Key::Filter2MotorDriver)}},
-    {&State::emissionWheel2Installed, Raise,  AnySystem, {present(Key::EmFilter2MotorDriver)}},
-    {&State::fluorescentKitInstalled, Assign, AnySystem, {yes(Key::FluorescenceKit)}},
-    {&State::bl,                      Raise,  Vexa200,   {clear(&State::fluorescentKitInstalled)}},
-    {&State::aurora,                  Raise,  Vexa200,   {present(Key::FluorescenceXMotorDriver),
-                                                              present(Key::FluorescenceYMotorDriver),
-                                                              set(&State::fluorescentKitInstalled)}},
-    {&State::princetonAurora,         Raise,  Vexa200,   {contains(Key::CameraSystemInfo, Value::Sophia)}},
-    {&State::trayInstalled,           Raise,  AnySystem, {present(Key::FiducialMiddle)}},
-    {&State::trayInstalled,           Raise,  AnySystem, {present(Key::FiducialFront)}},
-    {&State::trayInstalled,           Raise,  AnySystem, {present(Key::FiducialMiddleFront)}},
-    {&State::trayInstalled,           Raise,  AnySystem, {present(Key::FiducialMiddleBack)}},
-    {&State::trayInstalled,           Raise,  AnySystem, {present(Key::FiducialBack)}},
-    {&State::ct,                      Raise,  Vexa200,   {notNegative(Key::RotationStageMotorDriver)}},
-    {&State::kestrel,                 Raise,  AnySystem, {contains(Key::CameraSystemInfo, Value::Du88)}},
-    {&State::kestrel,                 Raise,  AnySystem, {contains(Key::CameraCcdType, Value::Emccd)}},
-    {&State::tesselHT,                Raise,  Standard,  {set(&State::emissionWheel2Installed)}},
-    {&State::transportBedSupported,   Raise,  Vexa200,   {set(&State::aurora)}},
-    {&State::transportBedSupported,   Raise,  Vexa200,   {yes(Key::MouseImagingShuttle)}},
-    {&State::sideMirrorChecked,       Raise,  Vexa200,   {yes(Key::SideViewMirrorEnabled),
-                                                              present(Key::StageOffset),
-                                                              present(Key::MirrorXOffset),
-                                                              present(Key::MirrorAngle)}},
+    {&State::usbIoBoardInstalled,     AnySystem, {{Yes, Key::UsbIoBoard}}},
+    {&State::uacBoardInstalled,       AnySystem, {{Yes, Key::UacBoard}}},
+    {&State::spinnerDeviceActive,     AnySystem, {{Yes, Key::CorvixImager}}},
+    {&State::spinnerInstalled,        AnySystem, {{Yes, Key::CorvixImager}}},
+    {&State::chipReaderInstalled,     AnySystem, {{Yes, Key::ChipReader}}},
+    {&State::xrayInstalled,           AnySystem, {{Yes, Key::XRayController}}},
+    {&State::largeAnimalCapable,      AnySystem, {{Present, Key::XRay2PositionC}}},
+    {&State::emissionWheel2Installed, AnySystem, {{Present, Key::Filter2MotorDriver}}},
+    {&State::emissionWheel2Installed, AnySystem, {{Present, Key::EmFilter2MotorDriver}}},
+    {&State::omegaOutput2,            AnySystem, {{Equals, Key::OmegaController, Value::OmegaCni32}}},
+    {&State::omegaOutput2,            AnySystem, {{Equals, Key::OmegaController, Value::OmegaOutput2}}},
+    {&State::omegaInstalled,          AnySystem, {{Set, &State::omegaOutput2}}},
+    {&State::omegaInstalled,          AnySystem, {{Yes, Key::OmegaController}}},
+    {&State::omegaInstalled,          AnySystem, {{Equals, Key::OmegaController, Value::OmegaOutput1}}},
+    // Without a value that says so, a VEXA 200 has one, and so has an instrument with a board.
+    {&State::omegaInstalled,          Vexa200,   {{Equals, Key::OmegaController, Value::Empty}}},
+    {&State::omegaInstalled,          AnySystem, {{Set, &State::usbIoBoardInstalled}}},
+    {&State::omegaInstalled,          AnySystem, {{Set, &State::uacBoardInstalled}}},
+    {&State::fluorescentKitInstalled, AnySystem, {{Yes, Key::FluorescenceKit}}},
+    {&State::bl,                      Vexa200,   {{Clear, &State::fluorescentKitInstalled}}},
+    {&State::aurora,                  Vexa200,   {{Present, Key::FluorescenceXMotorDriver},
+                                                  {Present, Key::FluorescenceYMotorDriver},
+                                                  {Set, &State::fluorescentKitInstalled}}},
+    {&State::princetonAurora,         Vexa200,   {{Contains, Key::CameraSystemInfo, Value::Sophia}}},
+    {&State::trayInstalled,           AnySystem, {{Present, Key::FiducialMiddle}}},
+    {&State::trayInstalled,           AnySystem, {{Present, Key::FiducialFront}}},
+    {&State::trayInstalled,           AnySystem, {{Present, Key::FiducialMiddleFront}}},
+    {&State::trayInstalled,           AnySystem, {{Present, Key::FiducialMiddleBack}}},
+    {&State::trayInstalled,           AnySystem, {{Present, Key::FiducialBack}}},
+    {&State::ct,                      Vexa200,   {{NotNegative, Key::RotationStageMotorDriver}}},
+    {&State::kestrel,                 AnySystem, {{Contains, Key::CameraSystemInfo, Value::Du88}}},
+    {&State::kestrel,                 AnySystem, {{Contains, Key::CameraCcdType, Value::Emccd}}},
+    {&State::tesselHT,                Standard,  {{Set, &State::emissionWheel2Installed}}},
+    {&State::transportBedSupported,   Vexa200,   {{Set, &State::aurora}}},
+    {&State::transportBedSupported,   Vexa200,   {{Yes, Key::MouseImagingShuttle}}},
+    {&State::sideMirrorChecked,       Vexa200,   {{Yes, Key::SideViewMirrorEnabled},
+                                                  {Present, Key::StageOffset},
+                                                  {Present, Key::MirrorXOffset},
+                                                  {Present, Key::MirrorAngle}}},
 };
 // clang-format on
 
-/** What the value for the omega controller says, lower-cased. */
-struct OmegaRow
+bool equals(const CPLSection& section, QLatin1String key, QLatin1String text)
 {
-    QLatin1String value;
-    bool output2 = false;
-};
-
-constexpr OmegaRow omegaRows[] = {
-    {Value::OmegaCni32, true},
-    {Value::OmegaOutput2, true},
-    {Value::Yes, false},
-    {Value::OmegaOutput1, false},
-};
+    return valueOf(section, key).compare(text, Qt::CaseInsensitive) == 0;
+}
 
 bool holds(const Condition& condition, const CPLSection& section, const State& state)
 {
-    switch (condition.kind) {
-    case Condition::None:
+    switch (condition.test) {
+    case Always:
         return true;
-    case Condition::Yes:
+    case Yes:
         return readsYes(section, condition.key);
-    case Condition::Present:
-        return hasKey(section, condition.key);
-    case Condition::NotNegative:
-        return integerOf(section, condition.key, -1) >= 0;
-    case Condition::Contains:
+    case Equals:
+        return equals(section, condition.key, condition.text);
+    case Contains:
         return valueOf(section, condition.key).contains(condition.text, Qt::CaseInsensitive);
-    case Condition::Set:
+    case Present:
+        return hasKey(section, condition.key);
+    case NotNegative:
+        return integerOf(section, condition.key, -1) >= 0;
+    case Set:
         return state.*condition.flag;
-    case Condition::Clear:
+    case Clear:
         return !(state.*condition.flag);
     }
     return false;
 }
 
-void applyRow(const Row& row, const CPLSection& section, InstrumentState& state)
+bool applies(const Row& row, const CPLSection& section, const State& state)
 {
-    const bool fits = row.systems == AnySystem ||
-                      (row.systems == Standard && state.systemType == eVEXA_STANDARD) ||
-                      (row.systems == Vexa200 && state.systemType == eVEXA_200);
-    const bool result = fits && std::all_of(std::begin(row.conditions), std::end(row.conditions),
-                                            [&](const Condition& condition) {
-                                                return holds(condition, section, state);
-                                            });
-    if (result || row.effect == Assign)
-        state.*row.flag = result;
-}
-
-void deriveOmega(const CPLSection& section, InstrumentState& state)
-{
-    const QString value = valueOf(section, Key::OmegaController);
-    for (const OmegaRow& row : omegaRows) {
-        if (value.compare(row.value, Qt::CaseInsensitive) == 0) {
-            state.omegaInstalled = true;
-            state.omegaOutput2 = row.output2;
-            return;
-        }
-    }
-    // Without a value that says so, a VEXA 200 has one, and so has an instrument with a board.
-    state.omegaInstalled = (state.systemType == eVEXA_200 && value.isEmpty()) ||
-                           state.usbIoBoardInstalled || state.uacBoardInstalled;
-}
-
-void deriveDoor(const CPLSection& section, InstrumentState& state)
-{
-    const bool oldTray =
-        valueOf(section, Key::ElectronicsTrayPartNumber) == Value::OldElectronicsTray;
-    state.doorClosedOnZeroStatus =
-        !state.usbIoBoardInstalled && state.systemType != eVEXA_200 && !oldTray;
+    return (row.systems & only(state.systemType)) != 0 &&
+           std::all_of(
+               std::begin(row.conditions), std::end(row.conditions),
+               [&](const Condition& condition) { return holds(condition, section, state); });
 }
 
 } // namespace
@@ -220,7 +188,7 @@ EVEXA_Types classifySystem(const QString& systemConfiguration)
 
 bool readsYes(const CPLSection& section, QLatin1String key)
 {
-    return valueOf(section, key).compare(Value::Yes, Qt::CaseInsensitive) == 0;
+    return equals(section, key, Value::Yes);
 }
 
 void deriveCapabilities(const CPLSection& section, InstrumentState& state)
@@ -231,10 +199,13 @@ void deriveCapabilities(const CPLSection& section, InstrumentState& state)
         state.systemType == eVEXA_200 ? integerOf(section, Key::StructuredLightDelay, 0) : 0;
     for (const Flag flag : recomputed)
         state.*flag = false;
-    for (const Row& row : rows)
-        applyRow(row, section, state);
-    deriveOmega(section, state);
-    deriveDoor(section, state);
+    for (const Row& row : rows) {
+        if (applies(row, section, state))
+            state.*row.flag = true;
+    }
+    state.doorClosedOnZeroStatus =
+        !state.usbIoBoardInstalled && state.systemType != eVEXA_200 &&
+        !equals(section, Key::ElectronicsTrayPartNumber, Value::OldElectronicsTray);
 }
 
 } // namespace ovparser::internal

@@ -1,11 +1,10 @@
 #include "ImageSections.h"
 
-#include "SectionAccess.h"
-
+#include "LocalTime.h"
 #include "NumberFormat.h"
 #include "PLKeywords.h"
+#include "SectionAccess.h"
 
-#include <algorithm>
 #include <variant>
 
 namespace ovparser::internal {
@@ -15,81 +14,80 @@ namespace {
 namespace Key = PLKeyword::Key;
 namespace Value = PLKeyword::Value;
 
-/** What is true of an image and its setup; a row of a key table names the facts that it needs. */
+using Setup = sIASetupInfo;
+
+/** Image types as a set. */
+using Images = unsigned;
+
+constexpr Images only(tag_eimagetype type)
+{
+    return 1U << unsigned(type);
+}
+
+constexpr Images Photograph = only(eIMAGE_PHOTOGRAPH);
+constexpr Images Structure = only(eIMAGE_STRUCTURE);
+constexpr Images Photographic = Photograph | Structure;
+constexpr Images Corrected = only(eIMAGE_LUMINESCENT_CORRECTED);
+constexpr Images FlReference = only(eIMAGE_FL_REFERENCE);
+constexpr Images Uncorrected = only(eIMAGE_LUMINESCENT) | FlReference;
+constexpr Images Light = Uncorrected | Corrected;
+constexpr Images ReadBiasOnly = only(eIMAGE_BIAS);
+constexpr Images FluorescentBkg = only(eIMAGE_FLUORESCENT_BKG);
+constexpr Images XRay = only(eIMAGE_XRAY);
+constexpr Images Blemish = only(eIMAGE_BLEMISH);
+constexpr Images AnyImage = ~0U;
+
+/** What is true of a setup, as a set. */
 enum Fact : unsigned {
     Always = 0,
-    // the image
-    Photograph = 1U << 0U,
-    Structure = 1U << 1U,
-    Uncorrected = 1U << 2U,
-    Corrected = 1U << 3U,
-    FlReference = 1U << 4U,
-    // the setup
-    Settings = 1U << 5U,
-    Mirror = 1U << 6U,
-    Fluorescent = 1U << 7U,
-    EmGain = 1U << 8U,
-    Mode1 = 1U << 9U,
-    Mode2 = 1U << 10U,
-    NotMode2 = 1U << 11U,
-    Grid = 1U << 12U,
-    SingleSpot = 1U << 13U,
-    MultiSpot = 1U << 14U,
+    Settings = 1U << 0U,
+    Mirror = 1U << 1U,
+    Fluorescent = 1U << 2U,
+    EmGain = 1U << 3U,
+    Mode1 = 1U << 4U,
+    Mode2 = 1U << 5U,
+    NotMode2 = 1U << 6U,
+    Grid = 1U << 7U,
+    SingleSpot = 1U << 8U,
+    MultiSpot = 1U << 9U,
 };
 
-using Facts = unsigned;
-
 /** Where a value comes from: a fixed text, a field of the setup, or a function of the setup. */
-using Source =
-    std::variant<QLatin1String, QString sIASetupInfo::*, int sIASetupInfo::*, float sIASetupInfo::*,
-                 double sIASetupInfo::*, QString (*)(const sIASetupInfo&)>;
+using Source = std::variant<QLatin1String, QString Setup::*, int Setup::*, float Setup::*,
+                            double Setup::*, QString (*)(const Setup&)>;
 
+/** A key, its value, the images that have it, and the facts that must all be true for that. */
 struct KeyRow
 {
     QLatin1String key;
     Source source;
-    Facts needs = Always;
+    Images images = AnyImage;
+    unsigned needs = Always;
 };
 
-struct KeyTable
+QString acquisitionDate(const Setup& setup)
 {
-    const KeyRow* rows = nullptr;
-    std::size_t size = 0;
-
-    constexpr KeyTable() = default;
-    template <std::size_t N>
-    constexpr KeyTable(const KeyRow (&table)[N])
-        : rows(table)
-        , size(N)
-    {}
-
-    [[nodiscard]] const KeyRow* begin() const { return rows; }
-    [[nodiscard]] const KeyRow* end() const { return rows + size; }
-};
-
-QString acquisitionDate(const sIASetupInfo& setup)
-{
-    struct tm time = localTime(setup.acquisitionTime);
-    return getDateOVSFormat(&time);
+    auto time = brokenDownLocalTime(setup.acquisitionTime);
+    return getDateOVSFormat(time ? &*time : nullptr);
 }
 
-QString acquisitionClock(const sIASetupInfo& setup)
+QString acquisitionClock(const Setup& setup)
 {
-    struct tm time = localTime(setup.acquisitionTime);
-    return getTimeOVSFormat(&time);
+    auto time = brokenDownLocalTime(setup.acquisitionTime);
+    return getTimeOVSFormat(time ? &*time : nullptr);
 }
 
-QString acquisitionSeconds(const sIASetupInfo& setup)
+QString acquisitionSeconds(const Setup& setup)
 {
     return getTimefrom1904(double(setup.acquisitionTime));
 }
 
-QString objectRadius(const sIASetupInfo& setup)
+QString objectRadius(const Setup& setup)
 {
-    return generalText(setup.subjectSize / 2);
+    return qtGeneralText(setup.subjectSize / 2);
 }
 
-QString xrayImagingMode(const sIASetupInfo& setup)
+QString xrayImagingMode(const Setup& setup)
 {
     switch (setup.xrayImagingMode) {
     case 1:
@@ -106,12 +104,12 @@ QString gridPosition(int x, int y)
     return QString::number(x) + QLatin1String(", ") + QString::number(y);
 }
 
-QString singleGridPosition(const sIASetupInfo& setup)
+QString singleGridPosition(const Setup& setup)
 {
     return gridPosition(setup.flGridPositionX, setup.flGridPositionY);
 }
 
-QString multiGridPosition(const sIASetupInfo& setup)
+QString multiGridPosition(const Setup& setup)
 {
     QString text;
     for (const QPoint& point : setup.flGridPoints)
@@ -119,185 +117,158 @@ QString multiGridPosition(const sIASetupInfo& setup)
     return text;
 }
 
-QString singleXSpot(const sIASetupInfo& setup)
+QString singleXSpot(const Setup& setup)
 {
-    return spotText(double(setup.flXSpot));
+    return fourDecimalText(double(setup.flXSpot));
 }
 
-QString singleYSpot(const sIASetupInfo& setup)
+QString singleYSpot(const Setup& setup)
 {
-    return spotText(double(setup.flYSpot));
+    return fourDecimalText(double(setup.flYSpot));
 }
 
 /** 100 times the square of the whole binning quotient; a raw binning of 0 gives 0. */
-QString minimalCounts(const sIASetupInfo& setup)
+QString minimalCounts(const Setup& setup)
 {
     const qint64 raw = setup.rawBinning;
     const qint64 quotient = raw == 0 ? 0 : setup.luminescentBinning / raw;
-    return generalText(double(100.0F * float(quotient) * float(quotient)));
+    return qtGeneralText(double(100.0F * float(quotient) * float(quotient)));
 }
 
-constexpr KeyRow commonKeys[] = {
+constexpr unsigned OnFlGrid = Settings | Fluorescent | Mode1 | Grid;
+
+/** The keys of all images; those of one image are in the order in which they are written. */
+constexpr KeyRow keyRows[] = {
     {Key::AcquisitionDate, acquisitionDate},
     {Key::AcquisitionTime, acquisitionClock},
     {Key::AcquisitionSeconds, acquisitionSeconds},
     {Key::PixelWidth, Value::One},
     {Key::PixelHeight, Value::One},
-    {Key::ImagingAngle, &sIASetupInfo::imagingAngle, Mode2},
-};
+    {Key::ImagingAngle, &Setup::imagingAngle, AnyImage, Mode2},
 
-constexpr KeyRow photographKeys[] = {
-    {Key::SideViewMirrorEnabled, Value::Yes, Photograph | Mirror},
-    {Key::BinningFactor, &sIASetupInfo::photographBinning, Photograph},
-    {Key::BinningFactor, &sIASetupInfo::structureBinning, Structure},
-    {Key::ImageUnits, Value::Counts, Settings},
-    {Key::FNumber, &sIASetupInfo::photographFNumber, Settings},
-    {Key::FieldOfView, &sIASetupInfo::fieldOfView, Settings},
-    {Key::FilterPosition, Value::One, Settings},
-    {Key::EmissionFilter, Value::OpenFilter, Settings},
-    {Key::ExposureTimeSec, &sIASetupInfo::photographExposure, Settings},
-    {Key::ObjectRadius, objectRadius, Settings},
-    {Key::SubjectSize, &sIASetupInfo::subjectSize, Settings},
-    {Key::HeightReference, &sIASetupInfo::heightReference, Settings | Structure | Mode1},
-    {Key::HeightReferencePixelX, &sIASetupInfo::heightReferencePixelX,
-     Settings | Structure | Mode1},
-    {Key::HeightReferencePixelY, &sIASetupInfo::heightReferencePixelY,
-     Settings | Structure | Mode1},
-    {Key::StructureFrequency, &sIASetupInfo::structureFrequencyText,
-     Settings | Structure | NotMode2},
-    {Key::MvStageDistance, &sIASetupInfo::stageDistance, Settings | Structure | Mode2},
-    {Key::StructuredLightLittleL, &sIASetupInfo::stageDistance, Settings | Structure | Mode2},
-    {Key::StructureFrequency, &sIASetupInfo::structureFrequency, Settings | Structure | Mode2},
-    {Key::ErrorWave, Value::NoError, Settings},
-};
+    {Key::SideViewMirrorEnabled, Value::Yes, Photograph, Mirror},
+    {Key::BinningFactor, &Setup::photographBinning, Photograph},
+    {Key::BinningFactor, &Setup::structureBinning, Structure},
+    {Key::ImageUnits, Value::Counts, Photographic, Settings},
+    {Key::FNumber, &Setup::photographFNumber, Photographic, Settings},
+    {Key::FieldOfView, &Setup::fieldOfView, Photographic, Settings},
+    {Key::FilterPosition, Value::One, Photographic, Settings},
+    {Key::EmissionFilter, Value::OpenFilter, Photographic, Settings},
+    {Key::ExposureTimeSec, &Setup::photographExposure, Photographic, Settings},
+    {Key::ObjectRadius, objectRadius, Photographic, Settings},
+    {Key::SubjectSize, &Setup::subjectSize, Photographic, Settings},
+    {Key::HeightReference, &Setup::heightReference, Structure, Settings | Mode1},
+    {Key::HeightReferencePixelX, &Setup::heightReferencePixelX, Structure, Settings | Mode1},
+    {Key::HeightReferencePixelY, &Setup::heightReferencePixelY, Structure, Settings | Mode1},
+    {Key::StructureFrequency, &Setup::structureFrequencyText, Structure, Settings | NotMode2},
+    {Key::MvStageDistance, &Setup::stageDistance, Structure, Settings | Mode2},
+    {Key::StructuredLightLittleL, &Setup::stageDistance, Structure, Settings | Mode2},
+    {Key::StructureFrequency, &Setup::structureFrequency, Structure, Settings | Mode2},
+    {Key::ErrorWave, Value::NoError, Photographic, Settings},
 
-constexpr Facts OnFlGrid = Settings | Fluorescent | Mode1 | Grid;
-
-constexpr KeyRow luminescentKeys[] = {
-    {Key::ImageUnits, Value::Counts},
-    {Key::BinningFactor, &sIASetupInfo::luminescentBinning},
-    {Key::SideViewMirrorEnabled, Value::Yes, Mirror},
-    {Key::LuminescentExposure, &sIASetupInfo::luminescentExposure, Settings},
-    {Key::LuminescentExposureUnits, &sIASetupInfo::luminescentExposureUnits, Settings},
-    {Key::EmGain, &sIASetupInfo::emGain, Settings | EmGain},
-    {Key::FNumber, &sIASetupInfo::luminescentFNumber, Settings},
-    {Key::FieldOfView, &sIASetupInfo::fieldOfView, Settings},
-    {Key::ReadBiasLevel, &sIASetupInfo::readBiasLevel, Settings},
-    {Key::EmissionFilter, &sIASetupInfo::emissionFilter, Settings},
-    {Key::FilterPosition, &sIASetupInfo::filterPosition, Settings},
-    {Key::ExcitationFilter, &sIASetupInfo::excitationFilter, Settings},
-    {Key::SubjectSize, &sIASetupInfo::subjectSize, Settings},
-    {Key::ImageSubtype, Value::Fluorescent, Settings | Fluorescent},
-    {Key::FluorescenceLevel, &sIASetupInfo::fluorescenceLevel, Settings | Fluorescent},
-    {Key::FluorescenceLevelString, &sIASetupInfo::fluorescenceLevelText, Settings | Fluorescent},
-    {Key::FlGridName, &sIASetupInfo::flGridName, OnFlGrid},
-    {Key::FlGridPosition, singleGridPosition, OnFlGrid | SingleSpot},
-    {Key::FlGridPosition, multiGridPosition, OnFlGrid | MultiSpot},
-    {Key::FlXMotorPosition, &sIASetupInfo::flXMotorPosition, OnFlGrid | SingleSpot},
-    {Key::FlXMotorPosition, &sIASetupInfo::flXMotorPositionText, OnFlGrid | MultiSpot},
-    {Key::FlYMotorPosition, &sIASetupInfo::flYMotorPosition, OnFlGrid | SingleSpot},
-    {Key::FlYMotorPosition, &sIASetupInfo::flYMotorPositionText, OnFlGrid | MultiSpot},
-    {Key::FlXSpot, singleXSpot, OnFlGrid | SingleSpot},
-    {Key::FlXSpot, &sIASetupInfo::flXSpotText, OnFlGrid | MultiSpot},
-    {Key::FlYSpot, singleYSpot, OnFlGrid | SingleSpot},
-    {Key::FlYSpot, &sIASetupInfo::flYSpotText, OnFlGrid | MultiSpot},
-    {Key::MinimalCounts, minimalCounts, OnFlGrid | FlReference},
-    {Key::RawBinning, &sIASetupInfo::rawBinning, OnFlGrid | FlReference},
-    {Key::DemandTemperature, &sIASetupInfo::demandTemperature, Settings},
-    {Key::MeasuredTemperature, &sIASetupInfo::measuredTemperature, Settings},
-    {Key::ErrorWave, Value::NoError, Settings},
+    {Key::ImageUnits, Value::Counts, Light},
+    {Key::BinningFactor, &Setup::luminescentBinning, Light},
+    {Key::SideViewMirrorEnabled, Value::Yes, Light, Mirror},
+    {Key::LuminescentExposure, &Setup::luminescentExposure, Light, Settings},
+    {Key::LuminescentExposureUnits, &Setup::luminescentExposureUnits, Light, Settings},
+    {Key::EmGain, &Setup::emGain, Light, Settings | EmGain},
+    {Key::FNumber, &Setup::luminescentFNumber, Light, Settings},
+    {Key::FieldOfView, &Setup::fieldOfView, Light, Settings},
+    {Key::ReadBiasLevel, &Setup::readBiasLevel, Light, Settings},
+    {Key::EmissionFilter, &Setup::emissionFilter, Light, Settings},
+    {Key::FilterPosition, &Setup::filterPosition, Light, Settings},
+    {Key::ExcitationFilter, &Setup::excitationFilter, Light, Settings},
+    {Key::SubjectSize, &Setup::subjectSize, Light, Settings},
+    {Key::ImageSubtype, Value::Fluorescent, Light, Settings | Fluorescent},
+    {Key::FluorescenceLevel, &Setup::fluorescenceLevel, Light, Settings | Fluorescent},
+    {Key::FluorescenceLevelString, &Setup::fluorescenceLevelText, Light, Settings | Fluorescent},
+    {Key::FlGridName, &Setup::flGridName, Light, OnFlGrid},
+    {Key::FlGridPosition, singleGridPosition, Light, OnFlGrid | SingleSpot},
+    {Key::FlGridPosition, multiGridPosition, Light, OnFlGrid | MultiSpot},
+    {Key::FlXMotorPosition, &Setup::flXMotorPosition, Light, OnFlGrid | SingleSpot},
+    {Key::FlXMotorPosition, &Setup::flXMotorPositionText, Light, OnFlGrid | MultiSpot},
+    {Key::FlYMotorPosition, &Setup::flYMotorPosition, Light, OnFlGrid | SingleSpot},
+    {Key::FlYMotorPosition, &Setup::flYMotorPositionText, Light, OnFlGrid | MultiSpot},
+    {Key::FlXSpot, singleXSpot, Light, OnFlGrid | SingleSpot},
+    {Key::FlXSpot, &Setup::flXSpotText, Light, OnFlGrid | MultiSpot},
+    {Key::FlYSpot, singleYSpot, Light, OnFlGrid | SingleSpot},
+    {Key::FlYSpot, &Setup::flYSpotText, Light, OnFlGrid | MultiSpot},
+    {Key::MinimalCounts, minimalCounts, FlReference, OnFlGrid},
+    {Key::RawBinning, &Setup::rawBinning, FlReference, OnFlGrid},
+    {Key::DemandTemperature, &Setup::demandTemperature, Light, Settings},
+    {Key::MeasuredTemperature, &Setup::measuredTemperature, Light, Settings},
+    {Key::ErrorWave, Value::NoError, Light, Settings},
     {Key::Cosmic, Value::Zero, Uncorrected},
-    {Key::Cosmic, Value::One, Corrected},
     {Key::BackgroundCorrected, Value::Zero, Uncorrected},
-    {Key::BackgroundCorrected, Value::One, Corrected},
     {Key::FlatFieldCorrected, Value::Zero, Uncorrected},
+    {Key::Cosmic, Value::One, Corrected},
+    {Key::BackgroundCorrected, Value::One, Corrected},
     {Key::FlatFieldCorrected, Value::One, Corrected},
-};
 
-constexpr KeyRow readBiasOnlyKeys[] = {
-    {Key::BinningFactor, &sIASetupInfo::luminescentBinning},
-    {Key::ReadBiasLevel, &sIASetupInfo::readBiasLevel, Settings},
-    {Key::DemandTemperature, &sIASetupInfo::demandTemperature, Settings},
-    {Key::MeasuredTemperature, &sIASetupInfo::measuredTemperature, Settings},
-    {Key::DataMultiplier, Value::One, Settings},
-    {Key::BackgroundExposure, Value::NoExposure, Settings},
-};
+    {Key::BinningFactor, &Setup::luminescentBinning, ReadBiasOnly},
+    {Key::ReadBiasLevel, &Setup::readBiasLevel, ReadBiasOnly, Settings},
+    {Key::DemandTemperature, &Setup::demandTemperature, ReadBiasOnly, Settings},
+    {Key::MeasuredTemperature, &Setup::measuredTemperature, ReadBiasOnly, Settings},
+    {Key::DataMultiplier, Value::One, ReadBiasOnly, Settings},
+    {Key::BackgroundExposure, Value::NoExposure, ReadBiasOnly, Settings},
 
-constexpr KeyRow fluorescentBackgroundKeys[] = {
-    {Key::BinningFactor, &sIASetupInfo::luminescentBinning},
-    {Key::FNumber, &sIASetupInfo::luminescentFNumber},
-    {Key::FieldOfView, &sIASetupInfo::fieldOfView},
-    {Key::ReadBiasLevel, &sIASetupInfo::readBiasLevel},
-    {Key::FluorescenceLevel, &sIASetupInfo::fluorescenceLevel},
-    {Key::FluorescenceLevelString, &sIASetupInfo::fluorescenceLevelText},
-    {Key::DemandTemperature, &sIASetupInfo::demandTemperature},
-    {Key::MeasuredTemperature, &sIASetupInfo::measuredTemperature},
-    {Key::DataMultiplier, Value::One},
-    {Key::BackgroundExposure, &sIASetupInfo::luminescentExposure},
-};
+    {Key::BinningFactor, &Setup::luminescentBinning, FluorescentBkg},
+    {Key::FNumber, &Setup::luminescentFNumber, FluorescentBkg},
+    {Key::FieldOfView, &Setup::fieldOfView, FluorescentBkg},
+    {Key::ReadBiasLevel, &Setup::readBiasLevel, FluorescentBkg},
+    {Key::FluorescenceLevel, &Setup::fluorescenceLevel, FluorescentBkg},
+    {Key::FluorescenceLevelString, &Setup::fluorescenceLevelText, FluorescentBkg},
+    {Key::DemandTemperature, &Setup::demandTemperature, FluorescentBkg},
+    {Key::MeasuredTemperature, &Setup::measuredTemperature, FluorescentBkg},
+    {Key::DataMultiplier, Value::One, FluorescentBkg},
+    {Key::BackgroundExposure, &Setup::luminescentExposure, FluorescentBkg},
 
-constexpr KeyRow xrayKeys[] = {
-    {Key::BinningFactor, &sIASetupInfo::xrayBinning},
-    {Key::FNumber, &sIASetupInfo::xrayFNumber},
-    {Key::FieldOfView, &sIASetupInfo::fieldOfView},
-    {Key::ReadBiasLevel, &sIASetupInfo::xrayReadBiasLevel},
-    {Key::XRayTubeVoltage, &sIASetupInfo::xrayTubeVoltage},
-    {Key::XRayTubePlateCurrent, &sIASetupInfo::xrayTubePlateCurrent},
-    {Key::XRayTubeFilter, &sIASetupInfo::xrayTubeFilter},
-    {Key::ExposureTimeSec, &sIASetupInfo::xrayExposure},
-    {Key::SideViewMirrorEnabled, Value::Yes, Mirror},
-    {Key::ImagingMode, xrayImagingMode},
-};
+    {Key::BinningFactor, &Setup::xrayBinning, XRay},
+    {Key::FNumber, &Setup::xrayFNumber, XRay},
+    {Key::FieldOfView, &Setup::fieldOfView, XRay},
+    {Key::ReadBiasLevel, &Setup::xrayReadBiasLevel, XRay},
+    {Key::XRayTubeVoltage, &Setup::xrayTubeVoltage, XRay},
+    {Key::XRayTubePlateCurrent, &Setup::xrayTubePlateCurrent, XRay},
+    {Key::XRayTubeFilter, &Setup::xrayTubeFilter, XRay},
+    {Key::ExposureTimeSec, &Setup::xrayExposure, XRay},
+    {Key::SideViewMirrorEnabled, Value::Yes, XRay, Mirror},
+    {Key::ImagingMode, xrayImagingMode, XRay},
 
-// A blemish image is no acquisition: its first five rows replace the common values in place.
-constexpr KeyRow blemishKeys[] = {
-    {Key::AcquisitionDate, Value::BlemishDate},
-    {Key::AcquisitionTime, Value::BlemishTime},
-    {Key::AcquisitionSeconds, Value::BlemishSeconds},
-    {Key::PixelWidth, Value::One},
-    {Key::PixelHeight, Value::One},
-    {Key::BinningFactor, &sIASetupInfo::blemishBinning},
-    {Key::DemandTemperature, &sIASetupInfo::demandTemperature},
-    {Key::MeasuredTemperature, &sIASetupInfo::measuredTemperature},
+    // A blemish image is no acquisition: these replace the values that every image has, in place.
+    {Key::AcquisitionDate, Value::BlemishDate, Blemish},
+    {Key::AcquisitionTime, Value::BlemishTime, Blemish},
+    {Key::AcquisitionSeconds, Value::BlemishSeconds, Blemish},
+    {Key::BinningFactor, &Setup::blemishBinning, Blemish},
+    {Key::DemandTemperature, &Setup::demandTemperature, Blemish},
+    {Key::MeasuredTemperature, &Setup::measuredTemperature, Blemish},
 };
 
 struct ImageSection
 {
     tag_eimagetype type = eIMAGE_PHOTOGRAPH;
     QLatin1String key;
-    KeyTable keys;
-    Facts facts = Always;
 };
 
 namespace Section = PLKeyword::Section;
 
 constexpr ImageSection imageSections[] = {
-    {eIMAGE_PHOTOGRAPH, Section::Photograph, photographKeys, Photograph},
-    {eIMAGE_STRUCTURE, Section::Structure, photographKeys, Structure},
-    {eIMAGE_LUMINESCENT, Section::Luminescent, luminescentKeys, Uncorrected},
-    {eIMAGE_LUMINESCENT_CORRECTED, Section::LuminescentCorrected, luminescentKeys, Corrected},
-    {eIMAGE_BIAS, Section::ReadBiasOnly, readBiasOnlyKeys},
-    {eIMAGE_FLUORESCENT_BKG, Section::FluorescentBackground, fluorescentBackgroundKeys},
-    {eIMAGE_READ_BIAS, Section::ReadBias, {}},
-    {eIMAGE_READ_SIGMA, Section::ReadSigma, {}},
-    {eIMAGE_BACKGROUND, Section::DarkCharge, {}},
-    {eIMAGE_FL_REFERENCE, Section::FluorescentReference, luminescentKeys,
-     Uncorrected | FlReference},
-    {eIMAGE_XRAY, Section::XRay, xrayKeys},
-    {eIMAGE_BLEMISH, Section::Blemish, blemishKeys},
+    {eIMAGE_PHOTOGRAPH, Section::Photograph},
+    {eIMAGE_STRUCTURE, Section::Structure},
+    {eIMAGE_LUMINESCENT, Section::Luminescent},
+    {eIMAGE_LUMINESCENT_CORRECTED, Section::LuminescentCorrected},
+    {eIMAGE_BIAS, Section::ReadBiasOnly},
+    {eIMAGE_FLUORESCENT_BKG, Section::FluorescentBackground},
+    {eIMAGE_READ_BIAS, Section::ReadBias},
+    {eIMAGE_READ_SIGMA, Section::ReadSigma},
+    {eIMAGE_BACKGROUND, Section::DarkCharge},
+    {eIMAGE_FL_REFERENCE, Section::FluorescentReference},
+    {eIMAGE_XRAY, Section::XRay},
+    {eIMAGE_BLEMISH, Section::Blemish},
 };
 
-const ImageSection* findImageSection(tag_eimagetype type)
+unsigned factsOf(const Setup& setup, bool settings)
 {
-    const auto* const found =
-        std::find_if(std::begin(imageSections), std::end(imageSections),
-                     [type](const ImageSection& row) { return row.type == type; });
-    return found == std::end(imageSections) ? nullptr : found;
-}
-
-Facts factsOf(const sIASetupInfo& setup, bool settings)
-{
-    const auto when = [](bool condition, Fact fact) { return condition ? Facts(fact) : 0U; };
+    const auto when = [](bool condition, Fact fact) { return condition ? fact : Always; };
     return when(settings, Settings) | when(setup.sideViewMirrorEnabled, Mirror) |
            when(setup.fluorescent, Fluorescent) | when(setup.emGain > 0, EmGain) |
            when(setup.imagingMode == 1, Mode1) | when(setup.flGridEnabled, Grid) |
@@ -308,45 +279,25 @@ Facts factsOf(const sIASetupInfo& setup, bool settings)
 /** Makes the text of a value out of where it comes from. */
 struct ValueText
 {
-    const sIASetupInfo& setup;
+    const Setup& setup;
 
     QString operator()(QLatin1String fixed) const { return fixed; }
-    QString operator()(QString sIASetupInfo::*text) const { return setup.*text; }
-    QString operator()(int sIASetupInfo::*number) const { return QString::number(setup.*number); }
-    QString operator()(float sIASetupInfo::*number) const
-    {
-        return generalText(double(setup.*number));
-    }
-    QString operator()(double sIASetupInfo::*number) const { return generalText(setup.*number); }
-    QString operator()(QString (*compute)(const sIASetupInfo&)) const { return compute(setup); }
+    QString operator()(QString Setup::*text) const { return setup.*text; }
+    QString operator()(int Setup::*number) const { return QString::number(setup.*number); }
+    QString operator()(float Setup::*number) const { return qtGeneralText(double(setup.*number)); }
+    QString operator()(double Setup::*number) const { return qtGeneralText(setup.*number); }
+    QString operator()(QString (*compute)(const Setup&)) const { return compute(setup); }
 };
-
-void addKeys(CPLSection& section, const KeyTable& table, const sIASetupInfo& setup, Facts facts)
-{
-    for (const KeyRow& row : table) {
-        if ((row.needs & ~facts) == 0)
-            addPair(section, row.key, std::visit(ValueText{setup}, row.source));
-    }
-}
 
 } // namespace
 
-struct tm localTime(qint64 seconds)
-{
-    const auto time = static_cast<time_t>(seconds);
-    struct tm local = {};
-#ifdef Q_OS_WIN
-    localtime_s(&local, &time);
-#else
-    localtime_r(&time, &local);
-#endif
-    return local;
-}
-
 QString imageSectionKey(tag_eimagetype type)
 {
-    const ImageSection* const section = findImageSection(type);
-    return section ? QString(section->key) : QString();
+    for (const ImageSection& row : imageSections) {
+        if (row.type == type)
+            return row.key;
+    }
+    return {};
 }
 
 bool followsReadBiasOnly(tag_eimagetype type)
@@ -354,20 +305,28 @@ bool followsReadBiasOnly(tag_eimagetype type)
     return type == eIMAGE_READ_BIAS || type == eIMAGE_READ_SIGMA || type == eIMAGE_BACKGROUND;
 }
 
-bool hasCorrectedCompanion(tag_eimagetype type)
+std::unique_ptr<CPLSection> makeImageSection(tag_eimagetype type, const QString& name,
+                                             const Setup& setup, bool settings)
 {
-    return type == eIMAGE_LUMINESCENT || type == eIMAGE_FL_REFERENCE;
+    const QString key = imageSectionKey(type);
+    if (key.isEmpty())
+        return nullptr;
+    auto section = std::make_unique<CPLSection>(key, name);
+    const unsigned facts = factsOf(setup, settings);
+    for (const KeyRow& row : keyRows) {
+        if ((row.images & only(type)) != 0 && (row.needs & ~facts) == 0)
+            addPair(*section, row.key, std::visit(ValueText{setup}, row.source));
+    }
+    return section;
 }
 
-void addImageKeys(CPLSection& section, tag_eimagetype type, const sIASetupInfo& setup,
-                  bool settings)
+std::unique_ptr<CPLSection> makeCorrectedCompanion(tag_eimagetype type, const Setup& setup,
+                                                   bool settings)
 {
-    const ImageSection* const image = findImageSection(type);
-    if (!image)
-        return;
-    const Facts facts = factsOf(setup, settings) | image->facts;
-    addKeys(section, commonKeys, setup, facts);
-    addKeys(section, image->keys, setup, facts);
+    const bool comes = type == eIMAGE_LUMINESCENT || type == eIMAGE_FL_REFERENCE;
+    return comes && !settings ? makeImageSection(eIMAGE_LUMINESCENT_CORRECTED,
+                                                 PLKeyword::File::CorrectedImage, setup, false)
+                              : nullptr;
 }
 
 } // namespace ovparser::internal

@@ -9,12 +9,9 @@
 #include "PLIASetupInfo.h"
 #include "PLSection.h"
 
-#include <ctime>
+#include <memory>
 
 namespace ovparser::internal {
-
-/** Broken-down local time of a count of seconds since 1 January 1970. */
-[[nodiscard]] struct tm localTime(qint64 seconds);
 
 /** The section key of an image type; an empty string for a type without a section. */
 [[nodiscard]] QString imageSectionKey(tag_eimagetype type);
@@ -22,19 +19,25 @@ namespace ovparser::internal {
 /** Whether sections of the type stand right behind the read-bias-only section. */
 [[nodiscard]] bool followsReadBiasOnly(tag_eimagetype type);
 
-/** Whether the image comes with a corrected image of its own when its settings are not given. */
-[[nodiscard]] bool hasCorrectedCompanion(tag_eimagetype type);
-
 /**
- * Adds the keys of an image to its section, in the order in which they are written.
+ * The section of an image, with its keys in the order in which they are written.
  *
- * @param section   the image's section
- * @param type      an image type that has a section
+ * @param name      the section's name, the image's file name
  * @param setup     the settings of the acquisition
  * @param settings  whether the optional settings keys are wanted
+ * @return null for a type without a section
  */
-void addImageKeys(CPLSection& section, tag_eimagetype type, const sIASetupInfo& setup,
-                  bool settings);
+[[nodiscard]] std::unique_ptr<CPLSection> makeImageSection(tag_eimagetype type, const QString& name,
+                                                           const sIASetupInfo& setup,
+                                                           bool settings);
+
+/**
+ * The section of the corrected image that comes with an image whose settings are not given.
+ *
+ * @return null for an image that comes without
+ */
+[[nodiscard]] std::unique_ptr<CPLSection>
+makeCorrectedCompanion(tag_eimagetype type, const sIASetupInfo& setup, bool settings);
 
 } // namespace ovparser::internal
 

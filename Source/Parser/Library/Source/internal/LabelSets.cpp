@@ -1,7 +1,5 @@
 #include "LabelSets.h"
 
-#include "PLHelpers.h"
-
 namespace ovparser::internal {
 
 namespace {
@@ -12,16 +10,14 @@ bool isUniversal(const CPLSection& labelSet)
 {
     QString name;
     checked(labelSet.getSectionName(&name, false));
-    name = updateLabelSetName(name);
     return name.compare(PLKeyword::Value::UniversalLabelSet, Qt::CaseInsensitive) == 0 ||
            name.compare(PLKeyword::Value::FormerUniversalLabelSet, Qt::CaseInsensitive) == 0;
 }
 
 tag_estatus copyLabels(const CPLSection& labelSet, const QStringList& labels, CPLSection& userInput)
 {
-    for (int i = 0; i < labels.size(); ++i) {
-        const tag_estatus status =
-            checked(userInput.addKeyValue(labels.at(i), valueOf(labelSet, labels.at(i))));
+    for (const QString& label : labels) {
+        const tag_estatus status = checked(userInput.addKeyValue(label, valueOf(labelSet, label)));
         if (status != eSTATUS_SUCCESS)
             return status;
     }

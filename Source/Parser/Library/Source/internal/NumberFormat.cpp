@@ -25,12 +25,12 @@ QString fixedText(double value)
     return printed(value, std::chars_format::fixed);
 }
 
-QString spotText(double value)
+QString fourDecimalText(double value)
 {
     return QString::number(value, 'f', 4);
 }
 
-QString generalText(double value)
+QString qtGeneralText(double value)
 {
     return QString::number(value, 'g', 6);
 }

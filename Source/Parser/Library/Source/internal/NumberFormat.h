@@ -15,10 +15,10 @@ namespace ovparser::internal {
 [[nodiscard]] QString fixedText(double value);
 
 /** Four digits after the point: 1.5 gives "1.5000". */
-[[nodiscard]] QString spotText(double value);
+[[nodiscard]] QString fourDecimalText(double value);
 
 /** Six significant digits, shortest form: 1.5 gives "1.5", 1234567 gives "1.23457e+06". */
-[[nodiscard]] QString generalText(double value);
+[[nodiscard]] QString qtGeneralText(double value);
 
 /** Six significant digits exactly as printf's "%g": also "-0", and ties as printf rounds them. */
 [[nodiscard]] QString realText(double value);

@@ -1,6 +1,6 @@
 #include "OperatorChoices.h"
 
-#include "PLHelpers.h"
+#include "DataFolders.h"
 #include "PLKeywords.h"
 #include "TextFile.h"
 
@@ -24,7 +24,7 @@ auto withStore(Use use)
 
 QString statusFolder()
 {
-    return getOVPath(OV_PATH_DATABASE, true, nullptr);
+    return dataFolderPath(OV_PATH_DATABASE) + QLatin1Char('/');
 }
 
 QString statusFile()
