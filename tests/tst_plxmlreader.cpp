@@ -183,9 +183,8 @@ private Q_SLOTS:
                      QByteArray("<a><![CDATA[&#x1F600;]]><!--&#x1F600;--><?p &#x1F600;?>&amp;#x1F600;</a>"),
                      name + name + name + name);
         support::row("in an entity, through another",
-                     QByteArray("<!DOCTYPE a [<!ENTITY r '&q;&#38;#x1F600;'><!ENTITY q \"&#x1F600;'\">]>"
-                                "<a x='&r;'>&r;&q;</a>"),
-                     face + "'"_s + face + face + "'"_s + face + face + "'"_s);
+                     QByteArray("<!DOCTYPE a [<!ENTITY q '&#x1F600;'><!ENTITY r '&q;A'>]><a x='&r;'>&r;</a>"),
+                     face + "A"_s + face + "A"_s);
         support::row("in UTF-16", QByteArray("\xFF\xFE<\0a\0>\0&\0#\0x\0001\0F\0006\0000\0000\0;\0<\0/\0a\0>\0", 34),
                      face);
     }
@@ -250,18 +249,19 @@ private Q_SLOTS:
         row("nested entities", withSubset("<!ENTITY q 'qq'><!ENTITY r '&q;&q;'>", "<a>&r;</a>"), true);
         const QByteArray laughs = [] {
             QByteArray bytes = "<!ENTITY e0 'lol'>";
-            for (int i = 1; i < 30; ++i)
+            for (int i = 1; i < 10; ++i)
                 bytes += "<!ENTITY e%1 '&e%2;&e%2;'>"_s.arg(i).arg(i - 1).toLatin1();
             return bytes;
         }();
         const QByteArray unused = laughs + "<!ENTITY m '<b/>'><!ENTITY % p 'q'><!ENTITY i '&i;'><!ENTITY j 'j'>";
-        row("entities that would be refused, unused", withSubset(unused, "<a>&j;<!--&m;--><![CDATA[&e29;]]></a>"),
-            true);
-        for (const char* reference : {"&e29;", "&m;", "&i;", "&n;"})
+        row("entities that would be refused, unused", withSubset(unused, "<a>&j;<!--&m;--><![CDATA[&e9;]]></a>"), true);
+        for (const char* reference : {"&m;", "&i;", "&n;"})
             row(qPrintable("used in a text: %1"_s.arg(QLatin1String(reference))),
                 withSubset(unused + "<!ENTITY n '&j;&m;'>", "<a>" + QByteArray(reference) + "</a>"), false);
-        row("used in an attribute", withSubset(unused, "<a x='&e29;'/>"), false);
-        row("used in a default", withSubset(unused + "<!ATTLIST a x CDATA '&e29;'>", "<a/>"), false);
+        const QByteArray often = QByteArray("&e9;").repeated(1000);
+        row("used often in a text", withSubset(laughs, "<a>" + often + "</a>"), false);
+        row("used often in an attribute", withSubset(laughs, "<a x='" + often + "'/>"), false);
+        row("used often in a default", withSubset(laughs + "<!ATTLIST a x CDATA '" + often + "'>", "<a/>"), false);
         row("entities without text, used often",
             withSubset("<!ENTITY e ''><!ENTITY f '" + QByteArray("&e;").repeated(20000) + "'>",
                        "<a>" + QByteArray("&f;").repeated(1000) + "</a>"),
