@@ -1,6 +1,7 @@
 #include "support/Support.h"
 
 #include <algorithm>
+#include <limits>
 #include <locale>
 
 namespace {
@@ -99,6 +100,8 @@ private Q_SLOTS:
         roi.contourPeakX = 123456.5;
         roi.contourYDelta = -2;
         file.setClickNumberROIProperties(roi1, roi, true);
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        file.setLinearFitResults(nan, -nan);
         std::locale::global(before);
         const QList<QByteArray> lines = support::readFile(path()).split('\n');
         QVERIFY(lines[2].endsWith("Values Intensity=\"1.23457e+06\" Wave.Length=\"1.234e-05\"/>"));
@@ -110,6 +113,7 @@ private Q_SLOTS:
                                   "Contour.PeakY=\"0\" Contour.StartX=\"0\" Contour.StartY=\"0\" Contour.XDelta=\"0\" "
                                   "Contour.YDelta=\"-2\" Fractional.Peak=\"0.5\" "));
         QCOMPARE(lines[6].count("=\""), 22);
+        QVERIFY(lines[8].endsWith(".A=\"nan\" Linear.fit.value.B=\"nan\"/>"));
     }
 
     void filesThatAreNotThere()

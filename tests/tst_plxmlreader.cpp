@@ -168,6 +168,39 @@ private Q_SLOTS:
         QCOMPARE(reader.getAttributeValue(reader.getRootElement(), "x"_s), strictXml ? "1 2"_s : "1\n2"_s);
     }
 
+    void references_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("expected");
+        const QString face = "\U0001F600"_s;
+        const QString name = "&#x1F600;"_s;
+        support::row("in a text", QByteArray("<a>[&#x1F600;&#128512;&#x0001f600;]</a>"),
+                     "["_s + face + face + face + "]"_s);
+        support::row("in an attribute", QByteArray("<a x='&#x1F600;&amp;&#65;'>&#x3b1;</a>"), face + "&A\u03b1"_s);
+        support::row("the first and the last beyond the basic plane", QByteArray("<a>&#65533;&#65536;&#x10FFFF;</a>"),
+                     "\uFFFD\U00010000\U0010FFFF"_s);
+        support::row("where they are none",
+                     QByteArray("<a><![CDATA[&#x1F600;]]><!--&#x1F600;--><?p &#x1F600;?>&amp;#x1F600;</a>"),
+                     name + name + name + name);
+        support::row("in an entity, through another",
+                     QByteArray("<!DOCTYPE a [<!ENTITY q '&#x1F600;'><!ENTITY r '&q;A'>]><a x='&r;'>&r;</a>"),
+                     face + "A"_s + face + "A"_s);
+        support::row("in UTF-16", QByteArray("\xFF\xFE<\0a\0>\0&\0#\0x\0001\0F\0006\0000\0000\0;\0<\0/\0a\0>\0", 34),
+                     face);
+    }
+
+    void references()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, expected);
+        CPLXMLReader reader;
+        QVERIFY(load(reader, bytes));
+        QString text = reader.getAttributeValue(reader.getRootElement(), "x"_s);
+        for (QDomNode node = reader.getRootElement().firstChild(); !node.isNull(); node = node.nextSibling())
+            text += node.nodeValue();
+        QCOMPARE(text, expected);
+    }
+
     void hostileFiles_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -213,7 +246,30 @@ private Q_SLOTS:
         row("many defaults", withSubset(attribute.repeated(2000), "<a/>"), !strictXml);
 
         row("plain entity", withSubset("<!ENTITY q 'a&#160;b'>", "<a>&q;&amp;</a>"), true);
-        row("nested entities", withSubset("<!ENTITY q 'qq'><!ENTITY r '&q;&q;'>", "<a>&r;</a>"), false);
+        row("nested entities", withSubset("<!ENTITY q 'qq'><!ENTITY r '&q;&q;'>", "<a>&r;</a>"), true);
+        const QByteArray laughs = [] {
+            QByteArray bytes = "<!ENTITY e0 'lol'>";
+            for (int i = 1; i < 10; ++i)
+                bytes += "<!ENTITY e%1 '&e%2;&e%2;'>"_s.arg(i).arg(i - 1).toLatin1();
+            return bytes;
+        }();
+        const QByteArray unused = laughs + "<!ENTITY m '<b/>'><!ENTITY % p 'q'><!ENTITY i '&i;'><!ENTITY j 'j'>";
+        row("entities that would be refused, unused", withSubset(unused, "<a>&j;<!--&m;--><![CDATA[&e9;]]></a>"), true);
+        for (const char* reference : {"&m;", "&i;", "&n;"})
+            row(qPrintable("used in a text: %1"_s.arg(QLatin1String(reference))),
+                withSubset(unused + "<!ENTITY n '&j;&m;'>", "<a>" + QByteArray(reference) + "</a>"), false);
+        const QByteArray often = QByteArray("&e9;").repeated(1000);
+        row("used often in a text", withSubset(laughs, "<a>" + often + "</a>"), false);
+        row("used often in an attribute", withSubset(laughs, "<a x='" + often + "'/>"), false);
+        row("used often in a default", withSubset(laughs + "<!ATTLIST a x CDATA '" + often + "'>", "<a/>"), false);
+        row("entities without text, used often",
+            withSubset("<!ENTITY e ''><!ENTITY f '" + QByteArray("&e;").repeated(20000) + "'>",
+                       "<a>" + QByteArray("&f;").repeated(1000) + "</a>"),
+            false);
+        row("many references",
+            withSubset("<!ENTITY q '" + QByteArray(30, 'q') + "'>", "<a>" + QByteArray("&q;").repeated(40000) + "</a>"),
+            true);
+        row("four and a half million elements", "<a>" + QByteArray("x<a/>").repeated(4500000) + "</a>", false);
         row("entity that opens an element",
             withSubset("<!ENTITY q '<b>'>", "<a>" + QByteArray("&q;").repeated(1000000)), false);
         row("the same in disguise", withSubset("<!ENTITY q \"&#x3C;b>\">", "<a>" + QByteArray("&q;").repeated(1000000)),
@@ -224,7 +280,8 @@ private Q_SLOTS:
             false);
         row("many entities", withSubset(QByteArray("<!ENTITY q 'q'>").repeated(100000), "<a/>"), false);
         row("parameter entity", withSubset("<!ENTITY % p 'q'>%p;", "<a/>"), false);
-        row("parameter entity named SYSTEM", withSubset("<!ENTITY % SYSTEM 'q'>", "<a/>"), false);
+        row("parameter entity in a value", withSubset("<!ENTITY % p 'q'><!ENTITY q '%p;'>", "<a/>"), false);
+        row("parameter entity named SYSTEM", withSubset("<!ENTITY % SYSTEM 'q'>%SYSTEM;", "<a/>"), false);
         row("long entity, often in a default",
             withSubset("<!ENTITY q '" + QByteArray(4000, 'q') + "'><!ATTLIST a b CDATA '" +
                            QByteArray("&q;").repeated(20000) + "'>",
@@ -235,12 +292,13 @@ private Q_SLOTS:
                 withSubset("<!ELEMENT a " + QByteArray(depth, '(') + "b" + QByteArray(depth, ')') + ">", "<a/>"),
                 depth == 256);
         row("many declarations that are none", QByteArray("<!>").repeated(100000), false);
-        for (const char* value : {"<b>", "&r;", "&#38;r;", "&#x0026;r;", "&#0060;", "&#65574;r;", "&#65596;b>",
-                                  "&#x1003C;b>", "&#99999999999999999999;", "&#x00000000000000000003C;"})
-            row(value, withSubset("<!ENTITY r 'r'><!ENTITY SYSTEM \"" + QByteArray(value) + "\">", "<a>&SYSTEM;</a>"),
+        for (const char* value : {"<b>", "&SYSTEM;", "&#38;SYSTEM;", "&#38;r", "&#0060;", "&#xA1F000;",
+                                  "&#99999999999999999999;", "&#x00000000000000000003C;"})
+            row(value, withSubset("<!ENTITY r 'r'><!ENTITY SYSTEM \"" + QByteArray(value) + "\">", "<a>&SYSTEM;;</a>"),
                 false);
-        for (const char* value : {"R&amp;D", "&lt;b>", "&#38;#38;r;", "&#x3b1;&#65533;", "100&#37;"})
-            row(value, withSubset("<!ENTITY q \"" + QByteArray(value) + "\">", "<a>&q;</a>"), true);
+        for (const char* value : {"R&amp;D", "&lt;b>", "&#38;#38;r;", "&#x3b1;&#65533;", "100&#37;", "&r;", "&#38;r;",
+                                  "&#x0026;r;", "&#65574;r;", "&#65596;b>", "&#x1003C;b>"})
+            row(value, withSubset("<!ENTITY r 'r'><!ENTITY q \"" + QByteArray(value) + "\">", "<a>&q;</a>"), true);
         row("predefined entities",
             withSubset("<!ENTITY lt '&#38;#60;'><!ENTITY amp '&#38;#38;'><!ENTITY gt '&#62;'><!ENTITY apos '&#39;'>"
                        "<!ENTITY quot '&#34;'><!ENTITY q '" +

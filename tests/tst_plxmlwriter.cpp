@@ -119,6 +119,11 @@ private Q_SLOTS:
         const QByteArray utf16 = written(use, "UTF-16LE");
         QVERIFY2(utf16.startsWith(QByteArray("<\0?\0", 4)), "no byte-order mark");
         QVERIFY(utf16.endsWith(QByteArray("\n\0\xE9\0", 4)));
+        const Use face = [](CPLXMLWriter& writer) { writer.writeString("\U0001F600&\U0001F600"_s); };
+        for (const char* codec : {"UTF-32", "UTF-32BE", "UTF-32LE"}) {
+            const QByteArray utf32 = written(face, codec);
+            QVERIFY(QTextCodec::codecForName(codec)->toUnicode(utf32).endsWith("\"?>\n\U0001F600&amp;\U0001F600"_s));
+        }
     }
 
     void aFinishedLineIsOnTheDevice()

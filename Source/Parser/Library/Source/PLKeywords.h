@@ -365,6 +365,18 @@ inline constexpr Element Elements[] = {
     {LinearFitValues, keyword("OV3.0.SpectralAnalysis.Linear.Fit.Values")},
 };
 
+/** Whether every element stands at the place that its identifier names. */
+constexpr bool elementsAreInOrder()
+{
+    int place = 0;
+    for (const Element& element : Elements) {
+        if (element.id != place++)
+            return false;
+    }
+    return place == LinearFitValues + 1;
+}
+static_assert(elementsAreInOrder());
+
 /** Attribute names; letter case counts. */
 namespace Attribute {
 // Attributes

@@ -34,6 +34,13 @@ QLatin1String entityOf(QChar character)
     }
 }
 
+bool isUtf32(const QTextCodec& codec)
+{
+    constexpr int first = 1017; // numbers in the IANA registry: UTF-32, UTF-32BE, UTF-32LE
+    constexpr int last = 1019;
+    return codec.mibEnum() >= first && codec.mibEnum() <= last;
+}
+
 } // namespace
 
 AttrMap::AttrMap() = default;
@@ -57,6 +64,7 @@ CPLXMLWriter::CPLXMLWriter(QIODevice* device, QTextCodec* codec)
     attempt([&] {
         const QTextCodec* used = codec != nullptr ? codec : QTextCodec::codecForName(Xml::Utf8);
         encoder.reset(used->makeEncoder(QTextCodec::IgnoreHeader));
+        utf32 = isUtf32(*used);
         if (codec != nullptr)
             write(Xml::DeclarationStart + protect(QString::fromLatin1(codec->name())) +
                   Xml::DeclarationEnd + QLatin1Char('\n'));
@@ -188,7 +196,9 @@ void CPLXMLWriter::write(const QString& text)
 {
     if (output == nullptr || !output->isWritable() || failed)
         return;
-    const QByteArray bytes = encoder->fromUnicode(text);
+    QByteArray bytes = encoder->fromUnicode(text);
+    if (utf32) // Qt makes room for both halves of a surrogate pair, but fills one
+        bytes.truncate(text.toUcs4().size() * int(sizeof(char32_t)));
     failed = output->write(bytes) != bytes.size();
 }
 

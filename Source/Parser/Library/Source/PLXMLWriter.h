@@ -103,6 +103,7 @@ private:
     QIODevice* output;
     std::unique_ptr<QTextEncoder> encoder;
     bool failed = false;
+    bool utf32 = false;
     QString indentString;
     int indentSize = 4;
     bool autoNewLine = false;

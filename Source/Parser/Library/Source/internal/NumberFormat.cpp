@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace ovparser::internal {
 
@@ -37,7 +38,8 @@ QString qtGeneralText(double value)
 
 QString realText(double value)
 {
-    return printed(value, std::chars_format::general);
+    // An ordinary NaN has its sign bit set on x86, and "-nan" does not read as a number.
+    return printed(std::isnan(value) ? std::fabs(value) : value, std::chars_format::general);
 }
 
 } // namespace ovparser::internal

@@ -20,7 +20,10 @@ namespace ovparser::internal {
 /** Six significant digits, shortest form: 1.5 gives "1.5", 1234567 gives "1.23457e+06". */
 [[nodiscard]] QString qtGeneralText(double value);
 
-/** Six significant digits exactly as printf's "%g": also "-0", and ties as printf rounds them. */
+/**
+ * Six significant digits as printf's "%g": also "-0", and ties as printf rounds them; but "nan" for
+ * every NaN, without a sign.
+ */
 [[nodiscard]] QString realText(double value);
 
 /** The text of a number that a section is given. */
