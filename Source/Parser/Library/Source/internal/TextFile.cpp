@@ -45,8 +45,8 @@ bool copyAttributes([[maybe_unused]] int from, [[maybe_unused]] int to)
     const auto size = ::flistxattr(from, nullptr, 0);
     QByteArray names(int(qMax(size, ssize_t(0))), '\0');
     ::flistxattr(from, names.data(), std::size_t(names.size()));
-    std::array<char, XATTR_SIZE_MAX> value = {};
     for (const char* name = names.constData(); *name != 0; name += qstrlen(name) + 1) {
+        std::array<char, XATTR_SIZE_MAX> value = {};
         const auto length = ::fgetxattr(from, name, value.data(), value.size());
         if (length < 0 || ::fsetxattr(to, name, value.data(), std::size_t(length), 0) != 0)
             return false;
@@ -82,7 +82,7 @@ bool openInPlace(const QByteArray& path, int flags, QFile* file)
 /** Where a new file goes, or one that takes the place of an old one; empty where it must not. */
 QString placeOf(const QString& path, const QFile& old)
 {
-    const QString place = QFileInfo(path).isSymLink() ? QFileInfo(path).canonicalFilePath() : path;
+    QString place = QFileInfo(path).isSymLink() ? QFileInfo(path).canonicalFilePath() : path;
     if (!old.isOpen())
         return place;
     struct stat info = {};
