@@ -9,7 +9,11 @@
 
 #include <QtCore/QBuffer>
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace {
@@ -68,6 +72,121 @@ private:
     static constexpr uid_t nobody = 65534;
     bool m_changed = false;
 };
+
+/** Lets no file grow beyond a size while it lives, as if the disk were full then. */
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit narrow = {size, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &narrow);
+    }
+
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+
+    Q_DISABLE_COPY(FullDisk)
+
+    static constexpr int size = 4096;
+
+private:
+    rlimit m_before = {};
+};
+
+/** What a file is besides its bytes. */
+QString natureOf(const QString& path)
+{
+    struct stat info = {};
+    ::lstat(QFile::encodeName(path).constData(), &info);
+    QStringList nature = {QString::number(info.st_mode, 8), QString::number(info.st_uid), QString::number(info.st_gid),
+                          QString::number(info.st_nlink), QFile::symLinkTarget(path)};
+    for (const char* const name : {"user.note", "system.posix_acl_access"}) {
+        QByteArray value(100, '\0');
+        const auto size = ::getxattr(QFile::encodeName(path).constData(), name, value.data(), 100);
+        nature += QString::fromLatin1(value.left(int(size)).toHex());
+    }
+    return nature.join(u' ');
+}
+
+ino_t inodeOf(const QString& path)
+{
+    struct stat info = {};
+    ::stat(QFile::encodeName(path).constData(), &info);
+    return info.st_ino;
+}
+
+/** Makes a file something special; false where that is not possible. */
+using Preparation = std::function<bool(const QByteArray& folder, const QByteArray& file)>;
+
+/** A file that is saved, and how: by a second one that takes its place, or over the old bytes. */
+struct Place
+{
+    const char* name;
+    int size;
+    bool replaced;
+    Preparation prepare;
+};
+
+std::vector<Place> places()
+{
+    // Version 2: the owner may read and write, user 65534 and the group read.
+    static const QByteArray list = QByteArray::fromHex("02000000"
+                                                       "01000600ffffffff"
+                                                       "02000400feff0000"
+                                                       "04000400ffffffff"
+                                                       "10000400ffffffff"
+                                                       "20000000ffffffff");
+    const auto attribute = [](const QByteArray& file, const char* name, const QByteArray& value) {
+        return ::setxattr(file.constData(), name, value.constData(), std::size_t(value.size()), 0) == 0;
+    };
+    const auto second = [](const QByteArray&, const QByteArray& file) {
+        return ::link(file.constData(), (file + '2').constData()) == 0;
+    };
+    return {
+        {"ordinary", 6000, true,
+         [](const QByteArray&, const QByteArray& file) { return ::chmod(file.constData(), 0640) == 0; }},
+        {"read by nobody", 6000, true,
+         [](const QByteArray&, const QByteArray& file) { return ::chmod(file.constData(), 0200) == 0; }},
+        {"behind links", 6000, true,
+         [](const QByteArray& folder, const QByteArray& file) {
+             const QByteArray inner = folder + "/inner";
+             return ::mkdir(inner.constData(), 0700) == 0 &&
+                    ::rename(file.constData(), (inner + "/file").constData()) == 0 &&
+                    ::symlink("file", (inner + "/link").constData()) == 0 &&
+                    ::symlink("inner/link", file.constData()) == 0;
+         }},
+        {"link to nothing", 0, false,
+         [](const QByteArray& folder, const QByteArray& file) {
+             return ::mkdir((folder + "/inner").constData(), 0700) == 0 && ::unlink(file.constData()) == 0 &&
+                    ::symlink("inner/none", file.constData()) == 0;
+         }},
+        {"nothing", 0, true, [](const QByteArray&, const QByteArray& file) { return ::unlink(file.constData()) == 0; }},
+        {"several names", 6000, false, second},
+        {"several names, short", 100, false, second},
+        {"attribute", 6000, true,
+         [=](const QByteArray&, const QByteArray& file) { return attribute(file, "user.note", "text"); }},
+        {"access control list", 6000, true,
+         [=](const QByteArray&, const QByteArray& file) { return attribute(file, "system.posix_acl_access", list); }},
+        {"list that a new file gets", 6000, false,
+         [=](const QByteArray& folder, const QByteArray&) {
+             return attribute(folder, "system.posix_acl_default", list);
+         }},
+        {"owner that can be kept", 6000, true,
+         [](const QByteArray&, const QByteArray& file) { return ::chown(file.constData(), 65533, 65533) == 0; }},
+        {"somebody else's", 6000, false,
+         [](const QByteArray& folder, const QByteArray& file) {
+             return ::chown(file.constData(), 65533, 65533) == 0 && ::chmod(file.constData(), 0666) == 0 &&
+                    ::chmod(folder.constData(), 0777) == 0 && ::seteuid(65534) == 0;
+         }},
+        {"in a folder that takes no other", 6000, false,
+         [](const QByteArray& folder, const QByteArray& file) {
+             return ::chmod(file.constData(), 0666) == 0 && ::chmod(folder.constData(), 0555) == 0 &&
+                    (::geteuid() != 0 || ::seteuid(65534) == 0);
+         }},
+    };
+}
 
 /** A device that tells another size than it has, like a file that changes while it is read. */
 class Changing : public QBuffer
@@ -154,6 +273,7 @@ std::vector<Writer> writers()
 } // namespace
 
 Q_DECLARE_METATYPE(Operation)
+Q_DECLARE_METATYPE(Preparation)
 
 class TestFiles : public QObject
 {
@@ -173,6 +293,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(m_unusualPaths[1]));
         m_unusualPaths[1] += "/f"_s.leftJustified(4000 - int(m_unusualPaths[1].size()), u'f');
         QCOMPARE(m_unusualPaths[1].size(), 4000);
+        m_unusualPaths += m_folder.filePath(QString(255, u'n')); // no second file can have a longer name
     }
 
     void reading_data()
@@ -229,6 +350,7 @@ private Q_SLOTS:
         for (const QString& path : qAsConst(m_unusualPaths)) {
             QFile::remove(path);
             QCOMPARE(write(path), outcome(eSTATUS_SUCCESS));
+            QCOMPARE(write(path), outcome(eSTATUS_SUCCESS));
             QCOMPARE(support::readFile(path), support::readFile(ordinary));
         }
         for (const QString& path : notFiles())
@@ -245,8 +367,8 @@ private Q_SLOTS:
         const QString file = folder + "/file"_s;
         QDir().mkpath(folder);
         support::writeFile(file, "kept");
-        QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadOther));
-        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther));
+        QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        QVERIFY(QFile::setPermissions(folder, everyonesFolder & ~QFile::Permissions(QFile::WriteOwner)));
         QString onFile;
         QString inFolder;
         {
@@ -254,10 +376,15 @@ private Q_SLOTS:
             onFile = write(file);
             inFolder = write(folder + "/other"_s);
         }
-        QVERIFY(QFile::setPermissions(folder, everyonesFolder));
+        QVERIFY(QFile::setPermissions(folder, everyonesFolder | QFile::WriteGroup | QFile::WriteOther));
+        const QString inOpenFolder = [&] {
+            const OrdinaryUser user;
+            return write(file);
+        }();
         QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner));
         QTEST(onFile, "notOpened");
         QTEST(inFolder, "notOpened");
+        QTEST(inOpenFolder, "notOpened");
         QCOMPARE(support::readFile(file), QByteArray("kept"));
     }
 
@@ -270,6 +397,47 @@ private Q_SLOTS:
             const bool later = row.notOpened == eSTATUS_FAILED;
             QCOMPARE(row.write(support::fullDisk()), outcome(later ? eSTATUS_SUCCESS : eSTATUS_FAILED));
         }
+    }
+
+    void saving_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<bool>("replaced");
+        QTest::addColumn<Preparation>("prepare");
+        for (const Place& row : places())
+            support::row(row.name, row.size, row.replaced, row.prepare);
+    }
+
+    /** A save leaves everything but the bytes as it is; one that falls short leaves the bytes too. */
+    void saving()
+    {
+        using ovparser::internal::WriteMode;
+        QFETCH(int, size);
+        QFETCH(bool, replaced);
+        QFETCH(Preparation, prepare);
+        const QTemporaryDir folder(m_folder.filePath("saving"_s));
+        const QString file = folder.filePath("file"_s);
+        support::writeFile(file, QByteArray(size, 'o'));
+        const auto effective = ::geteuid();
+        const auto restore = qScopeGuard([&] { static_cast<void>(::seteuid(effective)); });
+        if (!prepare(QFile::encodeName(folder.path()), QFile::encodeName(file)))
+            QSKIP("not possible here, or not for this user");
+        const auto state = [&] { return natureOf(file) + QDir(folder.path()).entryList().join(u' '); };
+        const QString before = state();
+        const ino_t inode = inodeOf(file);
+        for (const WriteMode mode : {WriteMode::Replace, WriteMode::Append}) {
+            const FullDisk limit;
+            QCOMPARE(ovparser::internal::writeFile(file, QByteArray(10000, 'n'), mode), eSTATUS_FAILED);
+            QCOMPARE(state(), before);
+            QCOMPARE(QFileInfo::exists(file), size > 0);
+            QVERIFY(size == 0 || support::readFile(file) == QByteArray(size, 'o'));
+        }
+        QCOMPARE(ovparser::internal::writeFile(file, "new", WriteMode::Replace), eSTATUS_SUCCESS);
+        QCOMPARE(support::readFile(file), QByteArray("new"));
+        QVERIFY(size == 0 || natureOf(file) == before.left(natureOf(file).size()));
+        QVERIFY(size == 0 || (inodeOf(file) != inode) == replaced);
+        QCOMPARE(ovparser::internal::writeFile(file, "er", WriteMode::Append), eSTATUS_SUCCESS);
+        QCOMPARE(support::readFile(file), QByteArray("newer"));
     }
 
     void filesThatChange_data()
@@ -305,8 +473,9 @@ private Q_SLOTS:
     }
 
 private:
-    static constexpr QFile::Permissions everyonesFolder =
-        QFile::Permissions(QFile::ReadOwner) | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    static constexpr QFile::Permissions everyonesFolder = QFile::Permissions(QFile::ReadOwner) | QFile::WriteOwner |
+                                                          QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup |
+                                                          QFile::ReadOther | QFile::ExeOther;
 
     /** Nothing, a pipe, a path through it, one with a NUL, a name and a path that are too long. */
     QStringList notFiles() const

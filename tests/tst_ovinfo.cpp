@@ -10,6 +10,8 @@
 #include <clocale>
 #include <filesystem>
 
+#include <sys/file.h>
+
 class TestOvinfo : public QObject
 {
     Q_OBJECT
@@ -188,6 +190,27 @@ private Q_SLOTS:
         QCOMPARE(answer.output, ""_s);
         QCOMPARE(answer.error.isEmpty(), answer.code == 0);
         QTEST(support::readFile(path), "written");
+    }
+
+    void setSeesAnotherChange()
+    {
+        const QString path = m_folder.filePath("shared.txt"_s);
+        for (const QByteArray& other : {QByteArray("*** A:\nk: other\n"), QByteArray("*** A:\nk: old\n")}) {
+            support::writeFile(path, "*** A:\nk: old\n");
+            QFile lock(path);
+            QVERIFY(lock.open(QIODevice::ReadOnly) && ::flock(lock.handle(), LOCK_EX) == 0);
+            QProcess set;
+            set.start(QStringLiteral(OVPARSER_OVINFO), {"set"_s, path, "A"_s, "k"_s, "new"_s});
+            const QByteArray waiting = "WRITE " + QByteArray::number(set.processId());
+            QTRY_VERIFY(support::readFile("/proc/locks"_s).contains(waiting)); // it has read the file
+            support::writeFile(path, other);
+            lock.close();
+            QVERIFY(set.waitForFinished());
+            const bool same = other.contains("old");
+            QCOMPARE(set.exitCode(), same ? 0 : 1);
+            QCOMPARE(set.readAllStandardError().contains("has changed since it was read"), !same);
+            QCOMPARE(support::readFile(path), same ? QByteArray("*** A:\nk: new\n") : other);
+        }
     }
 
     void checksAFile_data()

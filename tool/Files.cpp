@@ -1,9 +1,16 @@
 #include "Files.h"
 
+#include "internal/TextFile.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include <algorithm>
+#ifdef Q_OS_UNIX
+#include <sys/file.h>
+#endif
+
+using ovparser::internal::writeFile;
+using ovparser::internal::WriteMode;
 
 namespace {
 
@@ -27,13 +34,6 @@ constexpr Explanation explanations[] = {
     {eSTATUS_OUT_OF_MEMORY, "too large"},
     {eSTATUS_SECTION_NOT_FOUND, "no such section"},
 };
-
-/** Stores bytes from a place on to the end of a file that is open unbuffered. */
-bool storeTail(QFile& file, const QByteArray& bytes, int from)
-{
-    const QByteArray tail = bytes.mid(from);
-    return file.seek(from) && file.write(tail) == tail.size() && file.resize(bytes.size());
-}
 
 } // namespace
 
@@ -76,17 +76,35 @@ std::optional<QByteArray> readFile(const QString& path, QString* problem)
     return bytes;
 }
 
-// Unbuffered: a buffer would take the bytes and hide that the disk does not.
+bool saveFile(const QString& path, const QByteArray& bytes)
+{
+    if (otherThanFile(path).isEmpty())
+        return writeFile(path, bytes, WriteMode::Replace) == eSTATUS_SUCCESS;
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           file.write(bytes) == bytes.size();
+}
+
 QString rewriteFile(const QString& path, const QByteArray& old, const QByteArray& bytes)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return explained(eSTATUS_FILE_OPEN_FAILED);
-    const auto difference = std::mismatch(old.cbegin(), old.cend(), bytes.cbegin(), bytes.cend());
-    const int from = int(difference.first - old.cbegin());
-    if (storeTail(file, bytes, from))
+    QFile lock(path);
+#ifdef Q_OS_UNIX
+    // Who changes the same file in the same way waits here, and then sees the change.
+    if (lock.open(QIODevice::ReadOnly))
+        ::flock(lock.handle(), LOCK_EX);
+#endif
+    QString problem;
+    const auto held = readFile(path, &problem);
+    if (!held)
+        return problem;
+    if (*held != old)
+        return QStringLiteral("has changed since it was read; not changed");
+    const tag_estatus status = writeFile(path, bytes, WriteMode::Replace);
+    if (status == eSTATUS_SUCCESS)
         return {};
-    if (storeTail(file, old, from))
-        return QStringLiteral("cannot be written; not changed");
-    return QStringLiteral("cannot be written; the file is damaged from byte %1 on").arg(from + 1);
+    if (status == eSTATUS_FILE_OPEN_FAILED)
+        return explained(status);
+    return readFile(path, &problem) == old
+               ? QStringLiteral("cannot be written; not changed")
+               : QStringLiteral("cannot be written, nor could the old bytes be put back");
 }

@@ -27,9 +27,17 @@ QString otherThanFile(const QString& path);
 std::optional<QByteArray> readFile(const QString& path, QString* problem);
 
 /**
- * Replaces what a file holds, in place. When a write fails, the old bytes are put back.
+ * Replaces a file at once, as the library does, or makes it; what is no file is written to.
  *
- * @return what went wrong; empty on success
+ * @return false when fewer bytes than asked could be stored; a file is as it was then
+ */
+bool saveFile(const QString& path, const QByteArray& bytes);
+
+/**
+ * Replaces a file at once, as the library does, unless it holds other bytes than it did when it was
+ * read. Of several programs that do this to one file at a time, each waits for the others.
+ *
+ * @return what went wrong, the file is unchanged then; empty on success
  */
 QString rewriteFile(const QString& path, const QByteArray& old, const QByteArray& bytes);
 

@@ -7,6 +7,10 @@
 
 #include <QtCore/QTemporaryFile>
 
+#ifdef Q_OS_LINUX
+#include <sys/mman.h>
+#endif
+
 namespace {
 
 /** What `set` is asked for. */
@@ -85,9 +89,17 @@ bool isChangedOnly(const Document& before, const Document& after, const Change& 
 /** Reads bytes as the library will read them once they are in the file. */
 bool loadBytes(const QByteArray& bytes, Document* document)
 {
+#ifdef Q_OS_LINUX
+    QFile file; // in memory: nothing of it stays, whatever happens to the program
+    const bool open = file.open(::memfd_create("ovinfo", MFD_CLOEXEC), QIODevice::ReadWrite,
+                                QFileDevice::AutoCloseHandle);
+    const QString path = QStringLiteral("/proc/self/fd/%1").arg(file.handle());
+#else
     QTemporaryFile file;
-    return file.open() && file.write(bytes) == bytes.size() && file.flush() &&
-           document->load(file.fileName());
+    const bool open = file.open();
+    const QString path = file.fileName();
+#endif
+    return open && file.write(bytes) == bytes.size() && file.flush() && document->load(path);
 }
 
 ExitCode change(const QString& file, const Change& change)
@@ -120,9 +132,9 @@ int setCommand(const QStringList& words)
     QCommandLineParser parser;
     // A value may begin with '-'.
     parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
-    parser.setApplicationDescription(QLatin1String(
-        "Changes one value of a file in place; every other byte stays. The key must be there "
-        "already; its comment stays unless VALUE brings one ('12.5 # cm')."));
+    parser.setApplicationDescription(
+        QLatin1String("Changes one value of a file; every other byte stays. The key must be there "
+                      "already; its comment stays unless VALUE brings one ('12.5 # cm')."));
     if (const auto done =
             parse(parser, QLatin1String("set"), QLatin1String("FILE SECTION KEY VALUE"), words))
         return *done;

@@ -1,8 +1,9 @@
 #include "SpectralSvg.h"
 
 #include "Chart.h"
+#include "Files.h"
 
-#include <QtCore/QFile>
+#include <QtCore/QBuffer>
 
 #include <QTextCodec>
 
@@ -105,12 +106,11 @@ void drawPage(CPLXMLWriter& svg, const Chart& left, const Chart& right)
 
 bool writeSpectralSvg(const SpectralFile& file, const QString& path)
 {
-    QFile device(path);
-    if (!device.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
+    QBuffer device;
+    device.open(QIODevice::WriteOnly);
     CPLXMLWriter svg(&device, QTextCodec::codecForName("UTF-8"));
     svg.setAutoNewLine(true);
     svg.setIndentSize(2);
     drawPage(svg, plotChart(file), fitChart(file));
-    return device.error() == QFileDevice::NoError;
+    return saveFile(path, device.data());
 }

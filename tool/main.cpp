@@ -18,8 +18,7 @@ struct Verb
 constexpr Verb verbs[] = {
     {"show", "[--json] FILE", "print a file of any kind", showCommand},
     {"get", "[--json] FILE SECTION KEY", "print one value", getCommand},
-    {"set", "FILE SECTION KEY VALUE", "change one value in place; every other byte stays",
-     setCommand},
+    {"set", "FILE SECTION KEY VALUE", "change one value; every other byte stays", setCommand},
     {"new", "--user ID [--type TYPE] [--binning N] [--output FILE] [--force] IMAGE",
      "make up the click info of a bare image", newCommand},
     {"check", "[--json] FILE...", "tell what is wrong with files, line by line", checkCommand},

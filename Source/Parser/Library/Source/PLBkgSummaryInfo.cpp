@@ -105,12 +105,12 @@ tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
 tag_estatus CPLBkgSummaryInfo::load(QString path)
 {
     return guarded([&] {
-        QByteArray bytes;
-        const tag_estatus read = readFile(path, &bytes);
+        QString text;
+        const tag_estatus read = readInfoText(path, &text);
         if (read != eSTATUS_SUCCESS)
             return read;
         clearData();
-        checked(loadClickInfoText(decodeInfoText(std::move(bytes))));
+        checked(loadClickInfoText(text));
         return eSTATUS_SUCCESS;
     });
 }
@@ -127,12 +127,11 @@ tag_estatus CPLBkgSummaryInfo::FLload(QString path)
 
 tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& referenceKey)
 {
-    QByteArray bytes;
-    const tag_estatus read = readFile(path, &bytes);
+    QString text;
+    const tag_estatus read = readInfoText(path, &text);
     if (read != eSTATUS_SUCCESS)
         return read;
     clearData();
-    const QString text = decodeInfoText(std::move(bytes));
     LineReader lines(text);
     for (QStringView line; lines.next(&line);) {
         const auto pairs = afterMarker(line);

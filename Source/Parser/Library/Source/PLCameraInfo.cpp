@@ -37,10 +37,9 @@ QString cameraInfoHeader()
 EVEXA_Types installedSystem()
 {
     const QString file = dataFolderPath(OV_PATH_BASE) + PLKeyword::File::CameraInfo;
-    QByteArray bytes;
-    if (readFile(file, &bytes) != eSTATUS_SUCCESS)
+    QString text;
+    if (readInfoText(file, &text) != eSTATUS_SUCCESS)
         return eVEXA_STANDARD;
-    const QString text = decodeInfoText(bytes);
     const auto key = text.indexOf(Key::SystemConfiguration);
     if (key < 0)
         return eVEXA_STANDARD;
@@ -297,12 +296,11 @@ void CPLCameraInfo::loadZoomLens(const CPLSection& section)
 tag_estatus CPLCameraInfo::load(QString path)
 {
     return guarded([&] {
-        QByteArray bytes;
-        const tag_estatus read = readFile(path, &bytes);
+        QString text;
+        const tag_estatus read = readInfoText(path, &text);
         if (read != eSTATUS_SUCCESS)
             return read;
         clearData();
-        QString text = decodeInfoText(bytes);
         auto marker = text.indexOf(PLKeyword::Text::Marker);
         if (!text.contains(cameraInfoHeader(), Qt::CaseInsensitive)) {
             const QString header = cameraInfoHeader() + u'\n';
@@ -355,9 +353,9 @@ tag_estatus CPLCameraInfo::loadCameraInfoExtensions(QString configFolder, QStrin
 tag_estatus CPLCameraInfo::loadappend(QString path)
 {
     return guarded([&] {
-        QByteArray bytes;
-        const tag_estatus read = readFile(path, &bytes);
-        return read == eSTATUS_SUCCESS ? addTextBuffer(decodeInfoText(bytes)) : read;
+        QString text;
+        const tag_estatus read = readInfoText(path, &text);
+        return read == eSTATUS_SUCCESS ? addTextBuffer(text) : read;
     });
 }
 

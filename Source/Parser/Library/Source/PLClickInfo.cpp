@@ -257,7 +257,7 @@ tag_estatus CPLClickInfo::loadClickInfo(QString path, bool appendUser)
 {
     return guarded([&] {
         QByteArray text;
-        tag_estatus status = readInfoFile(path, &text);
+        tag_estatus status = readInfoText(path, &text);
         if (status == eSTATUS_SUCCESS)
             status = loadInfoBytes(text);
         return status == eSTATUS_SUCCESS && appendUser ? appendUserSpecificSections(false) : status;
@@ -268,7 +268,7 @@ tag_estatus CPLClickInfo::loadAnalyzedClickInfo(QString path)
 {
     return guarded([&] {
         QByteArray text;
-        tag_estatus status = readInfoFile(path, &text);
+        tag_estatus status = readInfoText(path, &text);
         if (status != eSTATUS_SUCCESS)
             return status;
         startLoading();

@@ -160,11 +160,15 @@ public:
     ///@{
 
     /**
-     * Writes the document to a file, in place. At the end of a file whose name ends in ".dcm" it is
-     * appended, any other file is replaced.
+     * Writes the document to a file. At the end of a file whose name ends in ".dcm" it is appended.
+     * Any other file is replaced at once, by a second one in its folder that is complete and
+     * synced, so that a crash, a full disk or a reader meets the old document or the new one. Links
+     * are followed; owner, rights and attributes stay. Where replacing would change what the file
+     * is (hard links, a device, somebody else's file, a folder that takes no other), it is
+     * overwritten instead, and only a crash in the middle can damage it.
      *
      * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened, eSTATUS_FAILED when fewer
-     *         bytes than asked were stored; the file is then left incomplete
+     *         bytes than asked could be stored; the file is then as it was before
      */
     tag_estatus saveClickInfo(QString path) const;
 

@@ -61,10 +61,11 @@ public:
     tag_estatus loadFile(QString path);
 
     /**
-     * Writes the sections to a file, in place.
+     * Writes the sections to a file, which is replaced at once, as CPLClickInfo::saveClickInfo()
+     * replaces one.
      *
      * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened, eSTATUS_FAILED when fewer
-     *         bytes than asked were stored; the document is unchanged
+     *         bytes than asked could be stored; the file is then as it was before
      */
     tag_estatus saveFile(QString path) const;
     ///@}

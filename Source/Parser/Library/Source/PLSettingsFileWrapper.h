@@ -62,7 +62,8 @@ public:
     tag_estatus load();
 
     /**
-     * Writes the document to a file, in every mode. The remembered settings file stays.
+     * Writes the document to a file, in every mode, as saveClickInfo() does. The remembered
+     * settings file stays.
      *
      * @return eSTATUS_INVALID_ARGUMENT when the path is empty, else the status of saveClickInfo()
      */

@@ -5,12 +5,18 @@
 #include "TextFile.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QSettings>
 
 namespace ovparser::internal {
 
 namespace {
+
+/** The line end of the platform's text files. */
+#ifdef Q_OS_WIN
+constexpr char lineEnd[] = "\r\n";
+#else
+constexpr char lineEnd[] = "\n";
+#endif
 
 /** Calls `use` with the open settings store. */
 template <typename Use>
@@ -55,11 +61,18 @@ QByteArray positionLine(bool selected)
     return QByteArray(PLKeyword::Key::LargeAnimalPosition.data()) + (selected ? ":1" : ":0");
 }
 
-void writeText(const QByteArray& text, QIODevice::OpenMode mode)
+/** The text with every position line replaced, or with one at its end if it has none. */
+QByteArray withPosition(const QByteArray& bytes, bool selected)
 {
-    QFile file(statusFile());
-    if (openToWrite(file, QIODevice::Text | mode))
-        file.write(text);
+    QByteArray text;
+    bool replaced = false;
+    const QList<QByteArray> lines = linesOf(bytes);
+    for (const QByteArray& line : lines) {
+        const bool position = isPositionLine(line);
+        text += (position ? positionLine(selected) : line) + lineEnd;
+        replaced = replaced || position;
+    }
+    return replaced ? text : text + positionLine(selected);
 }
 
 } // namespace
@@ -93,21 +106,14 @@ void storeLargeAnimalPosition(bool selected)
 {
     if (!QDir(statusFolder()).exists())
         return;
-    bool replaced = false;
     QByteArray bytes;
-    if (readFile(statusFile(), &bytes) == eSTATUS_SUCCESS) {
-        QByteArray text;
-        const QList<QByteArray> lines = linesOf(bytes);
-        for (const QByteArray& line : lines) {
-            const bool position = isPositionLine(line);
-            text += (position ? positionLine(selected) : line) + '\n';
-            replaced = replaced || position;
-        }
-        if (text != bytes)
-            writeText(text, QIODevice::Truncate);
+    if (readFile(statusFile(), &bytes) != eSTATUS_SUCCESS) {
+        static_cast<void>(writeFile(statusFile(), positionLine(selected), WriteMode::Append));
+        return;
     }
-    if (!replaced)
-        writeText(positionLine(selected), QIODevice::Append);
+    const QByteArray text = withPosition(bytes, selected);
+    if (text != bytes)
+        static_cast<void>(writeFile(statusFile(), text, WriteMode::Replace));
 }
 
 } // namespace ovparser::internal

@@ -24,7 +24,8 @@ void storeChoice(QLatin1String key, const QVariant& value);
 
 /**
  * Writes the large-animal position to the status file, if its folder exists. The other lines keep
- * their bytes but for their line ends, which become LF.
+ * their bytes but for their line ends, which become those of the platform. A file that cannot be
+ * written stays as it is.
  */
 void storeLargeAnimalPosition(bool selected);
 

@@ -2,45 +2,178 @@
 
 #include "InfoText.h"
 
-#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+
+#include <array>
+#include <cerrno>
 
 #include <sys/stat.h>
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <sys/xattr.h>
+#endif
 
 namespace ovparser::internal {
 
 namespace {
 
-enum class Kind {
-    Other,  ///< a file or folder, or nothing
-    Pipe,   ///< opening it waits for another program
-    Device, ///< such as a terminal, which may have no end
-};
+/** Devices may have no end; opening a pipe waits for another program. */
+enum class Devices { Refused, Allowed };
 
-Kind kindOf(const QByteArray& path)
+bool mayBeOpened(const QByteArray& path, Devices devices)
 {
+    if (path.isEmpty() || path.contains('\0'))
+        return false;
 #if defined(S_ISFIFO) && defined(S_ISCHR)
     struct stat info = {};
-    if (::stat(path.constData(), &info) != 0)
-        return Kind::Other;
-    if (S_ISFIFO(info.st_mode))
-        return Kind::Pipe;
-    return S_ISCHR(info.st_mode) ? Kind::Device : Kind::Other;
+    if (::stat(path.constData(), &info) == 0)
+        return !S_ISFIFO(info.st_mode) && (devices == Devices::Allowed || !S_ISCHR(info.st_mode));
+#endif
+    return true;
+}
+
+#ifdef Q_OS_UNIX
+
+/** Gives a file the extended attributes of another; whether it has them then, and no more. */
+bool copyAttributes([[maybe_unused]] int from, [[maybe_unused]] int to)
+{
+#ifdef Q_OS_LINUX
+    const auto size = ::flistxattr(from, nullptr, 0);
+    QByteArray names(int(qMax(size, ssize_t(0))), '\0');
+    ::flistxattr(from, names.data(), std::size_t(names.size()));
+    for (const char* name = names.constData(); *name != 0; name += qstrlen(name) + 1) {
+        std::array<char, XATTR_SIZE_MAX> value = {};
+        const auto length = ::fgetxattr(from, name, value.data(), value.size());
+        if (length < 0 || ::fsetxattr(to, name, value.data(), std::size_t(length), 0) != 0)
+            return false;
+    }
+    return ::flistxattr(to, nullptr, 0) == size;
 #else
-    Q_UNUSED(path)
-    return Kind::Other;
+    return true;
 #endif
 }
 
-bool isPath(const QByteArray& path)
+/** Gives a file the owner, the rights and the attributes of another; false where it cannot be. */
+bool makeAlike(int file, int model)
 {
-    return !path.isEmpty() && !path.contains('\0');
+    struct stat wanted = {};
+    struct stat info = {};
+    return ::fstat(model, &wanted) == 0 && ::fchown(file, wanted.st_uid, wanted.st_gid) == 0 &&
+           ::fchmod(file, wanted.st_mode & 07777U) == 0 && copyAttributes(model, file) &&
+           ::fstat(file, &info) == 0 && info.st_mode == wanted.st_mode;
+}
+
+/** Opens a file to write over it, and to read what it holds where that is allowed. */
+bool openInPlace(const QByteArray& path, int flags, QFile* file)
+{
+    int handle = -1;
+    for (const int access : {O_RDWR, O_WRONLY}) {
+        if (handle < 0)
+            handle = ::open(path.constData(), access | flags | O_CLOEXEC | O_NOCTTY, 0666);
+    }
+    return handle >= 0 && file->open(handle, QIODevice::ReadWrite | QIODevice::Unbuffered,
+                                     QFileDevice::AutoCloseHandle);
+}
+
+/** Where a new file goes, or one that takes the place of an old one; empty where it must not. */
+QString placeOf(const QString& path, const QFile& old)
+{
+    QString place = QFileInfo(path).isSymLink() ? QFileInfo(path).canonicalFilePath() : path;
+    if (!old.isOpen())
+        return place;
+    struct stat info = {};
+    struct stat found = {};
+    const bool isPlain = ::fstat(old.handle(), &info) == 0 && S_ISREG(info.st_mode) &&
+                         info.st_nlink == 1 &&
+                         ::stat(QFile::encodeName(place).constData(), &found) == 0 &&
+                         found.st_dev == info.st_dev && found.st_ino == info.st_ino;
+    return isPlain ? place : QString();
+}
+
+bool store(QFile& file, const QByteArray& bytes, qint64 length)
+{
+    return file.seek(0) && file.write(bytes) == bytes.size() && file.resize(length);
+}
+
+/** Writes over what a file holds; when that falls short, puts the old bytes back. */
+bool overwrite(QFile& file, const QByteArray& bytes)
+{
+    struct stat info = {};
+    if (::fstat(file.handle(), &info) != 0 || !S_ISREG(info.st_mode))
+        return file.write(bytes) == bytes.size();
+    const QByteArray old = file.read(bytes.size());
+    if (store(file, bytes, bytes.size()))
+        return true;
+    store(file, old, info.st_size);
+    return false;
+}
+
+/** Lets a second file take the place of an old one; eSTATUS_FILE_OPEN_FAILED where none can. */
+tag_estatus replaceFile(const QString& path, const QFile& old, const QByteArray& bytes)
+{
+    QSaveFile next(path);
+    if (path.isEmpty() || !next.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        (old.isOpen() && !makeAlike(next.handle(), old.handle())))
+        return eSTATUS_FILE_OPEN_FAILED;
+    // commit() would take a write or a sync that falls short for a success.
+    if (next.write(bytes) != bytes.size() || (::fsync(next.handle()) != 0 && errno != EINVAL))
+        return eSTATUS_FAILED;
+    return next.commit() ? eSTATUS_SUCCESS : eSTATUS_FILE_OPEN_FAILED;
+}
+
+tag_estatus replaceFile(const QString& path, const QByteArray& bytes)
+{
+    const QByteArray name = QFile::encodeName(path);
+    QFile old;
+    if (!openInPlace(name, 0, &old) && errno != ENOENT)
+        return eSTATUS_FILE_OPEN_FAILED;
+    const bool isNew = !old.isOpen();
+    const tag_estatus status = replaceFile(placeOf(path, old), old, bytes);
+    if (status != eSTATUS_FILE_OPEN_FAILED)
+        return status;
+    if (isNew && !openInPlace(name, O_CREAT, &old))
+        return eSTATUS_FILE_OPEN_FAILED;
+    if (overwrite(old, bytes))
+        return eSTATUS_SUCCESS;
+    if (isNew)
+        QFile::remove(QFileInfo(path).canonicalFilePath());
+    return eSTATUS_FAILED;
+}
+
+#else
+
+tag_estatus replaceFile(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return eSTATUS_FILE_OPEN_FAILED;
+    return file.write(bytes) == bytes.size() && file.commit() ? eSTATUS_SUCCESS : eSTATUS_FAILED;
+}
+
+#endif
+
+tag_estatus appendToFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    // Unbuffered: a buffer would take the bytes and hide that the disk does not.
+    if (!file.open(QIODevice::Append | QIODevice::Unbuffered))
+        return eSTATUS_FILE_OPEN_FAILED;
+    const qint64 length = file.size();
+    if (file.write(bytes) == bytes.size())
+        return eSTATUS_SUCCESS;
+    file.resize(length);
+    return eSTATUS_FAILED;
 }
 
 } // namespace
 
 bool mayBeRead(const QByteArray& path)
 {
-    return isPath(path) && kindOf(path) == Kind::Other;
+    return mayBeOpened(path, Devices::Refused);
 }
 
 QByteArray readBounded(QIODevice& device, qint64 limit)
@@ -68,8 +201,8 @@ bool openToRead(QFile& file)
 
 bool openToWrite(QFile& file, QIODevice::OpenMode how)
 {
-    const QByteArray path = QFile::encodeName(file.fileName());
-    return isPath(path) && kindOf(path) != Kind::Pipe && file.open(QIODevice::WriteOnly | how);
+    return mayBeOpened(QFile::encodeName(file.fileName()), Devices::Allowed) &&
+           file.open(QIODevice::WriteOnly | how);
 }
 
 tag_estatus readFile(const QString& path, QByteArray* bytes)
@@ -88,7 +221,7 @@ tag_estatus readFile(const QString& path, QByteArray* bytes)
     return eSTATUS_SUCCESS;
 }
 
-tag_estatus readInfoFile(const QString& path, QByteArray* text)
+tag_estatus readInfoText(const QString& path, QByteArray* text)
 {
     QByteArray bytes;
     const tag_estatus status = readFile(path, &bytes);
@@ -97,15 +230,21 @@ tag_estatus readInfoFile(const QString& path, QByteArray* text)
     return status;
 }
 
+tag_estatus readInfoText(const QString& path, QString* text)
+{
+    QByteArray bytes;
+    const tag_estatus status = readFile(path, &bytes);
+    if (status == eSTATUS_SUCCESS)
+        *text = decodeInfoText(std::move(bytes));
+    return status;
+}
+
 tag_estatus writeFile(const QString& path, const QByteArray& bytes, WriteMode mode)
 {
-    const QIODevice::OpenMode how =
-        mode == WriteMode::Append ? QIODevice::Append : QIODevice::Truncate;
-    QFile file(path);
-    // Unbuffered: a buffer would take the bytes and hide that the disk does not.
-    if (!openToWrite(file, QIODevice::Unbuffered | how))
+    if (!mayBeOpened(QFile::encodeName(path), Devices::Allowed))
         return eSTATUS_FILE_OPEN_FAILED;
-    return file.write(bytes) == bytes.size() ? eSTATUS_SUCCESS : eSTATUS_FAILED;
+    const bool appends = mode == WriteMode::Append && QFile::exists(path);
+    return appends ? appendToFile(path, bytes) : replaceFile(path, bytes);
 }
 
 } // namespace ovparser::internal

@@ -1,6 +1,6 @@
 /**
  * @file
- * Whole files, in and out. A write that falls short is noticed, also on a full disk.
+ * Whole files, in and out: one way to read a text file, and one to save it.
  */
 #ifndef OVPARSER_INTERNAL_TEXTFILE_H
 #define OVPARSER_INTERNAL_TEXTFILE_H
@@ -45,8 +45,15 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
  */
 [[nodiscard]] tag_estatus readFile(const QString& path, QByteArray* bytes);
 
-/** Reads an info file, as infoBytes() makes it; otherwise as readFile(). */
-[[nodiscard]] tag_estatus readInfoFile(const QString& path, QByteArray* text);
+/**
+ * Reads a file of info text, each byte one character: trimmed, with LF line ends. The form with
+ * bytes leaves CR LF as it is.
+ *
+ * @param text  receives it; unchanged on failure
+ * @return as readFile()
+ */
+[[nodiscard]] tag_estatus readInfoText(const QString& path, QByteArray* text);
+[[nodiscard]] tag_estatus readInfoText(const QString& path, QString* text); ///< @overload
 
 enum class WriteMode {
     Replace, ///< the file holds the bytes only
@@ -54,10 +61,19 @@ enum class WriteMode {
 };
 
 /**
- * Writes bytes to a file, in place.
+ * Saves bytes in a file so that no failure, kill or reader at the same time meets half of them.
  *
- * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened; eSTATUS_FAILED when fewer bytes
- *         than asked were stored (what was stored stays); else eSTATUS_SUCCESS
+ * A second file in the same folder, synced to the disk, takes the place of the first, behind its
+ * links, with its owner, rights, access control lists and extended attributes. Where that would
+ * change what the file is, the bytes go over the old ones, and the file is cut to their length
+ * then: a device, a file with several hard links, an owner, group or attribute that cannot be
+ * given, a folder in which no file can be made or renamed. If that falls short, the old bytes are
+ * put back, where they could be read. A kill in the middle of it leaves a mixture.
+ *
+ * An appended text is one write; if it falls short, the file is cut back to its earlier length.
+ *
+ * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened to write; eSTATUS_FAILED when
+ *         fewer bytes than asked were stored; the file is as it was then, and no other is left
  */
 [[nodiscard]] tag_estatus writeFile(const QString& path, const QByteArray& bytes, WriteMode mode);
 
