@@ -26,9 +26,8 @@ private Q_SLOTS:
         const QString sequence = study + "/SequenceInfo.txt"_s;
         const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
         const QStringList none;
-        support::row("help", QStringList{"--help"_s}, 0, QStringList{"ovinfo study"_s}, ""_s);
-        support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0,
-                     QStringList{"get [options] FILE SECTION KEY"_s}, ""_s);
+        support::row("alternatives", QStringList{"study"_s, "--json"_s, "--csv"_s, study}, 2, none,
+                     "only one of --json and --csv; see 'ovinfo study --help'"_s);
         support::row("no verb", none, 2, none, "no verb given"_s);
         support::row("unknown verb", QStringList{"shwo"_s}, 2, none, "no verb 'shwo'"_s);
         support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE SECTION KEY"_s);
@@ -387,29 +386,36 @@ private Q_SLOTS:
         QVERIFY2(error.contains("this locale cannot spell the name"_s), qPrintable(error));
     }
 
-    // The names that the program has are those of its help.
+    // The program's help comes from the table of verbs; the documents and completions must agree.
     void isDescribedInFull()
     {
         const QString sources = QStringLiteral(OVPARSER_EXAMPLES "/../tool/");
         const QString manual = QString::fromUtf8(support::readFile(sources + "ovinfo.1"_s));
+        const QString readMe = QString::fromUtf8(support::readFile(sources + "../README.md"_s)).simplified();
         const QString zsh = QString::fromUtf8(support::readFile(sources + "completions/_ovinfo"_s));
         const QString bash = "source "_s + sources + "completions/ovinfo.bash; "_s;
         const QString help = run({"--help"_s}).output;
-        const QStringList verbs = namesIn(help, "  ovinfo (\\w+) "_s);
-        QCOMPARE(int(verbs.size()), 10);
+        const QStringList verbs = namesIn(help, "\n  (\\w+) +\\w"_s);
+        QCOMPARE(verbs, namesIn(manual, "\n\\.It Cm (\\w+)"_s));
         const QString bashVerbs = shell(bash + "COMP_WORDS=(ovinfo ''); COMP_CWORD=1; _ovinfo; echo ${COMPREPLY[*]}"_s);
         QCOMPARE(bashVerbs, verbs.join(u' ') + " -h --help --version\n"_s);
         for (const QString& verb : verbs) {
-            QVERIFY2(zsh.contains(u'\'' + verb + u':') && zsh.contains(verb), qPrintable(verb));
-            QVERIFY2(manual.contains("\n.It Cm "_s + verb), qPrintable(verb));
+            const QString summary = namesIn(help, "\n  "_s + verb + " +(.*)\n"_s).join(u' ');
+            QVERIFY2(zsh.contains(u'\'' + verb + u':' + summary + u'\''), qPrintable(verb));
+            const QString verbHelp = run({verb, "--help"_s}).output;
+            const QString usage = verbHelp.section("\n\n"_s, 0, 0).simplified().mid(7);
+            QCOMPARE(synopsisOf(manual, verb), usage);
+            const QString arguments = usage.section(QRegularExpression("[\\]a-z] (?=[A-Z])"_s), -1);
+            const QString listed = "ovinfo "_s + verb + u' ' + arguments + u' ' + summary;
+            QVERIFY2(readMe.contains(listed), qPrintable(listed));
             const QString bashOptions = shell(bash + "_ovinfo_options "_s + verb);
-            const QStringList options = namesIn(run({verb, "--help"_s}).output, "--([\\w-]+)"_s);
+            const QStringList options = namesIn(verbHelp, "\n  (?:-h, )?--([\\w-]+)"_s);
             QCOMPARE(sorted(namesIn(bashOptions, "--([\\w-]+)"_s)), sorted(options));
-            for (const QString& option : options) {
-                const bool listed = option == "help"_s || help.contains("--"_s + option);
-                QVERIFY2(listed && manual.contains("Fl Fl "_s + option), qPrintable(option));
-                QVERIFY2(zsh.contains("--"_s + option), qPrintable(option));
-            }
+            const QString zshOptions =
+                shell("sed -n '/^"_s + verb + ")/,/;;$/p' "_s + sources + "completions/_ovinfo"_s);
+            for (const QString& option : options)
+                QVERIFY2(zshOptions.contains((option == "help"_s || option == "json"_s ? "$"_s : "--"_s) + option),
+                         qPrintable(verb + u' ' + option));
         }
         QCOMPARE(shell(bash + "COMP_WORDS=(ovinfo new --type l); COMP_CWORD=3; _ovinfo; echo ${COMPREPLY[*]}"_s),
                  "luminescent\n"_s);
@@ -462,6 +468,17 @@ private:
             names += match.next().captured(1);
         names.removeDuplicates();
         return names;
+    }
+
+    /** The usage of a verb as the manual tells it, in the form of its help. */
+    static QString synopsisOf(const QString& manual, const QString& verb)
+    {
+        const QString all = manual.section(".Sh SYNOPSIS"_s, 1).section(".Sh "_s, 0, 0);
+        QString text = ".Cm "_s + verb + u'\n' + all.section("\n.Cm "_s + verb + u'\n', 1).section(".Nm\n"_s, 0, 0);
+        text.replace("Fl Fl "_s, "--"_s).replace("Ar "_s, QString());
+        text.replace(QRegularExpression("\\n\\.Op ([^\\n]*)"_s), "\n[\\1]"_s);
+        text.replace(QRegularExpression("(^|\\n)\\.(Cm )?"_s), " "_s);
+        return "ovinfo "_s + text.simplified();
     }
 
     static QStringList sorted(QStringList names)

@@ -44,31 +44,22 @@ QJsonObject fileJson(const QString& file, const CheckedFile& checked)
 
 } // namespace
 
-int checkCommand(const QStringList& words)
+ExitCode checkCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(QLatin1String(
-        "Tells what is wrong with files, line by line, and what the library makes of it. The exit "
-        "code is 1 when there is a problem; a note tells what a save would change."));
-    if (const auto done = parse(parser, QLatin1String("check"), QLatin1String("FILE..."), words))
-        return *done;
     ExitCode result = Success;
     QJsonArray files;
-    const QStringList paths = parser.positionalArguments();
-    for (const QString& path : paths) {
+    for (const QString& path : request.files) {
         const CheckedFile checked = checkFile(path);
         if (checked.problems() > 0)
             result = BadFile;
         if (!checked.failure.isEmpty())
             result = fail(path, checked.failure);
-        else if (!parser.isSet(json))
+        else if (!request.has(Options::json))
             printText(path, checked);
-        if (parser.isSet(json))
+        if (request.has(Options::json))
             files += fileJson(path, checked);
     }
-    if (parser.isSet(json))
+    if (request.has(Options::json))
         print(withSchema("ovinfo-check/1", {{"files", files}}));
     return result;
 }

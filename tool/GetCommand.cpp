@@ -31,17 +31,9 @@ QJsonObject jsonOf(const QString& file, const CPLSection& section, const QString
 
 } // namespace
 
-int getCommand(const QStringList& words)
+ExitCode getCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(
-        QLatin1String("Prints one value of a file, without its comment."));
-    if (const auto done =
-            parse(parser, QLatin1String("get"), QLatin1String("FILE SECTION KEY"), words))
-        return *done;
-    const QStringList arguments = parser.positionalArguments();
+    const QStringList& arguments = request.files;
     Document document;
     if (!document.load(arguments.at(0)))
         return fail(arguments.at(0), document.problem());
@@ -53,7 +45,7 @@ int getCommand(const QStringList& words)
     const tag_estatus found = section->getValue(arguments.at(2), &value);
     if (found != eSTATUS_SUCCESS)
         return fail(arguments.at(0) + QLatin1String(": ") + arguments.at(2), found);
-    if (parser.isSet(json))
+    if (request.has(Options::json))
         print(jsonOf(arguments.at(0), *section, arguments.at(2)));
     else // The last value of a reference keeps the line end of its file.
         print(value.endsWith(QLatin1Char('\n')) ? value : value + QLatin1Char('\n'));

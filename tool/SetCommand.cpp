@@ -115,18 +115,9 @@ ExitCode change(const QString& file, const Change& change)
 
 } // namespace
 
-int setCommand(const QStringList& words)
+ExitCode setCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    // A value may begin with '-'.
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
-    parser.setApplicationDescription(QLatin1String(
-        "Changes one value of a file in place; every other byte stays. The key must be there "
-        "already; its comment stays unless VALUE brings one ('12.5 # cm')."));
-    if (const auto done =
-            parse(parser, QLatin1String("set"), QLatin1String("FILE SECTION KEY VALUE"), words))
-        return *done;
-    const QStringList arguments = parser.positionalArguments();
+    const QStringList& arguments = request.files;
     const QString value = trimmed(arguments.at(3));
     if (value.contains(QLatin1Char('\n')) || value.contains(QLatin1Char('\r')))
         return fail(WrongUsage, QLatin1String("a value is a single line"));

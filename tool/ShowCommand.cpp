@@ -89,21 +89,13 @@ QJsonObject jsonOf(const QString& file, const Document& document)
 
 } // namespace
 
-int showCommand(const QStringList& words)
+ExitCode showCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(
-        QLatin1String("Prints a file of any kind: its sections with their names, keys, values and "
-                      "comments, or the tables of a spectral analysis."));
-    if (const auto done = parse(parser, QLatin1String("show"), QLatin1String("FILE"), words))
-        return *done;
-    const QString file = parser.positionalArguments().at(0);
+    const QString file = request.files.at(0);
     Document document;
     if (!document.load(file))
         return fail(file, document.problem());
-    const bool asJson = parser.isSet(json);
+    const bool asJson = request.has(Options::json);
     if (document.spectral() && asJson)
         print(spectralJson(file, *document.spectral()));
     else if (document.spectral())

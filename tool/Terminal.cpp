@@ -29,51 +29,6 @@ ExitCode fail(const QString& file, tag_estatus status)
     return fail(file, explained(status));
 }
 
-std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
-                              const QString& arguments, const QStringList& words)
-{
-    parser.addPositionalArgument(verb, QString(), verb);
-    const QStringList names = arguments.split(QLatin1Char(' '));
-    for (const QString& name : names)
-        parser.addPositionalArgument(name, QString());
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Prints this help."));
-    parser.addOption(help);
-    const QString usage = QLatin1String("; see 'ovinfo ") + verb + QLatin1String(" --help'");
-    // The parser takes its first word for the name of a program.
-    if (!parser.parse(QStringList(verb) + words))
-        return fail(WrongUsage,
-                    parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$"))) + usage);
-    if (parser.isSet(help)) {
-        // Qt's own usage line names the program's path, and options in front of the verb.
-        const QString text = parser.helpText().section(QLatin1String("\nArguments:"), 0, 0);
-        print(QStringLiteral("Usage: ovinfo %1 [options] %2\n").arg(verb, arguments) +
-              text.section(QLatin1Char('\n'), 1));
-        return Success;
-    }
-    const auto given = parser.positionalArguments().size();
-    const bool optional = arguments.endsWith(QLatin1Char(']'));
-    const bool several = optional || arguments.endsWith(QLatin1String("..."));
-    if (given < names.size() - (optional ? 1 : 0) || (given > names.size() && !several))
-        return fail(WrongUsage, verb + QLatin1String(" takes ") + arguments + usage);
-    return std::nullopt;
-}
-
-QCommandLineOption flag(const char* name, const char* description)
-{
-    return {QLatin1String(name), QLatin1String(description)};
-}
-
-QCommandLineOption option(const char* name, const char* value, const char* description)
-{
-    return {QLatin1String(name), QLatin1String(description), QLatin1String(value)};
-}
-
-QCommandLineOption jsonOption()
-{
-    return flag("json", "Prints JSON instead of text.");
-}
-
 void print(const QJsonObject& object)
 {
     print(QString::fromUtf8(QJsonDocument(object).toJson()));
@@ -99,6 +54,22 @@ QString columns(const QList<QStringList>& rows)
         text += line + QLatin1Char('\n');
     }
     return text;
+}
+
+QString wrapped(const QStringList& words, int indent)
+{
+    constexpr int width = 79;
+    QString text;
+    QString line;
+    for (const QString& word : words) {
+        if (!line.isEmpty() && line.size() + 1 + word.size() > width) {
+            text += line + QLatin1Char('\n');
+            line = QString(indent, QLatin1Char(' ')) + word;
+        } else {
+            line += line.isEmpty() ? word : QLatin1Char(' ') + word;
+        }
+    }
+    return text + line + QLatin1Char('\n');
 }
 
 QString counted(int count, const char* thing)

@@ -1,0 +1,53 @@
+/**
+ * @file
+ * The options of the verbs: every one is stated here once.
+ */
+#ifndef OVINFO_OPTION_H
+#define OVINFO_OPTION_H
+
+/** An option of a verb. */
+struct Option
+{
+    /** What an option is to its verb. At most one form and one list may be given. */
+    enum Role {
+        Plain,
+        Required,
+        Form, ///< says in which form to print
+        List, ///< names a list of files
+    };
+
+    const char* name = nullptr;
+    const char* value = nullptr; ///< what the value is called; null for an option without one
+    const char* description = "";
+    Role role = Plain;
+};
+
+namespace Options {
+
+inline constexpr Option json = {"json", nullptr, "Prints JSON instead of text.", Option::Form};
+inline constexpr Option jsonl = {"jsonl", nullptr, "Prints one JSON object per line.",
+                                 Option::Form};
+inline constexpr Option csv = {"csv", nullptr, "Prints comma-separated values (RFC 4180).",
+                               Option::Form};
+inline constexpr Option fromFile = {
+    "from-file", "LIST", "Reads more names from a file, one a line; - is standard input.",
+    Option::List};
+inline constexpr Option recursive = {"recursive", nullptr,
+                                     "Reads every sequence and acquisition below the folders."};
+inline constexpr Option jobs = {"jobs", "N",
+                                "Reads with N threads; as many as there are cores if not given."};
+inline constexpr Option user = {"user", "ID",
+                                "The user, without whom there is no click number; it begins so.",
+                                Option::Required};
+inline constexpr Option type = {"type", "TYPE",
+                                "photograph (if not given), luminescent or structure."};
+inline constexpr Option binning = {"binning", "N", "Binning factor; 1 if not given."};
+inline constexpr Option output = {"output", "FILE",
+                                  "Where to write; ClickInfo.txt beside the image if not given."};
+inline constexpr Option force = {
+    "force", nullptr, "Replaces a file that is there already; appends to DICOM with click info."};
+inline constexpr Option svg = {"svg", "OUT.svg", "Draws the plots and the fit to a file as well."};
+
+} // namespace Options
+
+#endif

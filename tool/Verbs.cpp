@@ -1,0 +1,125 @@
+#include "Commands.h"
+#include "Verb.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace Options;
+
+const Verb verbs[] = {
+    {"show",
+     "FILE",
+     "print a file of any kind",
+     "Prints a file of any kind: its sections with their names, keys, values and comments, or the "
+     "tables of a spectral analysis.",
+     showCommand,
+     {json}},
+    {"get",
+     "FILE SECTION KEY",
+     "print one value",
+     "Prints one value of a file, without its comment.",
+     getCommand,
+     {json}},
+    {"set",
+     "FILE SECTION KEY VALUE",
+     "change one value; every other byte stays",
+     "Changes one value of a file; every other byte stays. The key must be there already; its "
+     "comment stays unless VALUE brings one ('12.5 # cm').",
+     setCommand,
+     {},
+     BadFile,
+     true},
+    {"new",
+     "IMAGE",
+     "make up the click info of a bare image",
+     "Makes up the click info of an image that has none: click number (user and time), user labels "
+     "without values, and the section of the image, which is not read itself.",
+     newCommand,
+     {user, type, binning, output, force}},
+    {"check",
+     "FILE...",
+     "tell what is wrong with files, line by line",
+     "Tells what is wrong with files, line by line, and what the library makes of it. The exit "
+     "code is 1 when there is a problem; a note tells what a save would change.",
+     checkCommand,
+     {json}},
+    {"diff",
+     "FILE FILE",
+     "compare two files section by section",
+     "Compares two files section by section and key by key. Layout does not count: white space, "
+     "blank lines, line ends, letter case of keys, order of sections and keys. Exit codes: 0 no "
+     "difference, 1 different, 2 a file cannot be read or the output cannot be written.",
+     diffCommand,
+     {json},
+     Trouble},
+    {"study",
+     "FOLDER...",
+     "print sequences with tables of their acquisitions, or a whole archive",
+     "Prints sequence folders: each sequence and a table of its acquisitions. Exposure, binning "
+     "and field of view are those of the main image. What cannot be read is told at the end.",
+     studyCommand,
+     {recursive, json, jsonl, csv, jobs, fromFile}},
+    {"presets",
+     "FILE|FOLDER",
+     "print the menu names of settings with their files",
+     "Prints the menu names of a settings file or of a folder of settings, with their files.",
+     presetsCommand,
+     {json}},
+    {"camera",
+     "FILE",
+     "print what an instrument can do",
+     "Prints what an instrument can do: its family, capabilities, stage positions with their "
+     "fields of view, CCD pixels and binning presets.",
+     cameraCommand,
+     {json}},
+    {"spectral",
+     "FILE",
+     "print a spectral analysis, or draw it",
+     "Prints a spectral analysis: its acquisitions with filters and regions of interest, the "
+     "results, the plots and the fit. Wavelengths are in nanometres; intensity and attenuation "
+     "are in the file's own units.",
+     spectralCommand,
+     {json, svg}},
+};
+
+QString spelled(const Option& option)
+{
+    const QString flag = QLatin1String("--") + QLatin1String(option.name);
+    return option.value ? flag + QLatin1Char(' ') + QLatin1String(option.value) : flag;
+}
+
+} // namespace
+
+const Verb* findVerb(const QString& name)
+{
+    const auto* const verb = std::find_if(std::begin(verbs), std::end(verbs), [&](const Verb& v) {
+        return name == QLatin1String(v.name);
+    });
+    return verb == std::end(verbs) ? nullptr : verb;
+}
+
+QString verbList()
+{
+    QList<QStringList> rows;
+    for (const Verb& verb : verbs)
+        rows.append({QLatin1String("  ") + QLatin1String(verb.name), QLatin1String(verb.summary)});
+    return columns(rows);
+}
+
+QStringList synopsis(const Verb& verb)
+{
+    QStringList parts;
+    Option::Role last = Option::Plain;
+    for (const Option& option : verb.options) {
+        const bool alternative = option.role == last && option.role >= Option::Form;
+        last = option.role;
+        if (alternative)
+            parts.last().insert(parts.last().size() - 1, QLatin1String(" | ") + spelled(option));
+        else if (option.role == Option::Required)
+            parts += spelled(option);
+        else
+            parts += QLatin1Char('[') + spelled(option) + QLatin1Char(']');
+    }
+    return parts + QString::fromLatin1(verb.arguments).split(QLatin1Char(' '));
+}
