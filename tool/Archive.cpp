@@ -45,7 +45,7 @@ void read(Found* found)
     CPLClickInfo info;
     const tag_estatus status = info.loadClickInfo(path, false);
     if (status != eSTATUS_SUCCESS)
-        found->problem = explained(status);
+        found->problem = explained(status, path);
     else if (!info[0])
         found->problem = QStringLiteral("no section; not a file that the library knows");
     else
@@ -98,7 +98,7 @@ bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double
         if (!m_found(found))
             return false;
     } else if (!m_recursive) {
-        return report(sequence, explained(eSTATUS_FILE_NOT_FOUND), start);
+        return report(sequence, explained(eSTATUS_FILE_NOT_FOUND, sequence), start);
     }
     return !m_recursive || visitChildren(folder, inSequence, start, span);
 }
@@ -133,7 +133,7 @@ bool ArchiveWalk::readSequence(const QString& file, QSet<QString>* listed, doubl
     CPLSequenceInfo sequence;
     const tag_estatus status = sequence.loadFile(file);
     if (status != eSTATUS_SUCCESS && status != eSTATUS_EMPTY_SEQUENCE)
-        return report(file, explained(status), start);
+        return report(file, explained(status, file), start);
     const QStringList clickNumbers = sequence.getClickNumberList();
     Found found;
     found.kind = Found::SequenceStart;

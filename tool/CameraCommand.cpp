@@ -259,9 +259,9 @@ ExitCode cameraCommand(const Request& request)
     if (!readFile(file, &problem))
         return fail(file, problem);
     CPLCameraInfo info;
-    qInstallMessageHandler(collectReport);
+    const QtMessageHandler before = qInstallMessageHandler(collectReport);
     const bool loaded = info.loadCameraInfo(file);
-    qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(before);
     for (const QString& report : qAsConst(reports))
         fail(file, report);
     if (!loaded && !reports.isEmpty())

@@ -1,6 +1,8 @@
 #include "Check.h"
 
+#include "Damage.h"
 #include "Document.h"
+#include "Entries.h"
 #include "Files.h"
 #include "InfoScan.h"
 #include "KindCheck.h"
@@ -86,6 +88,7 @@ private:
     void checkChunk(const InfoBlock& block, Places* sections);
     void checkLines(const InfoBlock& block);
     void checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut, Places* keys);
+    void checkNumber(int line, const QString& key, const QString& value);
     void checkCharacters(const InfoBlock& block);
     void checkPieces(const InfoLine& line, const QString& name);
 
@@ -112,22 +115,15 @@ bool hasText(const QByteArray& bytes, const InfoLines& lines)
                        [&](const InfoLine& line) { return !textOf(bytes, line.span).isEmpty(); });
 }
 
+/** The library reads an info text as Latin-1, whatever it looks like. */
 void Checker::checkEncoding(const Document& document)
 {
-    if (m_bytes.startsWith("\xFF\xFE") || m_bytes.startsWith("\xFE\xFF"))
-        problem(1, "utf16",
-                QStringLiteral("UTF-16 text; the library reads one byte as one "
-                               "character and finds no section"));
-    if (m_bytes.startsWith("\xEF\xBB\xBF"))
-        problem(1, "byte-order-mark",
-                QStringLiteral("a byte order mark; the library takes the first line for text "
-                               "before the first section"));
+    const QByteArray text = m_bytes.mid(document.textStart());
     const auto isAscii = [](char c) { return c >= 0; };
-    const auto* const other = std::find_if_not(m_bytes.begin(), m_bytes.end(), isAscii);
-    if (document.textStart() > 0 || other == m_bytes.end() ||
-        QString::fromUtf8(m_bytes.constData(), m_bytes.size()).toUtf8() != m_bytes)
+    const auto* const other = std::find_if_not(text.begin(), text.end(), isAscii);
+    if (document.isDicom() || other == text.end() || !isUtf8(text))
         return;
-    const InfoLines before = linesOf(m_bytes, {0, int(other - m_bytes.begin())}, 1);
+    const InfoLines before = linesOf(text, {0, int(other - text.begin())}, 1);
     note(before.empty() ? 1 : before.back().number, "looks-like-utf8",
          QStringLiteral("looks like UTF-8; the library reads each byte as one Latin-1 character"));
 }
@@ -223,6 +219,52 @@ void Checker::checkText(const Document& document, bool loads)
         problem(0, "not-loaded", document.problem());
 }
 
+/** A key that the library reads as a number, or what such keys begin with and hold. */
+struct NumberKey
+{
+    QLatin1String key;
+    bool isWhole = true;
+    QLatin1String part = {};
+};
+
+constexpr NumberKey numberKeys[] = {
+    {Key::EmptySequence},
+    {Key::ElectronicsTrayPartNumber},
+    {Key::LightsControlPolarity},
+    {Key::StructuredLightDelay},
+    {Key::RotationStageMotorDriver},
+    {Key::Rdx2Angle, false},
+    {Key::RodxAngle, false},
+    {Key::ShelfPosition, false, Key::FovPart},
+};
+
+bool isOf(const NumberKey& row, const QString& key)
+{
+    if (row.part.isEmpty())
+        return key.compare(row.key, Qt::CaseInsensitive) == 0;
+    return key.startsWith(row.key, Qt::CaseInsensitive) &&
+           key.contains(row.part, Qt::CaseInsensitive);
+}
+
+/** A key without a value is given no number, so nothing is wrong with it. */
+void Checker::checkNumber(int line, const QString& key, const QString& value)
+{
+    const auto* const row = std::find_if(std::begin(numberKeys), std::end(numberKeys),
+                                         [&](const NumberKey& r) { return isOf(r, key); });
+    if (row == std::end(numberKeys) || value.isEmpty())
+        return;
+    bool isNumber = false;
+    if (row->isWhole)
+        value.toInt(&isNumber);
+    else
+        value.toFloat(&isNumber);
+    if (!isNumber)
+        problem(line, "number-expected",
+                QStringLiteral("key %1 has the value %2, not %3; it is read as 0")
+                    .arg(quoted(key), quoted(value),
+                         QLatin1String(row->isWhole ? "a whole number" : "a number")));
+}
+
 void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut,
                         Places* keys)
 {
@@ -244,6 +286,7 @@ void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const Line
                     .arg(quoted(key)));
     if (first == keys->constEnd())
         keys->insert(key.toLower(), line.number);
+    checkNumber(line.number, key, withoutComment(decoded(block, textOf(m_bytes, cut.after))).text);
 }
 
 void Checker::checkLines(const InfoBlock& block)
@@ -325,9 +368,9 @@ void Checker::checkChunk(const InfoBlock& block, Places* sections)
 
 void Checker::checkSequence(const Document& document)
 {
-    const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes);
+    const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes, document.textStart());
     const int start = blocks.empty() ? int(m_bytes.size()) : blocks.front().header.span.start;
-    const InfoLines lines = linesOf(m_bytes, {0, start}, 1);
+    const InfoLines lines = linesOf(m_bytes, {document.textStart(), start}, 1);
     const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
         return !textOf(m_bytes, line.span).isEmpty();
     });
@@ -374,8 +417,8 @@ void Checker::checkIndex(const Document& document)
     const QString name = document.kind() == FileKind::StructureReferences
                              ? Key::StructureReference
                              : Key::FluorescentReference;
-    const Span text = trimmed(m_bytes, {0, int(m_bytes.size())});
-    for (const InfoLine& line : linesOf(m_bytes, {0, text.end}, 1)) {
+    const Span text = trimmed(m_bytes, {document.textStart(), int(m_bytes.size())});
+    for (const InfoLine& line : linesOf(m_bytes, {document.textStart(), text.end}, 1)) {
         const QByteArray content = textOf(m_bytes, line.span);
         if (line.span.end <= text.start)
             continue;
@@ -418,6 +461,32 @@ void checkSpectral(const QString& path, const Document& document, Checker* check
                          QStringLiteral("column %1: %2").arg(column).arg(message));
 }
 
+/** Checks what the document is made of, in the way of its kind. */
+void checkContent(const QString& path, const Document& document, bool loads, CheckedFile* result)
+{
+    Checker checker(document.bytes(), result);
+    if (!loads && document.isDicom() && document.textStart() == 0) {
+        checker.problem(0, "not-loaded", document.problem());
+    } else if (document.kind() == FileKind::SpectralAnalysis) {
+        if (!loads)
+            checkSpectral(path, document, &checker);
+    } else if (document.kind() == FileKind::Sequence) {
+        checker.checkSequence(document);
+    } else if (document.isIndex()) {
+        checker.checkIndex(document);
+    } else {
+        checker.checkText(document, loads);
+    }
+    const auto written = loads ? document.writtenForm() : std::nullopt;
+    if (written)
+        checker.checkWrittenForm(*written);
+}
+
+void add(const std::vector<Finding>& findings, CheckedFile* result)
+{
+    result->findings.insert(result->findings.end(), findings.begin(), findings.end());
+}
+
 } // namespace
 
 int CheckedFile::problems() const
@@ -437,26 +506,10 @@ CheckedFile checkFile(const QString& path)
     }
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
-    Checker checker(document.bytes(), &result);
-    if (!loads && document.isDicom() && document.textStart() == 0) {
-        checker.problem(0, "not-loaded", document.problem());
-    } else if (document.kind() == FileKind::SpectralAnalysis) {
-        if (!loads)
-            checkSpectral(path, document, &checker);
-    } else if (document.kind() == FileKind::Sequence) {
-        checker.checkSequence(document);
-    } else if (document.isIndex()) {
-        checker.checkIndex(document);
-    } else {
-        checker.checkText(document, loads);
-    }
-    const auto written = loads ? document.writtenForm() : std::nullopt;
-    if (written)
-        checker.checkWrittenForm(*written);
-    if (loads) {
-        const std::vector<Finding> more = checkKind(path, document);
-        result.findings.insert(result.findings.end(), more.begin(), more.end());
-    }
+    checkContent(path, document, loads, &result);
+    add(damageOf(document, loads), &result);
+    if (loads)
+        add(checkKind(path, document), &result);
     std::stable_sort(result.findings.begin(), result.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return result;

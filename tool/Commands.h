@@ -16,6 +16,8 @@ ExitCode presetsCommand(const Request& request);
 ExitCode setCommand(const Request& request);
 ExitCode showCommand(const Request& request);
 ExitCode spectralCommand(const Request& request);
+ExitCode stripCommand(const Request& request);
 ExitCode studyCommand(const Request& request);
+ExitCode unsetCommand(const Request& request);
 
 #endif

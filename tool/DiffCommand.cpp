@@ -151,7 +151,8 @@ QString textOf(const Difference& difference)
                         : QLatin1Char('[') + difference.section + QLatin1Char(']');
     if (!difference.key.isNull())
         place += (place.isEmpty() ? QString() : QStringLiteral(" ")) + difference.key;
-    return place + QLatin1Char('\n') + side("<", difference.left) + side(">", difference.right);
+    return printable(place) + QLatin1Char('\n') + side("<", difference.left) +
+           side(">", difference.right);
 }
 
 QJsonValue textOrAbsent(const QString& text)

@@ -4,6 +4,7 @@
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -37,13 +38,33 @@ bool storeTail(QFile& file, const QByteArray& bytes, int from)
 
 } // namespace
 
-QString explained(tag_estatus status)
+const char* obstacleOf(const QString& path, Access access)
 {
+    const char* const denied = "permission denied";
+    std::error_code error;
+    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
+    const QFileInfo file(path);
+    const QFileInfo folder(file.path());
+    const bool absent = status.type() == std::filesystem::file_type::not_found;
+    if (absent && (access == Access::Read || !folder.isDir()))
+        return access == Access::Read ? "no such file" : "no such folder";
+    if (error == std::errc::permission_denied)
+        return denied;
+    if (access == Access::Read)
+        return file.isReadable() ? nullptr : denied;
+    return (absent ? folder : file).isWritable() ? nullptr : denied;
+}
+
+QString explained(tag_estatus status, const QString& path, Access access)
+{
+    const bool unopened = status == eSTATUS_FILE_OPEN_FAILED || status == eSTATUS_FILE_NOT_FOUND;
+    const char* text = unopened ? obstacleOf(path, access) : nullptr;
     for (const Explanation& row : explanations) {
-        if (row.status == status)
-            return QStringLiteral("%1 (%2)").arg(QLatin1String(row.text), getStatusString(status));
+        if (!text && row.status == status)
+            text = row.text;
     }
-    return getStatusString(status);
+    const QString name = getStatusString(status);
+    return text ? QStringLiteral("%1 (%2)").arg(QLatin1String(text), name) : name;
 }
 
 QString otherThanFile(const QString& path)
@@ -61,16 +82,16 @@ std::optional<QByteArray> readFile(const QString& path, QString* problem)
         return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *problem = explained(eSTATUS_FILE_OPEN_FAILED);
+        *problem = explained(eSTATUS_FILE_OPEN_FAILED, path);
         return std::nullopt;
     }
     if (file.size() > maxFileSize) {
-        *problem = explained(eSTATUS_OUT_OF_MEMORY);
+        *problem = explained(eSTATUS_OUT_OF_MEMORY, path);
         return std::nullopt;
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        *problem = explained(eSTATUS_FILE_READ_FAILED);
+        *problem = explained(eSTATUS_FILE_READ_FAILED, path);
         return std::nullopt;
     }
     return bytes;
@@ -81,7 +102,7 @@ QString rewriteFile(const QString& path, const QByteArray& old, const QByteArray
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return explained(eSTATUS_FILE_OPEN_FAILED);
+        return explained(eSTATUS_FILE_OPEN_FAILED, path, Access::Write);
     const auto difference = std::mismatch(old.cbegin(), old.cend(), bytes.cbegin(), bytes.cend());
     const int from = int(difference.first - old.cbegin());
     if (storeTail(file, bytes, from))

@@ -69,10 +69,10 @@ ExitCode create(const Making& making)
     info.setValue(making.kind->section, PLKeyword::Key::BinningFactor, making.binning);
     status = info.saveClickInfo(making.output);
     if (status != eSTATUS_SUCCESS)
-        return fail(making.output, status);
+        return fail(making.output, explained(status, making.output, Access::Write));
     QString clickNumber;
     info.getClickNumber(&clickNumber);
-    print(QStringLiteral("%1 written to %2\n").arg(clickNumber, making.output));
+    print(QStringLiteral("%1 written to %2\n").arg(clickNumber, printable(making.output)));
     return Success;
 }
 
@@ -107,8 +107,12 @@ QString obstacle(const Making& making, bool force)
 ExitCode newCommand(const Request& request)
 {
     const QFileInfo image(request.files.at(0));
-    if (!image.isFile())
-        return fail(image.filePath(), QLatin1String("no such image"));
+    if (!image.isFile()) {
+        const QString other = otherThanFile(image.filePath());
+        return fail(image.filePath(), other.isEmpty()
+                                          ? explained(eSTATUS_FILE_OPEN_FAILED, image.filePath())
+                                          : other);
+    }
     const auto valueOr = [&](const Option& option, const QString& otherwise) {
         return request.has(option) ? request.value(option) : otherwise;
     };

@@ -32,6 +32,19 @@ inline constexpr Option csv = {"csv", nullptr, "Prints comma-separated values (R
 inline constexpr Option fromFile = {
     "from-file", "LIST", "Reads more names from a file, one a line; - is standard input.",
     Option::List};
+inline constexpr Option fromFile0 = {"from-file0", "LIST",
+                                     "The same with names that end in a NUL byte.", Option::List};
+inline constexpr Option keys = {"keys", nullptr, "Prints sections and keys only, a TAB between.",
+                                Option::Form};
+inline constexpr Option quiet = {"quiet", nullptr, "Prints problems only, one line each.",
+                                 Option::Form};
+inline constexpr Option otherwise = {"default", "TEXT",
+                                     "Prints TEXT for a section or key that is missing."};
+inline constexpr Option add = {"add", nullptr, "Adds a section or key that is missing."};
+inline constexpr Option dryRun = {"dry-run", nullptr,
+                                  "Prints what would change, as a diff; changes nothing."};
+inline constexpr Option below = {
+    "recursive", nullptr, "Checks every file below folders that are named as data files are."};
 inline constexpr Option recursive = {"recursive", nullptr,
                                      "Reads every sequence and acquisition below the folders."};
 inline constexpr Option jobs = {"jobs", "N",

@@ -5,6 +5,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QFile>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -49,8 +50,17 @@ QString conflict(const Verb& verb, const Request& request, Option::Role role)
     return given.size() > 1 ? given.join(QLatin1String(" and ")) : QString();
 }
 
-/** Reads names from a list, one a line; nothing when it cannot be read. */
-std::optional<QStringList> namesIn(const QString& list)
+/** A list of names, and what ends each of them. */
+struct ListKind
+{
+    Option option;
+    char end = '\n';
+};
+
+const ListKind listKinds[] = {{Options::fromFile, '\n'}, {Options::fromFile0, '\0'}};
+
+/** Reads names from a list; nothing when it cannot be read. */
+std::optional<QStringList> namesIn(const QString& list, char end)
 {
     QFile file(list);
     const bool open = list == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
@@ -58,35 +68,44 @@ std::optional<QStringList> namesIn(const QString& list)
     if (!open)
         return std::nullopt;
     QStringList names;
-    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
-        while (line.endsWith('\n') || line.endsWith('\r'))
-            line.chop(1);
-        if (!line.isEmpty())
-            names += QFile::decodeName(line);
+    const QList<QByteArray> parts = file.readAll().split(end);
+    for (QByteArray name : parts) {
+        while (end == '\n' && name.endsWith('\r'))
+            name.chop(1);
+        if (!name.isEmpty())
+            names += QFile::decodeName(name);
     }
     return names;
 }
 
 std::optional<ExitCode> addListed(Request* request)
 {
-    if (!request->has(Options::fromFile))
-        return std::nullopt;
-    const QString list = request->value(Options::fromFile);
-    const auto names = namesIn(list);
-    if (!names)
-        return fail(list, eSTATUS_FILE_OPEN_FAILED);
-    request->files += *names;
-    request->listed = true;
+    for (const ListKind& kind : listKinds) {
+        if (!request->has(kind.option))
+            continue;
+        const QString list = request->value(kind.option);
+        const auto names = namesIn(list, kind.end);
+        if (!names)
+            return fail(list, eSTATUS_FILE_OPEN_FAILED);
+        request->files += *names;
+        request->listed = true;
+    }
     return std::nullopt;
+}
+
+bool hasList(const Request& request)
+{
+    return std::any_of(std::begin(listKinds), std::end(listKinds),
+                       [&](const ListKind& kind) { return request.has(kind.option); });
 }
 
 /** Sorts the arguments into files and what follows them; false when their number is wrong. */
 bool takeArguments(const Verb& verb, const QStringList& given, Request* request)
 {
     const QStringList names = QString::fromLatin1(verb.arguments).split(QLatin1Char(' '));
-    const int several = int(names.indexOf(QRegularExpression(QStringLiteral("\\.\\.\\.$"))));
+    const int several = int(names.indexOf(QRegularExpression(QStringLiteral(".*\\.\\.\\."))));
     const auto words = several < 0 ? 0 : names.size() - 1 - several;
-    const auto least = names.size() - (request->has(Options::fromFile) ? 1 : 0);
+    const auto least = names.size() - (hasList(*request) ? 1 : 0);
     if (given.size() < least || (several < 0 && given.size() > names.size()))
         return false;
     request->files = given.mid(0, given.size() - words);
@@ -123,9 +142,11 @@ std::optional<ExitCode> parse(const Verb& verb, const QStringList& words, Reques
         print(helpOf(verb, parser));
         return Success;
     }
-    const QStringList names = parser.optionNames();
-    for (const QString& name : names)
-        request->options.insert(name, parser.values(name));
+    for (const Option& option : verb.options) {
+        const QString name = QLatin1String(option.name);
+        if (parser.isSet(name))
+            request->options.insert(name, parser.values(name));
+    }
     for (const Option::Role role : {Option::Form, Option::List}) {
         const QString options = conflict(verb, *request, role);
         if (!options.isEmpty())

@@ -26,6 +26,9 @@ struct Request
 
     [[nodiscard]] bool has(const Option& option) const;
 
+    /** Whether it is about several files, so that each answer must tell its file. */
+    [[nodiscard]] bool isForSeveral() const { return listed || files.size() > 1; }
+
     /** The value that was given last; empty when none was. */
     [[nodiscard]] QString value(const Option& option) const;
 

@@ -34,7 +34,8 @@ QString lineOf(const Entry& entry, int width)
 
 void printLine(QString line)
 {
-    print(line.replace(QLatin1Char('\t'), QLatin1String("  ")) + QLatin1Char('\n'));
+    line.replace(QLatin1Char('\t'), QLatin1String("  "));
+    print(printable(line) + QLatin1Char('\n'));
 }
 
 void printSection(const CPLSection& section)
@@ -87,22 +88,64 @@ QJsonObject jsonOf(const QString& file, const Document& document)
                        {"sections", arrayOf(document.sections(), sectionJson)}});
 }
 
+void printKeys(const Document& document)
+{
+    const QList<CPLSection*> sections = document.sections();
+    for (const CPLSection* const section : sections) {
+        const QString key = printable(keyOf(*section));
+        print(key + QLatin1Char('\n'));
+        QStringList names;
+        section->getKeyList(&names);
+        names.removeDuplicates();
+        for (const QString& name : qAsConst(names))
+            printExact(key + QLatin1Char('\t') + printable(name) + QLatin1Char('\n'));
+    }
+}
+
+void printForPeople(const Document& document)
+{
+    if (document.spectral())
+        print(spectralText(*document.spectral()));
+    else
+        printText(document);
+}
+
+ExitCode show(const QString& file, const Request& request)
+{
+    Document document;
+    if (!document.load(file))
+        return fail(file, document.problem());
+    const auto json = [&] {
+        return document.spectral() ? spectralJson(file, *document.spectral())
+                                   : jsonOf(file, document);
+    };
+    if (request.has(Options::jsonl))
+        printJsonLine(json());
+    else if (request.has(Options::json))
+        print(json());
+    else if (request.has(Options::keys))
+        printKeys(document);
+    else
+        printForPeople(document);
+    return Success;
+}
+
 } // namespace
 
 ExitCode showCommand(const Request& request)
 {
-    const QString file = request.files.at(0);
-    Document document;
-    if (!document.load(file))
-        return fail(file, document.problem());
-    const bool asJson = request.has(Options::json);
-    if (document.spectral() && asJson)
-        print(spectralJson(file, *document.spectral()));
-    else if (document.spectral())
-        print(spectralText(*document.spectral()));
-    else if (asJson)
-        print(jsonOf(file, document));
-    else
-        printText(document);
-    return Success;
+    const bool headed = request.isForSeveral() && !request.has(Options::jsonl);
+    if (headed && request.has(Options::json))
+        return fail(WrongUsage, QLatin1String("--json takes one FILE; --jsonl takes several"));
+    ExitCode result = Success;
+    bool first = true;
+    for (const QString& file : request.files) {
+        if (headed)
+            print(QLatin1String(first ? "" : "\n") + QLatin1String("==> ") + printable(file) +
+                  QLatin1String(" <==\n"));
+        first = false;
+        if (show(file, request) != Success)
+            result = BadFile;
+    }
+    return result;
 }

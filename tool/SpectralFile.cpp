@@ -260,7 +260,7 @@ QString problemOf(const QString& path)
     if (reader.createXMLDocumentFormFile(path, &message, &line, &column))
         return QLatin1String("not a spectral-analysis file");
     if (message.isEmpty())
-        return QLatin1String("cannot be opened");
+        return explained(eSTATUS_FILE_OPEN_FAILED, path);
     return QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(message);
 }
 

@@ -4,7 +4,6 @@
 #include "Terminal.h"
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QJsonDocument>
 
 #include <algorithm>
 
@@ -93,22 +92,19 @@ void TableWriter::finish()
 
 CsvWriter::CsvWriter()
 {
-    print(csvLine(csvHead()));
+    printExact(csvLine(csvHead()));
 }
 
 void CsvWriter::add(const Found& found)
 {
     if (isReadable(found))
-        print(csvLine(csvRow(found.acquisition)));
+        printExact(csvLine(csvRow(found.acquisition)));
 }
 
 void JsonLinesWriter::add(const Found& found)
 {
     if (isReadable(found))
-        print(
-            QString::fromUtf8(
-                QJsonDocument(acquisitionJson(found.acquisition)).toJson(QJsonDocument::Compact)) +
-            QLatin1Char('\n'));
+        printJsonLine(acquisitionJson(found.acquisition));
 }
 
 void JsonWriter::add(const Found& found)

@@ -4,9 +4,69 @@
 
 #include <QtCore/QJsonDocument>
 
+#include <algorithm>
 #include <cstdio>
 
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace {
+
+/** Whether a character is of C0 or C1, or DEL. */
+bool isControl(QChar c)
+{
+    return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() < 0xA0);
+}
+
+/** The text with each of these characters spelled out, e.g. as "\\u" and four digits. */
+template <typename Select>
+QString spelled(const QString& text, Select isSelected, const char* prefix, int digits)
+{
+    if (std::none_of(text.cbegin(), text.cend(), isSelected))
+        return text;
+    QString result;
+    for (const QChar c : text) {
+        const QString code = QString::number(c.unicode(), 16);
+        result += isSelected(c)
+                      ? QLatin1String(prefix) + code.rightJustified(digits, QLatin1Char('0'))
+                      : QString(c);
+    }
+    return result;
+}
+
+/** JSON spells the characters of C0 itself. */
+QString textOf(const QJsonObject& object, QJsonDocument::JsonFormat format)
+{
+    const auto isLeft = [](QChar c) { return c.unicode() >= 0x7F && isControl(c); };
+    return spelled(QString::fromUtf8(QJsonDocument(object).toJson(format)), isLeft, "\\u", 4);
+}
+
+} // namespace
+
+QString printable(const QString& text)
+{
+    return spelled(text, isControl, "\\x", 2);
+}
+
 void print(const QString& text)
+{
+    const auto isSpelled = [](QChar c) { return c != u'\n' && isControl(c); };
+    printExact(spelled(text, isSpelled, "\\x", 2));
+}
+
+bool showsOutput()
+{
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(stdout)) != 0;
+#else
+    return isatty(STDOUT_FILENO) != 0;
+#endif
+}
+
+void printExact(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
@@ -14,7 +74,7 @@ void print(const QString& text)
 
 ExitCode fail(ExitCode code, const QString& message)
 {
-    const QByteArray bytes = ("ovinfo: " + message.toUtf8() + '\n');
+    const QByteArray bytes = "ovinfo: " + printable(message).toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
     return code;
 }
@@ -26,26 +86,36 @@ ExitCode fail(const QString& file, const QString& problem)
 
 ExitCode fail(const QString& file, tag_estatus status)
 {
-    return fail(file, explained(status));
+    return fail(file, explained(status, file));
 }
 
 void print(const QJsonObject& object)
 {
-    print(QString::fromUtf8(QJsonDocument(object).toJson()));
+    printExact(textOf(object, QJsonDocument::Indented));
+}
+
+void printJsonLine(const QJsonObject& object)
+{
+    printExact(textOf(object, QJsonDocument::Compact) + QLatin1Char('\n'));
 }
 
 QString columns(const QList<QStringList>& rows)
 {
+    QList<QStringList> cells;
     QList<int> widths;
     for (const QStringList& row : rows) {
-        for (int i = 0; i < row.size(); ++i) {
-            if (i == widths.size())
+        QStringList line;
+        for (const QString& cell : row) {
+            line += printable(cell);
+            if (line.size() > widths.size())
                 widths.append(0);
-            widths[i] = qMax(widths.at(i), int(row.at(i).size()));
+            int& width = widths[int(line.size()) - 1];
+            width = qMax(width, int(line.last().size()));
         }
+        cells += line;
     }
     QString text;
-    for (const QStringList& row : rows) {
+    for (const QStringList& row : qAsConst(cells)) {
         QString line;
         for (int i = 0; i < row.size(); ++i)
             line += row.at(i).leftJustified(widths.at(i) + 2);

@@ -20,18 +20,31 @@ enum ExitCode {
     Trouble = 2, ///< a file that is to be compared is at fault
 };
 
-/** Prints a text on the standard output. */
+/**
+ * A text in one line, without a control character that a terminal would obey: each is spelled as
+ * \\x1b and the like.
+ */
+QString printable(const QString& text);
+
+/** Prints lines for people on the standard output, printable but for the line ends. */
 void print(const QString& text);
 
-/** Tells what is wrong and gives the exit code back. */
+/** Prints what programs read: exactly the text. */
+void printExact(const QString& text);
+
+/** Whether what is printed on the standard output is shown on a terminal. */
+bool showsOutput();
+
+/** Tells in one line what is wrong and gives the exit code back. */
 ExitCode fail(ExitCode code, const QString& message);
 
 /** Tells what is wrong with a file; the exit code is BadFile. */
 ExitCode fail(const QString& file, const QString& problem);
 ExitCode fail(const QString& file, tag_estatus status);
 
-/** Prints a JSON object with its keys in alphabetical order. */
+/** Prints a JSON object with its keys in alphabetical order, or the same on one line. */
 void print(const QJsonObject& object);
+void printJsonLine(const QJsonObject& object);
 
 /** Lines of cells, padded so that the columns line up. */
 QString columns(const QList<QStringList>& rows);

@@ -25,6 +25,12 @@ int finish(int code, ExitCode unwritten = BadFile)
     return written ? code : fail(unwritten, QStringLiteral("the output cannot be written"));
 }
 
+/** Prints what the library tells as every other message. */
+void tell(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    fail(BadFile, text);
+}
+
 int runVerb(const Verb& verb, const QStringList& words)
 {
     Request request;
@@ -37,6 +43,7 @@ int runVerb(const Verb& verb, const QStringList& words)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
+    qInstallMessageHandler(tell);
     const QStringList words = QCoreApplication::arguments();
     const QString name = words.value(1);
     if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
