@@ -607,7 +607,7 @@ private Q_SLOTS:
         const QString readMe = QString::fromUtf8(support::readFile(sources + "../README.md"_s)).simplified();
         const QString zsh = QString::fromUtf8(support::readFile(sources + "completions/_ovinfo"_s));
         const QString bash = "source "_s + sources + "completions/ovinfo.bash; "_s;
-        const QString help = run({"--help"_s}).output;
+        const QString help = run({"--help"_s}).output.replace(QRegularExpression("\n   +"_s), " "_s);
         const QStringList verbs = namesIn(help, "\n  (\\w+) +\\w"_s);
         QCOMPARE(verbs, namesIn(manual, "\n\\.It Cm (\\w+)"_s));
         const QString bashVerbs = shell(bash + "COMP_WORDS=(ovinfo ''); COMP_CWORD=1; _ovinfo; echo ${COMPREPLY[*]}"_s);
@@ -622,7 +622,7 @@ private Q_SLOTS:
             const QString listed = "ovinfo "_s + verb + u' ' + arguments + u' ' + summary;
             QVERIFY2(readMe.contains(listed), qPrintable(listed));
             const QString bashOptions = shell(bash + "_ovinfo_options "_s + verb);
-            const QStringList options = namesIn(verbHelp, "\n  (?:-h, )?--([\\w-]+)"_s);
+            const QStringList options = namesIn(verbHelp, "\n  (?:-\\w, )?--([\\w-]+)"_s);
             QCOMPARE(sorted(namesIn(bashOptions, "--([\\w-]+)"_s)), sorted(options));
             QString zshOptions = shell("sed -n '/^"_s + verb + ")/,/;;$/p' "_s + sources + "completions/_ovinfo"_s);
             zshOptions.replace("$lists"_s, "--from-file[ --from-file0["_s);

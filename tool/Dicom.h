@@ -13,8 +13,8 @@
  * Follows the data elements of a DICOM file to the first place where none can begin: the end of the
  * file, bytes that were appended, or an element that was cut.
  *
- * @return nothing when the file is no DICOM file, is compressed or big-endian as a whole, or holds a
- *         sequence that cannot be followed
+ * @return nothing when the file is no DICOM file, is compressed or big-endian as a whole, or holds
+ * a sequence that cannot be followed
  */
 std::optional<int> dataSetEnd(const QByteArray& bytes);
 

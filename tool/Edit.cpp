@@ -2,7 +2,6 @@
 
 #include "Entries.h"
 #include "InfoScan.h"
-#include "Terminal.h"
 
 #include <algorithm>
 
@@ -236,42 +235,4 @@ bool isEditedOnly(const Document& before, const Document& after, const Edit& edi
             return false;
     }
     return true;
-}
-
-QString diffOf(const QString& file, const QByteArray& before, const QByteArray& after)
-{
-    const auto textsOf = [](const QByteArray& bytes) {
-        QList<QByteArray> texts;
-        for (const InfoLine& line : linesOf(bytes, {0, int(bytes.size())}, 1))
-            texts += bytes.mid(line.span.start, line.span.end - line.span.start);
-        return texts;
-    };
-    QList<QByteArray> old = textsOf(before);
-    QList<QByteArray> now = textsOf(after);
-    int line = 1;
-    for (; !old.isEmpty() && !now.isEmpty() && old.first() == now.first(); ++line) {
-        old.removeFirst();
-        now.removeFirst();
-    }
-    while (!old.isEmpty() && !now.isEmpty() && old.last() == now.last()) {
-        old.removeLast();
-        now.removeLast();
-    }
-    if (old.isEmpty() && now.isEmpty())
-        return {};
-    const auto range = [&](const QList<QByteArray>& lines) {
-        return QStringLiteral("%1,%2").arg(lines.isEmpty() ? line - 1 : line).arg(lines.size());
-    };
-    QString text = QStringLiteral("--- %1\n+++ %1\n@@ -%2 +%3 @@\n")
-                       .arg(printable(file), range(old), range(now));
-    const auto add = [&](char sign, const QList<QByteArray>& lines) {
-        for (const QByteArray& bytes : lines)
-            text +=
-                QLatin1Char(sign) +
-                printable(isUtf8(bytes) ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes)) +
-                QLatin1Char('\n');
-    };
-    add('-', old);
-    add('+', now);
-    return text;
 }

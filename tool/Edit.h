@@ -41,7 +41,4 @@ Edited edited(const Document& document, const Edit& edit);
 /** Whether a document differs from an earlier one by an edit, and by nothing else. */
 bool isEditedOnly(const Document& before, const Document& after, const Edit& edit);
 
-/** Two versions of a file as a unified diff; empty when they are the same. */
-QString diffOf(const QString& file, const QByteArray& before, const QByteArray& after);
-
 #endif

@@ -23,13 +23,12 @@ void addOptions(const Verb& verb, QCommandLineParser* parser)
             QCommandLineParser::ParseAsPositionalArguments);
 }
 
-QString helpOf(const Verb& verb, const QCommandLineParser& parser)
+QString helpOf(const Verb& verb)
 {
     const QStringList usage = {QStringLiteral("Usage: ovinfo"), QLatin1String(verb.name)};
     const QStringList description = QString::fromLatin1(verb.description).split(QLatin1Char(' '));
-    // Qt's own usage line names the program's path, and no verb.
     return wrapped(usage + synopsis(verb), 7) + QLatin1Char('\n') + wrapped(description, 0) +
-           parser.helpText().section(QLatin1Char('\n'), 1);
+           QLatin1String("\nOptions:\n") + described(optionRows(verb));
 }
 
 ExitCode wrongUsage(const Verb& verb, const QString& problem)
@@ -139,7 +138,7 @@ std::optional<ExitCode> parse(const Verb& verb, const QStringList& words, Reques
         return wrongUsage(verb,
                           parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$"))));
     if (parser.isSet(QStringLiteral("help"))) {
-        print(helpOf(verb, parser));
+        print(helpOf(verb));
         return Success;
     }
     for (const Option& option : verb.options) {

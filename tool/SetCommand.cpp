@@ -2,6 +2,7 @@
 #include "Edit.h"
 #include "Entries.h"
 #include "Files.h"
+#include "LineDiff.h"
 #include "Terminal.h"
 
 #include <QtCore/QTemporaryFile>
@@ -32,7 +33,7 @@ ExitCode change(const QString& file, const Edit& edit, bool dryRun)
         return fail(file, QLatin1String("would not read back with that value alone changed; not "
                                         "changed"));
     if (dryRun) {
-        print(diffOf(file, document.bytes(), bytes));
+        print(lineDiff(file, document.bytes(), bytes, document.textStart()));
         return Success;
     }
     const QString problem = rewriteFile(file, document.bytes(), bytes);

@@ -10,6 +10,7 @@
 #ifdef Q_OS_WIN
 #include <io.h>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -35,6 +36,20 @@ QString spelled(const QString& text, Select isSelected, const char* prefix, int 
                       : QString(c);
     }
     return result;
+}
+
+/** The columns of the terminal that shows the output, within reason; 79 for none. */
+int outputWidth()
+{
+    constexpr int narrowest = 40;
+    constexpr int widest = 79;
+#ifdef Q_OS_WIN
+    return widest;
+#else
+    winsize size = {};
+    const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? qBound(narrowest, int(size.ws_col) - 1, widest) : widest;
+#endif
 }
 
 /** JSON spells the characters of C0 itself. */
@@ -128,7 +143,7 @@ QString columns(const QList<QStringList>& rows)
 
 QString wrapped(const QStringList& words, int indent)
 {
-    constexpr int width = 79;
+    const int width = outputWidth();
     QString text;
     QString line;
     for (const QString& word : words) {
@@ -140,6 +155,20 @@ QString wrapped(const QStringList& words, int indent)
         }
     }
     return text + line + QLatin1Char('\n');
+}
+
+QString described(const QList<QStringList>& rows)
+{
+    int width = 0;
+    for (const QStringList& row : rows)
+        width = qMax(width, int(row.at(0).size()));
+    QString text;
+    for (const QStringList& row : rows) {
+        // The blank between words is the second one between name and description.
+        const QString name = QLatin1String("  ") + row.at(0).leftJustified(width + 1);
+        text += wrapped(QStringList(name) + row.at(1).split(QLatin1Char(' ')), width + 4);
+    }
+    return text;
 }
 
 QString counted(int count, const char* thing)

@@ -49,8 +49,14 @@ void printJsonLine(const QJsonObject& object);
 /** Lines of cells, padded so that the columns line up. */
 QString columns(const QList<QStringList>& rows);
 
-/** Words in lines of at most 79 characters, all but the first one indented; a line end follows. */
+/**
+ * Words in lines that the terminal holds, or 79 characters when it is wider; all but the first line
+ * are indented, and a line end follows.
+ */
 QString wrapped(const QStringList& words, int indent);
+
+/** Names with what they are, wrapped; the rows are pairs. */
+QString described(const QList<QStringList>& rows);
 
 /** A number of things: "1 section", "3 sections". */
 QString counted(int count, const char* thing);

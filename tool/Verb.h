@@ -35,6 +35,9 @@ const Verb* findVerb(const QString& name);
 /** The verbs with their summaries, for people. */
 QString verbList();
 
+/** The options of a verb as it takes them, each with its description. */
+QList<QStringList> optionRows(const Verb& verb);
+
 /** The options and arguments of a verb in the form of a usage line, each part by itself. */
 QStringList synopsis(const Verb& verb);
 

@@ -117,8 +117,16 @@ QString verbList()
 {
     QList<QStringList> rows;
     for (const Verb& verb : verbs)
-        rows.append({QLatin1String("  ") + QLatin1String(verb.name), QLatin1String(verb.summary)});
-    return columns(rows);
+        rows.append({QLatin1String(verb.name), QLatin1String(verb.summary)});
+    return described(rows);
+}
+
+QList<QStringList> optionRows(const Verb& verb)
+{
+    QList<QStringList> rows = {{QStringLiteral("-h, --help"), QStringLiteral("Prints this help.")}};
+    for (const Option& option : verb.options)
+        rows.append({spelled(option), QLatin1String(option.description)});
+    return rows;
 }
 
 QStringList synopsis(const Verb& verb)

@@ -8,14 +8,19 @@
 
 namespace {
 
+QString wrappedText(const char* text)
+{
+    return wrapped(QString::fromLatin1(text).split(QLatin1Char(' ')), 0);
+}
+
 QString helpText()
 {
-    return QLatin1String("ovinfo reads, checks and edits the data files of Orvane.\n"
-                         "Usage: ovinfo VERB [OPTION...] FILE...\n\n") +
-           verbList() +
-           QLatin1String("\n'ovinfo VERB --help' tells more, 'ovinfo --version' the version.\n"
-                         "Exit codes: 0 done, 1 a file is at fault or two differ,\n"
-                         "2 wrong usage (diff: or a file cannot be read).\n");
+    return wrappedText("ovinfo reads, checks and edits the data files of Orvane.") +
+           QLatin1String("Usage: ovinfo VERB [OPTION...] FILE...\n\n") + verbList() +
+           QLatin1Char('\n') +
+           wrappedText("'ovinfo VERB --help' tells more, 'ovinfo --version' the version. Exit "
+                       "codes: 0 done, 1 a file is at fault or two differ, 2 wrong usage (diff: "
+                       "or a file cannot be read).");
 }
 
 /** Sees to it that the output has arrived before success is claimed. */
