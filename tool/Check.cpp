@@ -83,8 +83,10 @@ public:
 private:
     void checkEncoding(const Document& document);
     bool checkHeader(const InfoBlock& block, bool catalogue);
+    bool checkLoneNumber(int line);
     bool checkClickNumber(const InfoBlock& block);
     bool checkBlock(const InfoBlock& block, bool catalogue, Places* sections);
+    void checkSkipped(const InfoBlock& block, int first);
     void checkChunk(const InfoBlock& block, Places* sections);
     void checkLines(const InfoBlock& block);
     void checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut, Places* keys);
@@ -143,22 +145,25 @@ bool Checker::checkHeader(const InfoBlock& block, bool catalogue)
     return false;
 }
 
+/** A section without a line gives no number; false when the load stops at it. */
+bool Checker::checkLoneNumber(int line)
+{
+    const QString message =
+        QStringLiteral("no line stands in section 'ClickNumber', so its number is not read");
+    const QString end = QStringLiteral("; the load stops here with %1, the rest of the file is not "
+                                       "read")
+                            .arg(getStatusString(eSTATUS_EMPTY_SECTION_KEY));
+    problem(line, "click-number-alone", m_hasClickNumber ? message : message + end);
+    return m_hasClickNumber;
+}
+
 /** The click number that a "ClickNumber" section gives; false when the load stops. */
 bool Checker::checkClickNumber(const InfoBlock& block)
 {
     constexpr int longest = 31;
     const int line = block.header.number;
-    if (!hasText(m_bytes, block.lines)) {
-        const QString message = QStringLiteral("no line stands in section 'ClickNumber', so its "
-                                               "number is not read");
-        problem(line, "click-number-alone",
-                m_hasClickNumber
-                    ? message
-                    : message + QStringLiteral("; the load stops here with %1, the rest of the "
-                                               "file is not read")
-                                    .arg(getStatusString(eSTATUS_EMPTY_SECTION_KEY)));
-        return m_hasClickNumber;
-    }
+    if (!hasText(m_bytes, block.lines))
+        return checkLoneNumber(line);
     m_hasClickNumber = true;
     const QString number =
         decoded(block, textOf(m_bytes, cutLine(m_bytes, block.header.span).after));
@@ -173,7 +178,8 @@ bool Checker::checkClickNumber(const InfoBlock& block)
                     .arg(quoted(number), quoted((QLatin1Char('X') + number).left(longest))));
     else if (number.size() > longest)
         problem(line, "click-number-cut",
-                QStringLiteral("the click number is longer than 31 characters; it is read as %1")
+                QStringLiteral("the click number is longer than %1 characters; it is read as %2")
+                    .arg(longest)
                     .arg(quoted(number.left(longest))));
     return true;
 }
@@ -331,33 +337,37 @@ void Checker::checkCharacters(const InfoBlock& block)
 constexpr QLatin1String readAgain[] = {Section::Sequence, Section::ClickNumbers, Section::UserInput,
                                        Section::GraphControls};
 
+/** The section that is skipped because its key stood in an earlier line. */
+void Checker::checkSkipped(const InfoBlock& block, int first)
+{
+    const bool again =
+        std::find(std::begin(readAgain), std::end(readAgain), block.key) != std::end(readAgain);
+    problem(block.header.number, "section-twice",
+            QStringLiteral("section %1 again (first in line %2); it is skipped%3")
+                .arg(quoted(block.key))
+                .arg(first)
+                .arg(QLatin1String(again ? ", but what the sequence takes from it counts" : "")));
+}
+
 void Checker::checkChunk(const InfoBlock& block, Places* sections)
 {
     const int line = block.header.number;
     if (block.inLine)
         problem(line, "mark-in-line",
                 QStringLiteral("'*** ' inside a line; a section begins there"));
-    const FaultText* const row = faultText(sequenceFaults, block.fault);
-    if (row)
+    if (const FaultText* const row = faultText(sequenceFaults, block.fault))
         problem(line, row->code, QLatin1String(row->message));
     if (block.fault == HeaderFault::NoColon || block.fault == HeaderFault::TooFar ||
         block.fault == HeaderFault::EmptyKey)
         return;
     if (sections->contains(block.key)) {
-        const bool again =
-            std::find(std::begin(readAgain), std::end(readAgain), block.key) != std::end(readAgain);
-        problem(
-            line, "section-twice",
-            QStringLiteral("section %1 again (first in line %2); it is skipped%3")
-                .arg(quoted(block.key))
-                .arg(sections->value(block.key))
-                .arg(QLatin1String(again ? ", but what the sequence takes from it counts" : "")));
+        checkSkipped(block, sections->value(block.key));
         return;
     }
     sections->insert(block.key, line);
     if (textOf(m_bytes, cutLine(m_bytes, block.header.span).after).contains('#'))
         note(line, "name-comment",
-             QStringLiteral("a comment behind the section name; a save drops it"));
+             QStringLiteral("a comment after the section name; a save drops it"));
     if (block.open)
         problem(line, "header-without-line-end",
                 QStringLiteral("no line end follows the header; the section has no name, and the "

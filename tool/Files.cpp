@@ -1,5 +1,7 @@
 #include "Files.h"
 
+#include "internal/TextFile.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -7,9 +9,6 @@
 #include <filesystem>
 
 namespace {
-
-/** The largest file that the library reads. */
-constexpr qint64 maxFileSize = qint64(512) * 1024 * 1024;
 
 struct Explanation
 {
@@ -85,7 +84,7 @@ std::optional<QByteArray> readFile(const QString& path, QString* problem)
         *problem = explained(eSTATUS_FILE_OPEN_FAILED, path);
         return std::nullopt;
     }
-    if (file.size() > maxFileSize) {
+    if (file.size() > ovparser::internal::maxTextFileSize) {
         *problem = explained(eSTATUS_OUT_OF_MEMORY, path);
         return std::nullopt;
     }
