@@ -215,6 +215,7 @@ private Q_SLOTS:
         row("add to a sequence", add, {"Sequence"_s, "k"_s, "\u20ac"_s}, "*** Sequence: S\n\n*** ClickNumbers:\n1: A\n",
             "*** Sequence: S\nk:\t\xE2\x82\xAC\n\n*** ClickNumbers:\n1: A\n");
         row("add no key", add, {"A"_s, "# k"_s, "1"_s}, info, info, "would not read back");
+        row("add an empty key", add, {"A"_s, ""_s, "1"_s}, info, info, "no such key");
         row("add to an index", add, {"Structure reference1"_s, "k"_s, "1"_s}, "*** Structure reference:A\n",
             "*** Structure reference:A\n", "nothing can be added");
         row("unset", unset, {"a"_s, "k"_s}, info, "*** A: n\r\nx: 1\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n");

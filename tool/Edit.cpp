@@ -203,7 +203,7 @@ bool isAdded(const CPLSection& section, const Edit& edit)
 Edited edited(const Document& document, const Edit& edit)
 {
     const CPLSection* const section = document.section(edit.section);
-    const bool adds = edit.kind == Edit::SetOrAdd;
+    const bool adds = edit.kind == Edit::SetOrAdd && !edit.key.isEmpty();
     if (!section && !adds)
         return missing(eSTATUS_SECTION_NOT_FOUND, edit.section);
     const bool isThere = section && !edit.key.isEmpty() && section->isKeyPresent(edit.key);
