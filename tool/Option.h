@@ -20,6 +20,7 @@ struct Option
     const char* value = nullptr; ///< what the value is called; null for an option without one
     const char* description = "";
     Role role = Plain;
+    const char* letter = nullptr; ///< its short form; null when it has none
 };
 
 namespace Options {
@@ -49,6 +50,25 @@ inline constexpr Option recursive = {"recursive", nullptr,
                                      "Reads every sequence and acquisition below the folders."};
 inline constexpr Option jobs = {"jobs", "N",
                                 "Reads with N threads; as many as there are cores if not given."};
+inline constexpr Option column = {"column", "SECTION/KEY",
+                                  "Tells the value of a key as well; may be given several times."};
+inline constexpr Option all = {"all", nullptr,
+                               "Tells every section, as 'show --json' does; for JSON."};
+inline constexpr Option spreadsheet = {
+    "spreadsheet", nullptr,
+    "Makes CSV for spreadsheets: byte-order mark, no cell that is taken for a formula."};
+inline constexpr Option failures = {"failures", "FILE",
+                                    "Writes what cannot be read to a file, as JSON lines."};
+inline constexpr Option noFollow = {"no-follow", nullptr, "Follows no link."};
+inline constexpr Option relativeTo = {"relative-to", "FOLDER", "Tells paths from a folder on."};
+inline constexpr Option shard = {
+    "shard", "K/N", "Reads the K-th of N parts only; a sequence and its acquisitions stay whole."};
+inline constexpr Option merge = {"merge", nullptr,
+                                 "Puts the results of several runs together; takes their files."};
+inline constexpr Option indexFile = {"output", "FILE", "The index.", Option::Required, "o"};
+inline constexpr Option where = {
+    "where", "SECTION/KEY=VALUE",
+    "Only files with this value; with < or > numbers are compared. May be given several times."};
 inline constexpr Option user = {"user", "ID",
                                 "The user, without whom there is no click number; it begins so.",
                                 Option::Required};

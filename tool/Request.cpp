@@ -15,9 +15,12 @@ void addOptions(const Verb& verb, QCommandLineParser* parser)
 {
     parser->addOption(
         {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Prints this help.")});
-    for (const Option& option : verb.options)
-        parser->addOption({QLatin1String(option.name), QLatin1String(option.description),
-                           QLatin1String(option.value)});
+    for (const Option& option : verb.options) {
+        QStringList names = {QLatin1String(option.name)};
+        if (option.letter)
+            names.prepend(QLatin1String(option.letter));
+        parser->addOption({names, QLatin1String(option.description), QLatin1String(option.value)});
+    }
     if (verb.optionsFirst)
         parser->setOptionsAfterPositionalArgumentsMode(
             QCommandLineParser::ParseAsPositionalArguments);

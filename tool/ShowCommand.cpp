@@ -61,23 +61,6 @@ void printText(const Document& document)
         printSection(*section);
 }
 
-QJsonObject entryJson(const Entry& entry)
-{
-    if (!entry.isPair())
-        return object({{"comment", entry.comment}});
-    return object(
-        {{"key", entry.key}, {"value", entry.value}, {"comment", textOrNull(entry.comment)}});
-}
-
-QJsonObject sectionJson(const CPLSection* section)
-{
-    const CommentedText name = nameOf(*section);
-    return object({{"key", keyOf(*section)},
-                   {"name", name.text},
-                   {"comment", textOrNull(name.comment)},
-                   {"entries", arrayOf(entriesOf(*section), entryJson)}});
-}
-
 QJsonObject jsonOf(const QString& file, const Document& document)
 {
     return withSchema("ovinfo-show/1",
@@ -85,7 +68,9 @@ QJsonObject jsonOf(const QString& file, const Document& document)
                        {"kind", document.kindName()},
                        {"clickNumber", textOrNull(document.clickNumber())},
                        {"preamble", QJsonArray::fromStringList(document.preamble())},
-                       {"sections", arrayOf(document.sections(), sectionJson)}});
+                       {"sections", arrayOf(document.sections(), [](const CPLSection* section) {
+                            return sectionJson(textOf(*section));
+                        })}});
 }
 
 void printKeys(const Document& document)

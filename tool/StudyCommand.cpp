@@ -1,10 +1,12 @@
-#include "Archive.h"
+#include "ArchiveRequest.h"
 #include "Commands.h"
+#include "FailureList.h"
+#include "Interrupt.h"
 #include "Progress.h"
+#include "StudyMerge.h"
 #include "StudyWriter.h"
 #include "Terminal.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -22,66 +24,76 @@ public:
     {
         if (found.kind == Found::AcquisitionFile)
             ++m_acquisitions;
-        if (!found.problem.isEmpty())
-            m_failures += {found.acquisition.path, found.problem};
+        m_failures.add(found);
         m_progress.clear();
         m_writer->add(found);
-        m_progress.show(found.progress, m_acquisitions, int(m_failures.size()));
+        m_progress.show(found.progress, m_acquisitions, "acquisition", m_failures.count());
     }
 
-    ExitCode finish()
+    /** @param list  a file for the failures; empty: they are told */
+    ExitCode finish(const QString& list)
     {
         m_progress.clear();
-        m_writer->finish();
-        for (const auto& failure : qAsConst(m_failures))
-            fail(failure.first, failure.second);
-        return m_failures.isEmpty() ? Success : BadFile;
+        const QString problem = m_writer->finish();
+        if (!problem.isEmpty())
+            return fail(BadFile, problem);
+        return m_failures.tell(list);
     }
 
 private:
     std::unique_ptr<StudyWriter> m_writer;
     Progress m_progress;
     int m_acquisitions = 0;
-    QList<QPair<QString, QString>> m_failures;
+    FailureList m_failures;
 };
 
-ExitCode study(const QStringList& folders, bool recursive, int jobs,
-               std::unique_ptr<StudyWriter> writer)
-{
-    Study study(std::move(writer));
-    ArchiveReader reader(jobs, [&](const Found& found) { study.add(found); });
-    ArchiveWalk walk(recursive, [&](Found found) {
-        reader.add(std::move(found));
-        return std::ferror(stdout) == 0; // nobody takes the output any more
-    });
-    const double span = 1.0 / double(folders.size());
-    for (int i = 0; i < folders.size(); ++i) {
-        if (!walk.walk(folders.at(i), span * i, span))
-            break;
-    }
-    reader.finish();
-    return study.finish();
-}
-
-std::unique_ptr<StudyWriter> writerFor(const Request& request)
+std::unique_ptr<StudyWriter> writerFor(const Request& request, const Wanted& wanted)
 {
     if (request.has(Options::csv))
-        return std::make_unique<CsvWriter>();
-    if (request.has(Options::jsonl))
-        return std::make_unique<JsonLinesWriter>();
+        return std::make_unique<CsvWriter>(wanted, request.has(Options::spreadsheet));
+    if (request.has(Options::jsonl) || request.has(Options::merge))
+        return std::make_unique<JsonLinesWriter>(wanted);
     if (request.has(Options::json))
-        return std::make_unique<JsonWriter>();
-    return std::make_unique<TableWriter>(request.has(Options::recursive) ||
-                                         request.files.size() > 1);
+        return std::make_unique<JsonWriter>(wanted);
+    return std::make_unique<TableWriter>(wanted, request.has(Options::recursive) ||
+                                                     request.files.size() > 1);
+}
+
+/** Options that do not go together; empty when all do. */
+QString conflictIn(const Request& request)
+{
+    if (request.has(Options::spreadsheet) && !request.has(Options::csv))
+        return QStringLiteral("--spreadsheet goes with --csv");
+    if (request.has(Options::all) && !request.has(Options::json) && !request.has(Options::jsonl))
+        return QStringLiteral("--all goes with --json or --jsonl");
+    if (request.has(Options::merge) && request.has(Options::json))
+        return QStringLiteral("--merge goes with --jsonl or --csv");
+    return {};
 }
 
 } // namespace
 
 ExitCode studyCommand(const Request& request)
 {
-    const int cores = std::max(1, int(std::thread::hardware_concurrency()));
-    const int threads = request.has(Options::jobs) ? request.value(Options::jobs).toInt() : cores;
-    if (threads < 1 || threads > 256)
-        return fail(WrongUsage, QLatin1String("--jobs takes a number from 1 to 256"));
-    return study(request.files, request.has(Options::recursive), threads, writerFor(request));
+    const QString conflict = conflictIn(request);
+    if (!conflict.isEmpty())
+        return fail(WrongUsage, conflict);
+    const auto archive = archiveRequestOf(request);
+    if (!archive)
+        return WrongUsage;
+    const Interrupt interrupt;
+    auto writer = writerFor(request, archive->wanted);
+    if (request.has(Options::merge))
+        return mergeRecords(request.files, writer.get());
+    Study study(std::move(writer));
+    ArchiveReader reader(archive->jobs, archive->wanted,
+                         [&](const Found& found) { study.add(found); });
+    ArchiveWalk walk(archive->walk, [&](Found found) {
+        reader.add(std::move(found));
+        // Stops also when nobody takes the output any more.
+        return !Interrupt::isAsked() && std::ferror(stdout) == 0;
+    });
+    walk.walk(request.files);
+    reader.finish();
+    return study.finish(request.value(Options::failures));
 }

@@ -111,7 +111,12 @@ void print(const QJsonObject& object)
 
 void printJsonLine(const QJsonObject& object)
 {
-    printExact(textOf(object, QJsonDocument::Compact) + QLatin1Char('\n'));
+    printExact(jsonLine(object));
+}
+
+QString jsonLine(const QJsonObject& object)
+{
+    return textOf(object, QJsonDocument::Compact) + QLatin1Char('\n');
 }
 
 QString columns(const QList<QStringList>& rows)

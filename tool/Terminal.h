@@ -46,6 +46,9 @@ ExitCode fail(const QString& file, tag_estatus status);
 void print(const QJsonObject& object);
 void printJsonLine(const QJsonObject& object);
 
+/** A JSON object on one line, which ends in LF. */
+QString jsonLine(const QJsonObject& object);
+
 /** Lines of cells, padded so that the columns line up. */
 QString columns(const QList<QStringList>& rows);
 

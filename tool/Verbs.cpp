@@ -73,7 +73,22 @@ const Verb verbs[] = {
      "Prints sequence folders: each sequence and a table of its acquisitions. Exposure, binning "
      "and field of view are those of the main image. What cannot be read is told at the end.",
      studyCommand,
-     {recursive, json, jsonl, csv, jobs, fromFile}},
+     {recursive, json, jsonl, csv, spreadsheet, column, all, failures, jobs, fromFile, noFollow,
+      relativeTo, shard, merge}},
+    {"index",
+     "FOLDER...",
+     "index a whole archive in one SQLite file",
+     "Reads every file of archives into one SQLite file: the files, their acquisitions and every "
+     "value. Run again it reads only what has changed. Each moment leaves a valid index.",
+     indexCommand,
+     {indexFile, failures, jobs, fromFile, noFollow, relativeTo, shard, merge}},
+    {"query",
+     "INDEX SECTION KEY...",
+     "print values from an index",
+     "Prints the values of keys for every file of an index that has one of them. Several pairs of "
+     "SECTION and KEY may be given.",
+     queryCommand,
+     {csv, jsonl, where}},
     {"presets",
      "FILE|FOLDER",
      "print the menu names of settings with their files",
