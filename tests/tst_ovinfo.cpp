@@ -113,8 +113,17 @@ private Q_SLOTS:
                      QStringList{"Plot of Roi\nWavelength (nm)  Intensity\n0                2\n"_s}, ""_s);
         support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: no such file"_s);
         support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
-        support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,
-                     "absent/SequenceInfo.txt: no such file (eSTATUS_FILE_NOT_FOUND)"_s);
+        support::row("study of no folder", QStringList{"study"_s, "absent"_s}, 1, none,
+                     "absent: no such folder (eSTATUS_FILE_NOT_FOUND)"_s);
+        support::row("study of a file", QStringList{"study"_s, click}, 1, none, "ClickInfo.txt: a file; name its "_s);
+        support::row("study of no sequence", QStringList{"study"_s, support::example("settings")}, 1, none,
+                     "settings: holds no SequenceInfo.txt; --recursive reads what lies below"_s);
+        for (const char* const part : {"0/2", "3/2", "1", "1/2x"})
+            support::row(part, QStringList{"study"_s, "--shard"_s, QLatin1String(part), study}, 2, none, "--shard"_s);
+        support::row("spreadsheet without CSV", QStringList{"study"_s, "--spreadsheet"_s, study}, 2, none, "--csv"_s);
+        support::row("no column", QStringList{"study"_s, "--column"_s, "x"_s, study}, 2, none, "SECTION/KEY"_s);
+        support::row("shard of a check", QStringList{"check"_s, "--recursive"_s, "--shard"_s, "1/1"_s, study}, 0,
+                     QStringList{"SequenceInfo.txt: no problems"_s}, ""_s);
     }
 
     void answers()

@@ -1,3 +1,4 @@
+#include "ArchiveRequest.h"
 #include "Check.h"
 #include "Commands.h"
 #include "Document.h"
@@ -78,18 +79,24 @@ bool isDataFile(const QFileInfo& file)
 class CheckRun
 {
 public:
-    explicit CheckRun(const Request& request)
+    CheckRun(const Request& request, Shard shard)
         : m_request(request)
+        , m_shard(shard)
     {}
 
     void check(const QString& path);
-    void checkBelow(const QString& folder);
+
+    /** Checks the data files in and below a folder, or a file, as far as they are in the shard. */
+    void checkAll(const QString& path);
     ExitCode finish();
 
 private:
     void print(const QString& path, const CheckedFile& checked);
+    void checkBelow(const QString& folder, const QString& sequence);
 
     const Request& m_request;
+    Shard m_shard;
+    QString m_top; ///< the folder that is given
     ExitCode m_result = Success;
     QJsonArray m_files;      ///< for one object
     QSet<QString> m_visited; ///< folders, so that no link leads in a circle
@@ -117,15 +124,25 @@ void CheckRun::print(const QString& path, const CheckedFile& checked)
         printText(path, checked);
 }
 
-void CheckRun::checkBelow(const QString& folder)
+void CheckRun::checkAll(const QString& path)
 {
-    if (!QFileInfo(folder).isDir()) {
-        check(folder);
-        return;
-    }
+    m_top = path;
+    if (QFileInfo(path).isDir())
+        checkBelow(path, QString());
+    else if (m_shard.holds(QString()))
+        check(path);
+}
+
+/** @param sequence  the folder above when it is that of a sequence, else empty */
+void CheckRun::checkBelow(const QString& folder, const QString& sequence)
+{
     const QDir directory(folder);
+    const bool isSequence = directory.exists(PLKeyword::File::SequenceInfo);
+    const bool holds =
+        m_shard.holds(below(m_top, isSequence || sequence.isEmpty() ? folder : sequence));
     if (!directory.isReadable()) {
-        m_result = fail(folder, explained(eSTATUS_FILE_OPEN_FAILED, folder));
+        if (holds)
+            m_result = fail(folder, explained(eSTATUS_FILE_OPEN_FAILED, folder));
         return;
     }
     const QString place = directory.canonicalPath();
@@ -136,8 +153,8 @@ void CheckRun::checkBelow(const QString& folder)
         directory.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QFileInfo& child : children) {
         if (child.isDir())
-            checkBelow(child.filePath());
-        else if (isDataFile(child))
+            checkBelow(child.filePath(), isSequence ? folder : QString());
+        else if (holds && isDataFile(child))
             check(child.filePath());
     }
 }
@@ -153,10 +170,13 @@ ExitCode CheckRun::finish()
 
 ExitCode checkCommand(const Request& request)
 {
-    CheckRun run(request);
+    const auto shard = shardOf(request);
+    if (!shard)
+        return WrongUsage;
+    CheckRun run(request, *shard);
     for (const QString& path : request.files) {
         if (request.has(Options::below))
-            run.checkBelow(path);
+            run.checkAll(path);
         else
             run.check(path);
     }

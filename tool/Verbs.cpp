@@ -50,7 +50,7 @@ const Verb verbs[] = {
      "Tells what is wrong with files, line by line, and what the library makes of it. The exit "
      "code is 1 when there is a problem; a note tells what a save would change.",
      checkCommand,
-     {json, jsonl, quiet, below}},
+     {json, jsonl, quiet, below, shard}},
     {"strip",
      "FILE...",
      "take the click info off DICOM files again",

@@ -10,16 +10,19 @@ _ovinfo_values() {
 
 _ovinfo_options() {
     local common="-h --help"
+    local archive="--failures --jobs --from-file --no-follow --relative-to --shard --merge"
     case $1 in
     show) echo "$common --json --jsonl --keys" ;;
     get) echo "$common --json --jsonl --default --from-file --from-file0" ;;
     set) echo "$common --add --dry-run --from-file --from-file0" ;;
     unset) echo "$common --dry-run --from-file --from-file0" ;;
     new) echo "$common --user --type --binning --output --force" ;;
-    check) echo "$common --json --jsonl --quiet --recursive" ;;
+    check) echo "$common --json --jsonl --quiet --recursive --shard" ;;
     diff | presets | camera) echo "$common --json" ;;
     strip) echo "$common" ;;
-    study) echo "$common --json --jsonl --csv --recursive --jobs --from-file" ;;
+    study) echo "$common --json --jsonl --csv --recursive --spreadsheet --column --all $archive" ;;
+    index) echo "$common --output $archive" ;;
+    query) echo "$common --csv --jsonl --where" ;;
     spectral) echo "$common --json --svg" ;;
     esac
 }
@@ -52,7 +55,7 @@ _ovinfo_words() {
 
 _ovinfo() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
-    local verbs="show get set unset new check strip diff study presets camera spectral"
+    local verbs="show get set unset new check strip diff study index query presets camera spectral"
     local values word
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
