@@ -123,7 +123,7 @@ private Q_SLOTS:
         support::row("spreadsheet without CSV", QStringList{"study"_s, "--spreadsheet"_s, study}, 2, none, "--csv"_s);
         support::row("no column", QStringList{"study"_s, "--column"_s, "x"_s, study}, 2, none, "SECTION/KEY"_s);
         support::row("shard of a check", QStringList{"check"_s, "--recursive"_s, "--shard"_s, "1/1"_s, study}, 0,
-                     QStringList{"SequenceInfo.txt: no problems"_s}, ""_s);
+                     QStringList{"SequenceInfo.txt: Sequence Dose response, day 3, no problems"_s}, ""_s);
     }
 
     void answers()
