@@ -25,7 +25,8 @@ public:
         if (found.kind == Found::AcquisitionFile)
             ++m_acquisitions;
         m_failures.add(found);
-        m_progress.clear();
+        if (m_sharesTerminal)
+            m_progress.clear();
         m_writer->add(found);
         m_progress.show(found.progress, m_acquisitions, "acquisition", m_failures.count());
     }
@@ -43,6 +44,7 @@ public:
 private:
     std::unique_ptr<StudyWriter> m_writer;
     Progress m_progress;
+    bool m_sharesTerminal = showsOutput(); ///< whether the records and the bar are shown together
     int m_acquisitions = 0;
     FailureList m_failures;
 };

@@ -139,7 +139,14 @@ QString CsvWriter::finish()
     return {};
 }
 
-// Each line reaches the system as a whole, so that a run that is ended leaves no half one.
+// Each line reaches the system by one call, so that a run that is ended leaves no half one.
+JsonLinesWriter::JsonLinesWriter(Wanted wanted)
+    : StudyWriter(std::move(wanted))
+{
+    static char buffer[1 << 20]; // the C library's own one divides long lines
+    std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
+}
+
 void JsonLinesWriter::addRecord(const QJsonObject& record)
 {
     printJsonLine(record);

@@ -97,7 +97,7 @@ private:
 class JsonLinesWriter : public StudyWriter
 {
 public:
-    using StudyWriter::StudyWriter;
+    explicit JsonLinesWriter(Wanted wanted);
     void addRecord(const QJsonObject& record) override;
 };
 
