@@ -44,7 +44,6 @@ private:
 
 ExitCode indexArchive(const Request& request, const ArchiveRequest& archive, const QString& path)
 {
-    const Interrupt interrupt;
     Indexing indexing(path);
     if (!indexing.update().open())
         return fail(path, indexing.update().problem());
@@ -66,6 +65,7 @@ ExitCode indexArchive(const Request& request, const ArchiveRequest& archive, con
 
 ExitCode indexCommand(const Request& request)
 {
+    const Interrupt interrupt;
     auto archive = archiveRequestOf(request);
     if (!archive)
         return WrongUsage;
