@@ -35,11 +35,17 @@ QString insertInto(const char* table, int columns)
         .arg(QLatin1String(table), placeholders(columns));
 }
 
+/** A text that is no NULL in SQL, even if it is null. */
+QVariant textFor(const QString& text)
+{
+    return text.isNull() ? QString(QLatin1String("")) : text;
+}
+
 QVariant variantOf(const QJsonValue& value)
 {
     if (value.isNull() || value.isUndefined())
         return {};
-    return value.isDouble() ? QVariant(value.toDouble()) : QVariant(cellOf(value));
+    return value.isDouble() ? QVariant(value.toDouble()) : textFor(cellOf(value));
 }
 
 QVariant textOrNone(const QString& text)
@@ -64,10 +70,17 @@ IndexBuild::IndexBuild(const QString& path)
 
 IndexBuild::~IndexBuild()
 {
-    m_insertFile = m_insertAcquisition = m_insertEntry = QSqlQuery();
+    closeStatements();
     m_file.reset();
     QFile::remove(secondFile());
     QFile::remove(finishedFile());
+}
+
+void IndexBuild::closeStatements()
+{
+    m_insertFile = QSqlQuery();
+    m_insertAcquisition = QSqlQuery();
+    m_insertEntry = QSqlQuery();
 }
 
 QString IndexBuild::problem() const
@@ -115,8 +128,8 @@ void IndexBuild::addEntries(const QList<SectionText>& sections)
 {
     int place = 0;
     for (const SectionText& section : sections) {
-        m_file->run(&m_insertEntry, {m_count, ++place, section.key, QVariant(), section.name.text,
-                                     textOrNone(section.name.comment)});
+        m_file->run(&m_insertEntry, {m_count, ++place, textFor(section.key), QVariant(),
+                                     textFor(section.name.text), textOrNone(section.name.comment)});
         for (const Entry& entry : section.entries)
             addEntry(++place, section, entry);
     }
@@ -125,11 +138,11 @@ void IndexBuild::addEntries(const QList<SectionText>& sections)
 void IndexBuild::addEntry(int place, const SectionText& section, const Entry& entry)
 {
     if (entry.isPair())
-        m_file->run(&m_insertEntry, {m_count, place, section.key, entry.key, entry.value,
-                                     textOrNone(entry.comment)});
+        m_file->run(&m_insertEntry, {m_count, place, textFor(section.key), textFor(entry.key),
+                                     textFor(entry.value), textOrNone(entry.comment)});
     else if (!entry.comment.isEmpty())
-        m_file->run(&m_insertEntry,
-                    {m_count, place, section.key, QStringLiteral("#"), QVariant(), entry.comment});
+        m_file->run(&m_insertEntry, {m_count, place, textFor(section.key), QStringLiteral("#"),
+                                     QVariant(), entry.comment});
 }
 
 void IndexBuild::add(FileRow row, IndexFile* other)
@@ -183,7 +196,7 @@ void IndexBuild::copy(qint64 first, qint64 last)
 
 bool IndexBuild::finish()
 {
-    m_insertFile = m_insertAcquisition = m_insertEntry = QSqlQuery();
+    closeStatements();
     for (const char* const statement :
          {"CREATE INDEX files_path ON files (path)",
           "CREATE INDEX acquisitions_click_number ON acquisitions (\"clickNumber\")",

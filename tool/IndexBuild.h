@@ -54,6 +54,7 @@ private:
     void addFile(FileRow row);
     void addEntries(const QList<SectionText>& sections);
     void addEntry(int place, const SectionText& section, const Entry& entry);
+    void closeStatements(); ///< which must be gone before their connection
     bool replace();
     [[nodiscard]] QString secondFile() const { return m_path + QLatin1String(".part"); }
     [[nodiscard]] QString finishedFile() const { return m_path + QLatin1String(".new"); }

@@ -153,7 +153,8 @@ bool IndexUpdate::finish()
         startWriting();
     }
     flush();
-    m_rowById = m_rowByPath = QSqlQuery();
+    m_rowById = QSqlQuery();
+    m_rowByPath = QSqlQuery();
     m_old.reset();
     return !isFailed() && m_build.finish();
 }
