@@ -20,21 +20,35 @@ QString inFolder(const QString& folder, const QString& name)
     return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
 }
 
-/** The folders in a folder that Qt passes over, since their names are none in this locale. */
-QStringList unspelledFolders(const QString& folder)
+/** A folder in a folder. */
+struct Child
+{
+    QString name;
+    bool isSpelled = true; ///< false: its name is none in this locale, and Qt cannot open it
+};
+
+bool operator<(const Child& a, const Child& b)
+{
+    return a.name < b.name;
+}
+
+/** The folders in a folder in the order of their names; it is read once. */
+std::vector<Child> subfolders(const QString& folder, bool follow)
 {
     using Entries = std::filesystem::directory_iterator;
-    QStringList names;
+    std::vector<Child> children;
     std::error_code error;
     Entries entry(QFile::encodeName(folder).toStdString(), error);
     for (; !error && entry != Entries(); entry.increment(error)) {
+        std::error_code unknown;
+        if (!entry->is_directory(unknown) || (!follow && entry->is_symlink(unknown)))
+            continue;
         const std::string name = entry->path().filename().string();
         const QString spelled = QFile::decodeName(name.c_str());
-        std::error_code unknown;
-        if (QFile::encodeName(spelled) != name.c_str() && entry->is_directory(unknown))
-            names.append(spelled);
+        children.push_back({spelled, QFile::encodeName(spelled) == name.c_str()});
     }
-    return names;
+    std::sort(children.begin(), children.end());
+    return children;
 }
 
 /** Whether a click number can name a folder in the one of its sequence. */
@@ -45,14 +59,6 @@ bool isPlainName(const QString& name)
     };
     return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..") &&
            std::none_of(name.cbegin(), name.cend(), separates);
-}
-
-QStringList subfolders(const QString& folder, bool follow)
-{
-    QDir::Filters filters = QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot;
-    if (!follow)
-        filters |= QDir::NoSymLinks;
-    return QDir(folder).entryList(filters, QDir::Name);
 }
 
 } // namespace
@@ -153,22 +159,20 @@ bool ArchiveWalk::visit(const Place& place)
 
 bool ArchiveWalk::visitChildren(const Place& place, const QSet<QString>& listed)
 {
-    const QStringList unspelled = unspelledFolders(place.folder);
-    QStringList children = subfolders(place.folder, m_options.follow) + unspelled;
-    std::sort(children.begin(), children.end());
+    const std::vector<Child> children = subfolders(place.folder, m_options.follow);
     const double step = place.span / double(qMax(1, int(children.size())));
-    Place child = place;
-    child.span = step;
-    for (const QString& name : qAsConst(children)) {
-        child.folder = inFolder(place.folder, name);
-        child.listed = listed.contains(name);
-        const bool goOn = unspelled.contains(name)
-                              ? fail(child, Found::Folder, child.folder,
-                                     QStringLiteral("this locale cannot spell the name"))
-                              : visit(child);
+    Place inner = place;
+    inner.span = step;
+    for (const Child& child : children) {
+        inner.folder = inFolder(place.folder, child.name);
+        inner.listed = listed.contains(child.name);
+        const bool goOn = child.isSpelled
+                              ? visit(inner)
+                              : fail(inner, Found::Folder, inner.folder,
+                                     QStringLiteral("this locale cannot spell the name"));
         if (!goOn)
             return false;
-        child.start += step;
+        inner.start += step;
     }
     return true;
 }
