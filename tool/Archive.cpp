@@ -24,6 +24,7 @@ QString inFolder(const QString& folder, const QString& name)
 struct Child
 {
     QString name;
+    bool isLink = false;
     bool isSpelled = true; ///< false: its name is none in this locale, and Qt cannot open it
 };
 
@@ -41,11 +42,12 @@ std::vector<Child> subfolders(const QString& folder, bool follow)
     Entries entry(QFile::encodeName(folder).toStdString(), error);
     for (; !error && entry != Entries(); entry.increment(error)) {
         std::error_code unknown;
-        if (!entry->is_directory(unknown) || (!follow && entry->is_symlink(unknown)))
+        const bool isLink = entry->is_symlink(unknown);
+        if (!entry->is_directory(unknown) || (isLink && !follow))
             continue;
         const std::string name = entry->path().filename().string();
         const QString spelled = QFile::decodeName(name.c_str());
-        children.push_back({spelled, QFile::encodeName(spelled) == name.c_str()});
+        children.push_back({spelled, isLink, QFile::encodeName(spelled) == name.c_str()});
     }
     std::sort(children.begin(), children.end());
     return children;
@@ -76,7 +78,7 @@ void ArchiveWalk::walk(QStringList folders)
     const double span = 1.0 / double(qMax(1, int(folders.size())));
     for (int i = 0; i < folders.size(); ++i) {
         m_top = folders.at(i);
-        if (!walkInto({m_top, false, span * i, span}))
+        if (!walkInto({m_top, QString(), false, span * i, span}))
             return;
     }
 }
@@ -126,13 +128,14 @@ bool ArchiveWalk::fail(const Place& place, Found::Kind kind, const QString& path
     return tell(place, std::move(found));
 }
 
-bool ArchiveWalk::visit(const Place& place)
+bool ArchiveWalk::visit(Place place)
 {
     const QFileInfo info(place.folder);
-    const QString canonical = info.canonicalFilePath();
-    if (m_visited.contains(canonical))
+    if (place.canonical.isEmpty())
+        place.canonical = info.canonicalFilePath();
+    if (m_visited.contains(place.canonical))
         return true;
-    m_visited.insert(canonical);
+    m_visited.insert(place.canonical);
     if (!info.isReadable())
         return fail(place, Found::Folder, place.folder,
                     QStringLiteral("the folder cannot be read"));
@@ -165,6 +168,7 @@ bool ArchiveWalk::visitChildren(const Place& place, const QSet<QString>& listed)
     inner.span = step;
     for (const Child& child : children) {
         inner.folder = inFolder(place.folder, child.name);
+        inner.canonical = child.isLink ? QString() : inFolder(place.canonical, child.name);
         inner.listed = listed.contains(child.name);
         const bool goOn = child.isSpelled
                               ? visit(inner)

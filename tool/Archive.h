@@ -51,13 +51,14 @@ private:
     struct Place
     {
         QString folder;
+        QString canonical;   ///< the same without links; empty when that is not known
         bool listed = false; ///< whether a sequence has told of the folder's own files already
         double start = 0;
         double span = 0;
     };
 
     bool walkInto(const Place& place);
-    bool visit(const Place& place);
+    bool visit(Place place);
     bool visitChildren(const Place& place, const QSet<QString>& listed);
     bool readSequence(const Place& place, const QString& file, QSet<QString>* listed);
     bool tellListed(const Place& place, const QString& clickNumber, const QString& file,
