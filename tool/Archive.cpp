@@ -139,25 +139,28 @@ bool ArchiveWalk::visit(Place place)
     if (!info.isReadable())
         return fail(place, Found::Folder, place.folder,
                     QStringLiteral("the folder cannot be read"));
-    const QString sequence = inFolder(place.folder, PLKeyword::File::SequenceInfo);
-    const QString acquisition = inFolder(place.folder, PLKeyword::File::ClickInfo);
     QSet<QString> listed;
+    return tellOwn(place, &listed) && (!m_options.recursive || visitChildren(place, listed));
+}
+
+/** Tells of what a folder itself holds. @param listed  receives the folders of its sequence */
+bool ArchiveWalk::tellOwn(const Place& place, QSet<QString>* listed)
+{
+    const QString sequence = inFolder(place.folder, PLKeyword::File::SequenceInfo);
     Found found;
-    found.name = info.fileName();
-    found.file = acquisition;
+    found.name = QFileInfo(place.folder).fileName();
+    found.file = inFolder(place.folder, PLKeyword::File::ClickInfo);
     if (QFileInfo::exists(sequence) && isFollowed(sequence)) {
-        if (!readSequence(place, sequence, &listed))
+        if (!readSequence(place, sequence, listed))
             return false;
-    } else if (QFileInfo::exists(acquisition) && isFollowed(acquisition)) {
+    } else if (QFileInfo::exists(found.file) && isFollowed(found.file)) {
         if (!place.listed && !tell(place, found))
             return false;
     } else if (!m_options.recursive) {
         return fail(place, Found::Folder, place.folder,
                     QStringLiteral("holds no SequenceInfo.txt; --recursive reads what lies below"));
     }
-    if (!place.listed && !tellFiles(place, place.folder, found))
-        return false;
-    return !m_options.recursive || visitChildren(place, listed);
+    return place.listed || tellFiles(place, place.folder, found);
 }
 
 bool ArchiveWalk::visitChildren(const Place& place, const QSet<QString>& listed)

@@ -59,6 +59,7 @@ private:
 
     bool walkInto(const Place& place);
     bool visit(Place place);
+    bool tellOwn(const Place& place, QSet<QString>* listed);
     bool visitChildren(const Place& place, const QSet<QString>& listed);
     bool readSequence(const Place& place, const QString& file, QSet<QString>* listed);
     bool tellListed(const Place& place, const QString& clickNumber, const QString& file,
