@@ -42,7 +42,14 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "Headers, CMake and pkg-config files.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME ovinfo)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
-set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${soname_package} (>= ${PROJECT_VERSION})")
+# Qt loads its driver for SQLite when an index is opened.
+if(OVPARSER_QT_MAJOR EQUAL 5)
+  set(sqlite_driver libqt5sql5-sqlite)
+else()
+  set(sqlite_driver libqt6sql6-sqlite)
+endif()
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+  "${soname_package} (>= ${PROJECT_VERSION}), ${sqlite_driver}")
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOL_DESCRIPTION "The command-line program.")
 

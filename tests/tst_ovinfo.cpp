@@ -28,12 +28,11 @@ private Q_SLOTS:
         const QString sequence = study + "/SequenceInfo.txt"_s;
         const QString click = study + "/ABC20240305091502/ClickInfo.txt"_s;
         const QStringList none;
-        support::row("help", QStringList{"--help"_s}, 0, QStringList{"ovinfo study"_s}, ""_s);
-        support::row("help of a verb", QStringList{"get"_s, "--help"_s}, 0,
-                     QStringList{"get [options] FILE SECTION KEY"_s}, ""_s);
+        support::row("alternatives", QStringList{"study"_s, "--json"_s, "--csv"_s, study}, 2, none,
+                     "only one of --json and --csv; see 'ovinfo study --help'"_s);
         support::row("no verb", none, 2, none, "no verb given"_s);
         support::row("unknown verb", QStringList{"shwo"_s}, 2, none, "no verb 'shwo'"_s);
-        support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE SECTION KEY"_s);
+        support::row("missing word", QStringList{"get"_s, click}, 2, none, "get takes FILE... SECTION KEY"_s);
         support::row("unknown option", QStringList{"show"_s, "--colour"_s, click}, 2, none, "colour"_s);
         support::row("acquisition", QStringList{"show"_s, click}, 0,
                      QStringList{"Acquisition ABC20240305091502, 6 sections\n"_s,
@@ -53,11 +52,11 @@ private Q_SLOTS:
         support::row("no such key", QStringList{"get"_s, click, "User Input"_s, "y"_s}, 1, none,
                      "y: no such key (eSTATUS_KEY_NOT_FOUND)"_s);
         support::row("no such file", QStringList{"show"_s, "absent"_s}, 1, none,
-                     "absent: cannot be opened (eSTATUS_FILE_OPEN_FAILED)"_s);
+                     "absent: no such file (eSTATUS_FILE_OPEN_FAILED)"_s);
         support::row("no sections", QStringList{"show"_s, support::example("CMakeLists.txt")}, 1, none,
                      "not a file that the library knows"_s);
         support::row("unreadable, checked", QStringList{"check"_s, "--json"_s, "absent"_s}, 1,
-                     QStringList{"\"failure\": \"cannot be opened (eSTATUS_FILE_OPEN_FAILED)\""_s}, "absent"_s);
+                     QStringList{"\"failure\": \"no such file (eSTATUS_FILE_OPEN_FAILED)\""_s}, "absent"_s);
         support::row("study", QStringList{"study"_s, study}, 0,
                      QStringList{"Sequence Dose response, day 3, 3 acquisitions\n"_s,
                                  "\nABC20240305092544  Tuesday, March 05, 2024  09:25:44  "
@@ -93,7 +92,7 @@ private Q_SLOTS:
         support::row("camera of another file", QStringList{"camera"_s, click}, 1, none, "describes no instrument"_s);
         support::row("presets of another file", QStringList{"presets"_s, QStringLiteral(OVPARSER_OVINFO)}, 1, none,
                      ": "_s);
-        support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
+        support::row("no camera", QStringList{"camera"_s, "absent"_s}, 1, none, "absent: no such file"_s);
         const QString spectral = support::example("spectral/Spectral.xml");
         support::row("spectral", QStringList{"spectral"_s, spectral}, 0,
                      QStringList{"Spectral analysis of SEQ20240305, 2 acquisitions\n"_s,
@@ -114,10 +113,19 @@ private Q_SLOTS:
                                         .replace("OV", "OV3.0.SpectralAnalysis"));
         support::row("label spelled twice", QStringList{"spectral"_s, spelled}, 0,
                      QStringList{"Plot of Roi\nWavelength (nm)  Intensity\n0                2\n"_s}, ""_s);
-        support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: cannot be opened"_s);
+        support::row("no spectral file", QStringList{"spectral"_s, "absent"_s}, 1, none, "absent: no such file"_s);
         support::row("no XML", QStringList{"spectral"_s, click}, 1, none, ": line 1, column 1: "_s);
-        support::row("study of no sequence", QStringList{"study"_s, "absent"_s}, 1, none,
-                     "absent/SequenceInfo.txt: not found, or cannot be opened (eSTATUS_FILE_NOT_FOUND)"_s);
+        support::row("study of no folder", QStringList{"study"_s, "absent"_s}, 1, none,
+                     "absent: no such folder (eSTATUS_FILE_NOT_FOUND)"_s);
+        support::row("study of a file", QStringList{"study"_s, click}, 1, none, "ClickInfo.txt: a file; name its "_s);
+        support::row("study of no sequence", QStringList{"study"_s, support::example("settings")}, 1, none,
+                     "settings: holds no SequenceInfo.txt; --recursive reads what lies below"_s);
+        for (const char* const part : {"0/2", "3/2", "1", "1/2x"})
+            support::row(part, QStringList{"study"_s, "--shard"_s, QLatin1String(part), study}, 2, none, "--shard"_s);
+        support::row("spreadsheet without CSV", QStringList{"study"_s, "--spreadsheet"_s, study}, 2, none, "--csv"_s);
+        support::row("no column", QStringList{"study"_s, "--column"_s, "x"_s, study}, 2, none, "SECTION/KEY"_s);
+        support::row("shard of a check", QStringList{"check"_s, "--recursive"_s, "--shard"_s, "1/1"_s, study}, 0,
+                     QStringList{"SequenceInfo.txt: Sequence Dose response, day 3, no problems"_s}, ""_s);
     }
 
     void answers()
@@ -213,6 +221,146 @@ private Q_SLOTS:
         }
     }
 
+    void editsFiles_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("written");
+        QTest::addColumn<QString>("output");
+        const QByteArray info = "*** A: n\r\nk: v # c\r\nx: 1\r\nK: w\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n";
+        const QStringList set = {"set"_s};
+        const QStringList add = {"set"_s, "--add"_s};
+        const QStringList unset = {"unset"_s};
+        const auto row = [](const char* name, const QStringList& options, const QStringList& words,
+                            const QByteArray& file, const QByteArray& written, const char* output = "") {
+            support::row(name, options, words, file, written, QString::fromUtf8(output));
+        };
+        row("add a key", add, {"a"_s, "new"_s, "1 # d"_s}, info,
+            QByteArray(info).replace("w\r\n", "w\r\nnew:\t1 # d\r\n"));
+        row("add to no lines", add, {"B"_s, "new"_s, "-1"_s}, info,
+            QByteArray(info).replace("B:\t\r\n", "B:\t\r\nnew:\t-1\r\n"));
+        row("add a section", add, {"C"_s, "k"_s, "\u00e9"_s}, info,
+            QByteArray(info).replace("B:\t\r\n", "B:\t\r\n\r\n*** C:\t\r\nk:\t\xE9\r\n"));
+        row("add what is there", add, {"A"_s, "x"_s, "2"_s}, info, QByteArray(info).replace("x: 1", "x: 2"));
+        row("add without a line end", add, {"A"_s, "k"_s, "1"_s}, "*** A:", "*** A:\r\nk:\t1");
+        row("add to a sequence", add, {"Sequence"_s, "k"_s, "\u20ac"_s}, "*** Sequence: S\n\n*** ClickNumbers:\n1: A\n",
+            "*** Sequence: S\nk:\t\xE2\x82\xAC\n\n*** ClickNumbers:\n1: A\n");
+        row("add no key", add, {"A"_s, "# k"_s, "1"_s}, info, info, "would not read back");
+        row("add an empty key", add, {"A"_s, ""_s, "1"_s}, info, info, "no such key");
+        row("add to an index", add, {"Structure reference1"_s, "k"_s, "1"_s}, "*** Structure reference:A\n",
+            "*** Structure reference:A\n", "nothing can be added");
+        row("unset", unset, {"a"_s, "k"_s}, info, "*** A: n\r\nx: 1\r\n\r\n*** B:\t\r\n\r\n\r\n\r\n");
+        row("unset what is not there", unset, {"A"_s, "y"_s}, info, info, "y: no such key");
+        row("empty", set, {"A"_s, "k"_s, ""_s}, "*** A:\nk:\tv\t# c\n", "*** A:\nk:\t# c\n");
+        row("full again", set, {"A"_s, "k"_s, "v"_s}, "*** A:\nk:\t# c\n", "*** A:\nk:\tv\t# c\n");
+        const char* const diff = "@@ -2,1 +2,1 @@\n-k: v\\x1b\n+k: w\n";
+        row("dry run", {"set"_s, "--dry-run"_s}, {"A"_s, "k"_s, "w"_s}, "*** A:\nk: v\x1b\n", "*** A:\nk: v\x1b\n",
+            diff);
+        row("dry run of taking out", {"unset"_s, "--dry-run"_s}, {"A"_s, "x"_s}, info, info,
+            "@@ -3,1 +2,0 @@\n-x: 1\n");
+    }
+
+    void editsFiles()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QStringList, words);
+        QFETCH(QByteArray, file);
+        QFETCH(QString, output);
+        const QString path = m_folder.filePath("file.txt"_s);
+        const QString second = m_folder.filePath("second.txt"_s);
+        const QString list = m_folder.filePath("list"_s);
+        for (const QString& name : {path, second})
+            support::writeFile(name, file);
+        support::writeFile(list, second.toUtf8() + '\0');
+        const Answer answer = run(options + QStringList{"--from-file0"_s, list, path} + words);
+        QCOMPARE(answer.code, output.isEmpty() || output.startsWith(u'@') ? 0 : 1);
+        const QString text = answer.output + answer.error;
+        QVERIFY2(output.isEmpty() ? text.isEmpty() : text.count(output) == 2, qPrintable(text));
+        QTEST(support::readFile(path), "written");
+        QTEST(support::readFile(second), "written");
+    }
+
+    void answersForSeveralFiles()
+    {
+        const QString one = m_folder.filePath("one.txt"_s);
+        const QString two = m_folder.filePath("two.txt"_s);
+        const QString absent = m_folder.filePath("absent"_s);
+        support::writeFile(one, "*** A: n\r\nk:\tv # c\r\n\r\n\r\n\r\n");
+        support::writeFile(two, "*** A: n\nx\n");
+        const Answer got = run({"get"_s, one, absent, two, "A"_s, "k"_s, "--default"_s, "-"_s});
+        QCOMPARE(got.output, one + "\tv\n"_s + two + "\t-\n"_s);
+        QCOMPARE(got.code, 1);
+        QCOMPARE(run({"get"_s, "--json"_s, one, two, "A"_s, "k"_s}).code, 2);
+        QCOMPARE(run({"show"_s, "--keys"_s, one}).output, "A\nA\tk\n"_s);
+        const auto filesIn = [&](const QStringList& words) {
+            QStringList files;
+            const QStringList lines = run(words).output.trimmed().split(u'\n');
+            for (const QString& line : lines)
+                files += QJsonDocument::fromJson(line.toUtf8())["file"_s].toString();
+            return files;
+        };
+        const QStringList both = {one, two};
+        QCOMPARE(filesIn(QStringList{"show"_s, "--jsonl"_s} + both), both);
+        QCOMPARE(filesIn(QStringList{"get"_s, "--jsonl"_s, "--default="_s} + both + QStringList{"A"_s, "k"_s}), both);
+        QCOMPARE(filesIn(QStringList{"check"_s, "--jsonl"_s} + both), both);
+        const Answer quiet = run(QStringList{"check"_s, "--quiet"_s} + both);
+        QCOMPARE(quiet.output,
+                 two + ":2: problem: no ':' in 'x'; it is kept as a comment, and a save puts a '#' in front "
+                       "[line-without-colon]\n"_s);
+        QCOMPARE(quiet.code, 1);
+        const QString folder = m_folder.filePath("tree"_s);
+        QVERIFY(QDir().mkpath(folder + "/a"_s));
+        QVERIFY(QFile::link(folder, folder + "/a/loop"_s));
+        const QByteArray scan = QByteArray(128, '\0') + "DICM";
+        support::writeFile(folder + "/a/bare.dcm"_s, scan);
+        support::writeFile(folder + "/a/scan.dcm"_s, scan + "*** ClickNumber: A\n");
+        support::writeFile(folder + "/a/image.TIF"_s, "");
+        support::writeFile(folder + "/ClickInfo.txt"_s, "");
+        QCOMPARE(filesIn({"check"_s, "--jsonl"_s, "--recursive"_s, folder}),
+                 (QStringList{folder + "/ClickInfo.txt"_s, folder + "/a/scan.dcm"_s}));
+    }
+
+    void stripsDicomFiles_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("kept"); // from the start on; -1 when the file must not change
+        const auto element = [](const char* head, const QByteArray& value) { return QByteArray(head, 8) + value; };
+        const QByteArray text = "Notes\r\n*** ClickNumber:\tA\r\nk:\tv\r\n\r\n\r\n\r\n";
+        const QByteArray start = QByteArray(128, '\0') + "DICM";
+        const QByteArray scan = start + element("\2\0\x10\0UI\x14\0", QByteArray("1.2.840.10008.1.2.1\0", 20)) +
+                                element("\x10\0\x10\0PN\4\0", "A^B ") +
+                                element("\x40\0\x75\2SQ\0\0", "\xFF\xFF\xFF\xFF") +
+                                element("\xFE\xFF\0\xE0\xFF\xFF\xFF\xFF", element("\x8\0\0\1SH\2\0", "ab")) +
+                                element("\xFE\xFF\r\xE0\0\0\0\0", "") + element("\xFE\xFF\xDD\xE0\0\0\0\0", "") +
+                                element("\xE0\x7F\x10\0OW\0\0", QByteArray("\6\0\0\0", 4) + "***A:b");
+        const QByteArray implicit = start + element("\2\0\x10\0UI\x12\0", QByteArray("1.2.840.10008.1.2\0", 18)) +
+                                    element("\xE0\x7F\x10\0\4\0\0\0", "****");
+        const QByteArray deflated = start + element("\2\0\x10\0UI\x16\0", "1.2.840.10008.1.2.1.99");
+        const auto row = [](const char* name, const QByteArray& file, int kept) { support::row(name, file, kept); };
+        row("appended", scan + text, int(scan.size()));
+        row("appended twice", scan + text + text, int(scan.size()));
+        row("implicit", implicit + text, int(implicit.size()));
+        row("nothing appended", scan, -1);
+        row("other bytes", scan + "x" + '\0' + text, -1);
+        row("no header", scan + "text", -1);
+        row("cut image", scan.chopped(1), -1);
+        row("deflated", deflated + text, -1);
+        row("no DICOM file", text, -1);
+    }
+
+    void stripsDicomFiles()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(int, kept);
+        const QString path = m_folder.filePath("scan.dcm"_s);
+        support::writeFile(path, file);
+        const Answer answer = run({"strip"_s, path});
+        QCOMPARE(answer.code, kept < 0 ? 1 : 0);
+        QCOMPARE(answer.error.isEmpty(), kept >= 0);
+        QCOMPARE(support::readFile(path), kept < 0 ? file : file.left(kept));
+    }
+
     void checksAFile_data()
     {
         QTest::addColumn<QByteArray>("file");
@@ -221,27 +369,51 @@ private Q_SLOTS:
             support::row(name, file, QString::fromLatin1(findings));
         };
         row("written form", "p\r\n*** A:\tn # c\r\nk:\tv\r\n# x: y\r\n\r\n\r\n\r\n", "");
-        row("other layout", "p\r\n*** A: n\r\n", "2 not-in-written-form");
+        row("other layout", "p\r\n*** A: n\r\n", "2 not-in-written-form,2 end-missing");
         row("lines", "*** A: n\rk: v\rnote\rn # s: m\r: e\rK: w\rcommentline 1: x",
-            "1 not-in-written-form,3 line-without-colon,4 key-commented,5 key-missing,6 key-twice,7 key-reserved");
-        row("section twice", "*** A:\t\r\nk:\t1\r\n\r\n*** a: 2\r\n", "4 section-twice,4 not-in-written-form");
+            "1 not-in-written-form,3 line-without-colon,4 key-commented,5 key-missing,6 key-twice,7 key-reserved,"
+            "7 end-missing");
+        row("section twice", "*** A:\t\r\nk:\t1\r\n\r\n*** a: 2\r\n",
+            "4 section-twice,4 not-in-written-form,4 end-missing");
         row("header without colon", "*** A: n\n*** b\n*** A: n\n", "2 header-without-colon");
         row("header commented", "*** A # b: n\n", "1 header-commented");
         row("colon before the mark", "***: *** n\n", "1 header-colon-before-mark");
         row("header without key", "*** A: n\n*** : n\n", "2 header-without-key");
         row("click number alone", "*** ClickNumber: A\n*** B:\n", "1 click-number-alone");
         row("no click number", "*** ClickNumber:\t\r\nk:\tv\r\n\r\n\r\n\r\n", "1 click-number-missing");
+        const QByteArray saved = "*** ClickNumber:\tA\r\nk:\tv\r\n\r\n*** B:\t\r\nk:\tv\r\n\r\n\r\n\r\n";
+        row("NULs", QByteArray(saved).replace("k:\tv\r\n\r\n*** B", QByteArray(500, '\0')), "2 nul-bytes");
+        row("control characters", QByteArray(saved).replace("A", "A\x1b").replace("k", "k\x92"),
+            "1 control-character,2 control-character,5 control-character");
+        row("bytes before the first header", "ok \xE9\r\n\x01\r\n\xFF" + saved, "2 unknown-bytes,3 unknown-bytes");
+        row("cut append", (QByteArray(128, '\0') + "DICM" + saved).chopped(2), "7 end-missing");
+        row("whole append", QByteArray(128, '\0') + "DICM" + saved, "");
+        row("numbers", QByteArray(saved).replace("k:\tv", "RDX-2 angle:\t1.5\r\nShelf Position A FOV:\tx # c"),
+            "3 number-expected,7 number-expected");
+        const auto sequence = [&](const char* name, const char* members, const char* findings) {
+            row(name,
+                QByteArray("*** Sequence:\tS\r\n\r\n*** Graph Controls:\t\r\nEmpty Sequence:\t\r\n\r\n"
+                           "*** ClickNumbers:\t\r\n") +
+                    members + "\r\n\r\n\r\n",
+                findings);
+        };
+        QVERIFY(QDir(m_folder.path()).mkpath("member"_s));
+        support::writeFile(m_folder.filePath("member/ClickInfo.txt"_s), "");
+        sequence("members", "1:\tmember\r\n2:\tabsent # c\r\n3:\tmember\r\n4:\t../x/member\r\n",
+                 "8 member-missing,9 member-twice,10 member-missing");
+        sequence("number of a sequence", "1:\tmember\r\n", "");
         row("click number prefixed", "*** ClickNumber:\t7\r\nk:\tv\r\n\r\n\r\n\r\n", "1 click-number-prefixed");
-        row("byte order mark", "\xEF\xBB\xBF*** A: n\n*** B: n\n", "1 byte-order-mark,1 not-in-written-form");
+        row("byte order mark", "\xEF\xBB\xBF*** A: n\n*** B: n\n",
+            "1 not-in-written-form,1 byte-order-mark,2 end-missing");
         row("UTF-8", "*** A:\t\xC3\xA9\r\n\r\n\r\n\r\n", "1 looks-like-utf8");
         row("nothing", "", "0 no-section");
         row("sequence", "pre\n*** Sequence: S # c\nk: \xE2\x82\xAC\nx *** B: v\n*** ClickNumbers:\n1: A\n*** *** \n",
             "1 text-before-first-section,1 not-in-written-form,2 name-comment,3 character-not-written,"
-            "4 line-without-colon,4 mark-in-line,7 mark-without-colon");
+            "4 line-without-colon,4 mark-in-line,6 member-missing,7 mark-without-colon,7 end-missing");
         row("no click numbers", "*** Sequence:\tS\r\n\r\n\r\n\r\n", "0 no-click-numbers");
         row("spanning key", "*** Sequence:\r\n\r\n*** ClickNumbers:\r\n1:\tA\r\n\r\n*** C *** D:\tx\r\n",
-            "1 not-in-written-form,6 colon-behind-next-mark,6 header-without-line-end,6 line-without-colon,6 "
-            "mark-in-line");
+            "1 not-in-written-form,4 member-missing,6 colon-behind-next-mark,6 header-without-line-end,6 "
+            "line-without-colon,6 mark-in-line,6 end-missing");
         row("index", "*** Structure reference:A;x\n*** y:z\nend\n",
             "1 piece-without-colon,2 reference-without-name,3 line-without-mark");
         row("DICOM without click info", QByteArray(128, '\0') + "DICM", "0 not-loaded");
@@ -263,7 +435,7 @@ private Q_SLOTS:
             "1 click-number-cut");
         row("far colon",
             "*** Sequence:\tS\r\n\r\n*** ClickNumbers:\t\r\n1:\tA\r\n\r\n*** a *** " + QByteArray(200, 'b') + ":\t\r\n",
-            "6 colon-too-far,6 mark-in-line,6 not-in-written-form");
+            "4 member-missing,6 colon-too-far,6 mark-in-line,6 not-in-written-form,6 end-missing");
         row("text before a mark", "*** Structure reference:A\nx *** Structure reference:B\n", "2 text-before-mark");
         row("UTF-16",
             QByteArray("\xFF\xFE"
@@ -329,6 +501,56 @@ private Q_SLOTS:
         QCOMPARE(run({"diff"_s, one, one}).code, 0);
     }
 
+    // What a file holds must not be obeyed by a terminal; programs get it exactly.
+    void printsNoControlCharacters()
+    {
+        const QString file = m_folder.filePath("a\nb.txt"_s);
+        support::writeFile(file, "p\x1b\n*** A\x1b: n\x1b\nk\x1b: v\x1b\x7f\x9b\n*** MenuName:\nMenuName: m\x1b\n");
+        const QString other = m_folder.filePath("other.txt"_s);
+        support::writeFile(other, "*** A\x1b: n\nk\x1b: w\n");
+        const QStringList commands[] = {
+            {"show"_s, file}, {"check"_s, file}, {"diff"_s, file, other}, {"presets"_s, file}, {"camera"_s, file}};
+        for (const QStringList& command : commands) {
+            const Answer answer = run(command);
+            const QString text = answer.output + answer.error;
+            for (const QChar c : text)
+                QVERIFY2(c == u'\n' || (c >= u' ' && (c < u'\x7f' || c > u'\x9f')),
+                         qPrintable(command.join(u' ') + text));
+            QVERIFY2(command.first() == "camera"_s || text.contains("\\x1b"_s), qPrintable(text));
+        }
+        QCOMPARE(run({"spectral"_s, file}).error.count(u'\n'), 1);
+        QCOMPARE(run({"get"_s, file, "A\x1b"_s, "k\x1b"_s}).output, "v\x1b\x7f\u009b\n"_s);
+        const QString json = run({"get"_s, "--json"_s, file, "A\x1b"_s, "k\x1b"_s}).output;
+        QVERIFY2(json.contains("\"v\\u001b\\u007f\\u009b\""_s), qPrintable(json));
+        if (!support::fullDisk().isEmpty())
+            QCOMPARE(shell(QStringLiteral(OVPARSER_OVINFO " diff '%1' '%1' --json > %2 2>&1; echo $?")
+                               .arg(other, support::fullDisk())),
+                     "2\n"_s);
+    }
+
+    void tellsWhatIsForbidden()
+    {
+        const QString folder = m_folder.filePath("closed"_s);
+        const QString file = folder + "/file.xml"_s;
+        const QString spectral = support::example("spectral/Spectral.xml");
+        QVERIFY(QDir().mkpath(folder));
+        support::writeFile(file, "*** A: n\nk: v\n");
+        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner));
+        // Nothing is forbidden to root.
+        const QString user = shell("[ $(id -u) = 0 ] && echo setpriv --reuid=65534 --clear-groups"_s).trimmed();
+        const auto error = [&](const QString& command) {
+            return shell(user + u' ' + QStringLiteral(OVPARSER_OVINFO) + u' ' + command + " 2>&1"_s);
+        };
+        const QString denied = "ovinfo: "_s + file + ": permission denied"_s;
+        const QString withStatus = denied + " (eSTATUS_FILE_OPEN_FAILED)\n"_s;
+        for (const char* verb : {"show", "check", "camera", "spectral", "presets"})
+            QCOMPARE(error(QLatin1String(verb) + u' ' + file), withStatus);
+        QCOMPARE(error("set "_s + file + " A k w"_s), withStatus);
+        QCOMPARE(error("new --user A --output "_s + file + u' ' + spectral), withStatus);
+        QCOMPARE(error("spectral --svg "_s + file + u' ' + spectral), denied + u'\n');
+        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
     void makesClickInfo()
     {
         const QString image = m_folder.filePath("a.TIF"_s);
@@ -361,7 +583,7 @@ private Q_SLOTS:
         support::writeFile(m_folder.filePath("B/ClickInfo.txt"_s), "*** x-ray image: x.TIF\nExposure Time Sec: 3\n");
         const Answer answer = run({"study"_s, m_folder.path()});
         QCOMPARE(answer.code, 1);
-        QVERIFY2(answer.error.contains("A/ClickInfo.txt: cannot be opened (eSTATUS_FILE_OPEN_FAILED)"_s),
+        QVERIFY2(answer.error.contains("A/ClickInfo.txt: no such file (eSTATUS_FILE_OPEN_FAILED)"_s),
                  qPrintable(answer.error));
         QVERIFY2(answer.output.contains("2 acquisitions, 1 unreadable\n"_s), qPrintable(answer.output));
         QVERIFY2(answer.output.contains("X-Ray   3 sec"_s), qPrintable(answer.output));
@@ -410,29 +632,36 @@ private Q_SLOTS:
         QVERIFY2(error.contains("this locale cannot spell the name"_s), qPrintable(error));
     }
 
-    // The names that the program has are those of its help.
+    // The program's help comes from the table of verbs; the documents and completions must agree.
     void isDescribedInFull()
     {
         const QString sources = QStringLiteral(OVPARSER_EXAMPLES "/../tool/");
         const QString manual = QString::fromUtf8(support::readFile(sources + "ovinfo.1"_s));
+        const QString readMe = QString::fromUtf8(support::readFile(sources + "../README.md"_s)).simplified();
         const QString zsh = QString::fromUtf8(support::readFile(sources + "completions/_ovinfo"_s));
         const QString bash = "source "_s + sources + "completions/ovinfo.bash; "_s;
-        const QString help = run({"--help"_s}).output;
-        const QStringList verbs = namesIn(help, "  ovinfo (\\w+) "_s);
-        QCOMPARE(int(verbs.size()), 10);
+        const QString help = run({"--help"_s}).output.replace(QRegularExpression("\n   +"_s), " "_s);
+        const QStringList verbs = namesIn(help, "\n  (\\w+) +\\w"_s);
+        QCOMPARE(verbs, namesIn(manual, "\n\\.It Cm (\\w+)"_s));
         const QString bashVerbs = shell(bash + "COMP_WORDS=(ovinfo ''); COMP_CWORD=1; _ovinfo; echo ${COMPREPLY[*]}"_s);
         QCOMPARE(bashVerbs, verbs.join(u' ') + " -h --help --version\n"_s);
         for (const QString& verb : verbs) {
-            QVERIFY2(zsh.contains(u'\'' + verb + u':') && zsh.contains(verb), qPrintable(verb));
-            QVERIFY2(manual.contains("\n.It Cm "_s + verb), qPrintable(verb));
+            const QString summary = namesIn(help, "\n  "_s + verb + " +(.*)\n"_s).join(u' ');
+            QVERIFY2(zsh.contains(u'\'' + verb + u':' + summary + u'\''), qPrintable(verb));
+            const QString verbHelp = run({verb, "--help"_s}).output;
+            const QString usage = verbHelp.section("\n\n"_s, 0, 0).simplified().mid(7);
+            QCOMPARE(synopsisOf(manual, verb), usage);
+            const QString arguments = usage.section(QRegularExpression("[\\]a-z] (?=[A-Z])"_s), -1);
+            const QString listed = "ovinfo "_s + verb + u' ' + arguments + u' ' + summary;
+            QVERIFY2(readMe.contains(listed), qPrintable(listed));
             const QString bashOptions = shell(bash + "_ovinfo_options "_s + verb);
-            const QStringList options = namesIn(run({verb, "--help"_s}).output, "--([\\w-]+)"_s);
+            const QStringList options = namesIn(verbHelp, "\n  (?:-\\w, )?--([\\w-]+)"_s);
             QCOMPARE(sorted(namesIn(bashOptions, "--([\\w-]+)"_s)), sorted(options));
-            for (const QString& option : options) {
-                const bool listed = option == "help"_s || help.contains("--"_s + option);
-                QVERIFY2(listed && manual.contains("Fl Fl "_s + option), qPrintable(option));
-                QVERIFY2(zsh.contains("--"_s + option), qPrintable(option));
-            }
+            QString zshOptions = shell("sed -n '/^"_s + verb + ")/,/;;$/p' "_s + sources + "completions/_ovinfo"_s);
+            zshOptions.replace("$lists"_s, "--from-file[ --from-file0["_s);
+            for (const QString& option : options)
+                QVERIFY2(zshOptions.contains(QRegularExpression("(--"_s + option + "\\[|\\$"_s + option + "\\b)"_s)),
+                         qPrintable(verb + u' ' + option));
         }
         QCOMPARE(shell(bash + "COMP_WORDS=(ovinfo new --type l); COMP_CWORD=3; _ovinfo; echo ${COMPREPLY[*]}"_s),
                  "luminescent\n"_s);
@@ -440,6 +669,12 @@ private Q_SLOTS:
                        "COMP_WORDS=(ovinfo show main); COMP_CWORD=2; _ovinfo "
                        "2>/dev/null; echo ${COMPREPLY[*]}"_s),
                  "main.cpp\n"_s);
+        const QString program = QFileInfo(QStringLiteral(OVPARSER_OVINFO)).path();
+        const QString complete = "PATH="_s + program + ":$PATH; "_s + bash + "COMP_WORDS=(ovinfo get "_s +
+                                 support::example("settings/Presets.txt") +
+                                 " %1); COMP_CWORD=%2; _ovinfo 2>/dev/null; printf '%s|' \"${COMPREPLY[@]}\""_s;
+        QCOMPARE(shell(complete.arg("preset"_s).arg(3)), "Preset 1|Preset 2|Preset 4|"_s);
+        QCOMPARE(shell(complete.arg("'Preset 1' exp"_s).arg(4)), "Exposure|"_s);
     }
 
     void drawsASpectralAnalysis()
@@ -485,6 +720,17 @@ private:
             names += match.next().captured(1);
         names.removeDuplicates();
         return names;
+    }
+
+    /** The usage of a verb as the manual tells it, in the form of its help. */
+    static QString synopsisOf(const QString& manual, const QString& verb)
+    {
+        const QString all = manual.section(".Sh SYNOPSIS"_s, 1).section(".Sh "_s, 0, 0);
+        QString text = ".Cm "_s + verb + u'\n' + all.section("\n.Cm "_s + verb + u'\n', 1).section(".Nm\n"_s, 0, 0);
+        text.replace("Fl Fl "_s, "--"_s).replace("Ar "_s, QString());
+        text.replace(QRegularExpression("\\n\\.Op ([^\\n]*)"_s), "\n[\\1]"_s);
+        text.replace(QRegularExpression("(^|\\n)\\.(Cm )?"_s), " "_s);
+        return "ovinfo "_s + text.simplified();
     }
 
     static QStringList sorted(QStringList names)

@@ -87,6 +87,14 @@ void readLabels(const CPLSection& user, Acquisition* acquisition)
     }
 }
 
+/** The value of a column: null when there is no such key, empty when the key has no value. */
+QString valueOf(const CPLClickInfo& info, const Column& column)
+{
+    QString value;
+    const bool found = info.getValue(column.section, column.key, &value) == eSTATUS_SUCCESS;
+    return found && value.isNull() ? QString(QLatin1String("")) : value;
+}
+
 QJsonValue exposureSeconds(const Acquisition& acquisition)
 {
     const auto* const unit = std::find_if(std::begin(units), std::end(units), [&](const Unit& row) {
@@ -150,31 +158,17 @@ constexpr Member members[] = {
     {"excitationFilter", [](const Acquisition& a) { return textOrNull(a.excitationFilter); }},
 };
 
-QString cellOf(const QJsonValue& value)
-{
-    if (value.isDouble())
-        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
-    if (!value.isArray())
-        return value.toString();
-    QStringList parts;
-    const QJsonArray elements = value.toArray();
-    for (const QJsonValue& element : elements)
-        parts += element.toString();
-    return parts.join(QLatin1Char(';'));
-}
-
-QString labelOf(const Acquisition& acquisition, QLatin1String name)
-{
-    for (const auto& label : acquisition.labels) {
-        if (label.first.compare(name, Qt::CaseInsensitive) == 0)
-            return label.second;
-    }
-    return {};
-}
-
 } // namespace
 
-void readAcquisition(const CPLClickInfo& info, Acquisition* acquisition)
+std::optional<Column> columnOf(const QString& name)
+{
+    const auto slash = name.indexOf(QLatin1Char('/'));
+    if (slash < 1 || slash == name.size() - 1)
+        return std::nullopt;
+    return Column{name, name.left(slash), name.mid(slash + 1)};
+}
+
+void readAcquisition(const CPLClickInfo& info, const Wanted& wanted, Acquisition* acquisition)
 {
     info.getClickNumber(&acquisition->clickNumber);
     info.getValue(Section::ClickNumber, Key::SequenceId, &acquisition->sequenceId);
@@ -188,6 +182,10 @@ void readAcquisition(const CPLClickInfo& info, Acquisition* acquisition)
     }
     if (const CPLSection* const user = info[Section::UserInput])
         readLabels(*user, acquisition);
+    for (const Column& column : wanted.columns)
+        acquisition->columns += valueOf(info, column);
+    if (wanted.sections)
+        acquisition->sections = sectionsOf(info);
 }
 
 QStringList tableHead()
@@ -212,34 +210,41 @@ QStringList tableRow(const Acquisition& acquisition)
             acquisition.fieldOfView};
 }
 
-QJsonObject acquisitionJson(const Acquisition& acquisition)
+QJsonObject acquisitionJson(const Wanted& wanted, const Acquisition& acquisition)
 {
-    QJsonObject record = withSchema("ovinfo-acquisition/1", {});
+    QJsonObject record;
     for (const Member& member : members)
         record.insert(QLatin1String(member.name), member.value(acquisition));
     QJsonObject labels;
     for (const auto& label : acquisition.labels)
         labels.insert(label.first, label.second);
     record.insert(QStringLiteral("labels"), labels);
+    for (int i = 0; i < wanted.columns.size(); ++i) {
+        const QString value = acquisition.columns.value(i);
+        record.insert(wanted.columns.at(i).name, value.isNull() ? QJsonValue() : value);
+    }
+    if (wanted.sections)
+        record.insert(QStringLiteral("sections"), arrayOf(acquisition.sections, sectionJson));
     return record;
 }
 
-QStringList csvHead()
+QStringList memberNames()
 {
     QStringList names;
     for (const Member& member : members)
         names += QLatin1String(member.name);
-    for (const QLatin1String label : Key::UniversalLabels)
-        names += label;
     return names;
 }
 
-QStringList csvRow(const Acquisition& acquisition)
+QString cellOf(const QJsonValue& value)
 {
-    QStringList cells;
-    for (const Member& member : members)
-        cells += cellOf(member.value(acquisition));
-    for (const QLatin1String label : Key::UniversalLabels)
-        cells += labelOf(acquisition, label);
-    return cells;
+    if (value.isDouble())
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    if (!value.isArray())
+        return value.toString();
+    QStringList parts;
+    const QJsonArray elements = value.toArray();
+    for (const QJsonValue& element : elements)
+        parts += element.toString();
+    return parts.join(QLatin1Char(';'));
 }

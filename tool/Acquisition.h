@@ -5,6 +5,8 @@
 #ifndef OVINFO_ACQUISITION_H
 #define OVINFO_ACQUISITION_H
 
+#include "Entries.h"
+
 #include "ParserLibrary.h"
 
 #include <QtCore/QJsonObject>
@@ -12,6 +14,7 @@
 #include <QtCore/QStringList>
 
 #include <memory>
+#include <optional>
 
 /** A sequence that acquisitions belong to. */
 struct SequenceHead
@@ -27,6 +30,24 @@ struct AcquiredImage
     QLatin1String name;
     QLatin1String section;
     tag_eimagetype type = eIMAGE_PHOTOGRAPH;
+};
+
+/** The value of a key of a section. */
+struct Column
+{
+    QString name; ///< "SECTION/KEY", as it was given
+    QString section;
+    QString key;
+};
+
+/** The column that "SECTION/KEY" names; nothing when it names none. */
+std::optional<Column> columnOf(const QString& name);
+
+/** What is asked of each file, other than the members that every record has. */
+struct Wanted
+{
+    QList<Column> columns;
+    bool sections = false;
 };
 
 /** An acquisition; what the file does not give is null. Settings are those of the main image. */
@@ -48,18 +69,24 @@ struct Acquisition
     QString emissionFilter;
     QString excitationFilter;
     QList<QPair<QString, QString>> labels; ///< what the user entered
+    QStringList columns;                   ///< the values of the columns that are wanted
+    QList<SectionText> sections;           ///< when they are wanted
 };
 
 /** Reads what a click info tells. */
-void readAcquisition(const CPLClickInfo& info, Acquisition* acquisition);
+void readAcquisition(const CPLClickInfo& info, const Wanted& wanted, Acquisition* acquisition);
 
 /** A row of the table for people. */
 QStringList tableHead();
 QStringList tableRow(const Acquisition& acquisition);
 
-/** The record for programs: an object, or the cells of a row. */
-QJsonObject acquisitionJson(const Acquisition& acquisition);
-QStringList csvHead();
-QStringList csvRow(const Acquisition& acquisition);
+/** The record for programs, without schema and kind. */
+QJsonObject acquisitionJson(const Wanted& wanted, const Acquisition& acquisition);
+
+/** The names of the members that every record has and that are no objects, in order. */
+QStringList memberNames();
+
+/** A member as the cell of a table: the elements of an array joined by ';', null as nothing. */
+QString cellOf(const QJsonValue& value);
 
 #endif

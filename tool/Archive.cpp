@@ -1,16 +1,18 @@
 #include "Archive.h"
 
 #include "Files.h"
+#include "WalkOrder.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
 namespace {
 
-/** So many acquisitions per thread may be on their way; it bounds the memory. */
+/** So many files per thread may be on their way; it bounds the memory. */
 constexpr int windowPerThread = 64;
 
 QString inFolder(const QString& folder, const QString& name)
@@ -18,144 +20,237 @@ QString inFolder(const QString& folder, const QString& name)
     return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
 }
 
-/** The folders in a folder that Qt passes over, since their names are none in this locale. */
-QStringList unspelledFolders(const QString& folder)
+/** A folder in a folder. */
+struct Child
+{
+    QString name;
+    bool isLink = false;
+    bool isSpelled = true; ///< false: its name is none in this locale, and Qt cannot open it
+};
+
+bool operator<(const Child& a, const Child& b)
+{
+    return a.name < b.name;
+}
+
+/** The folders in a folder in the order of their names; it is read once. */
+std::vector<Child> subfolders(const QString& folder, bool follow)
 {
     using Entries = std::filesystem::directory_iterator;
-    QStringList names;
+    std::vector<Child> children;
     std::error_code error;
     Entries entry(QFile::encodeName(folder).toStdString(), error);
     for (; !error && entry != Entries(); entry.increment(error)) {
+        std::error_code unknown;
+        const bool isLink = entry->is_symlink(unknown);
+        if (!entry->is_directory(unknown) || (isLink && !follow))
+            continue;
         const std::string name = entry->path().filename().string();
         const QString spelled = QFile::decodeName(name.c_str());
-        std::error_code unknown;
-        if (QFile::encodeName(spelled) != name.c_str() && entry->is_directory(unknown))
-            names.append(spelled);
+        children.push_back({spelled, isLink, QFile::encodeName(spelled) == name.c_str()});
     }
-    return names;
+    std::sort(children.begin(), children.end());
+    return children;
 }
 
-/** Reads an acquisition. Each has a document of its own, so that threads share none. */
-void read(Found* found)
+/** Whether a click number can name a folder in the one of its sequence. */
+bool isPlainName(const QString& name)
 {
-    const QString path = found->acquisition.path;
-    found->problem = otherThanFile(path);
-    if (!found->problem.isEmpty())
-        return;
-    CPLClickInfo info;
-    const tag_estatus status = info.loadClickInfo(path, false);
-    if (status != eSTATUS_SUCCESS)
-        found->problem = explained(status);
-    else if (!info[0])
-        found->problem = QStringLiteral("no section; not a file that the library knows");
-    else
-        readAcquisition(info, &found->acquisition);
+    const auto separates = [](QChar c) {
+        return c == u'/' || c == QDir::separator() || c.isNull();
+    };
+    return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..") &&
+           std::none_of(name.cbegin(), name.cend(), separates);
 }
 
 } // namespace
 
-bool ArchiveWalk::walk(const QString& folder, double start, double span)
+void ArchiveWalk::walk(QStringList folders)
 {
-    const QFileInfo info(folder);
-    const QString path = QDir::cleanPath(folder);
-    if (m_recursive && !info.isDir())
-        return report(path, QStringLiteral("no such folder"), start);
-    return visit(path, false, start, span);
+    for (QString& folder : folders)
+        folder = QDir::cleanPath(folder);
+    if (m_options.recursive)
+        std::stable_sort(folders.begin(), folders.end(), [&](const QString& a, const QString& b) {
+            const QLatin1String file("x");
+            return walkKey(folderOf(told(inFolder(a, file)))) <
+                   walkKey(folderOf(told(inFolder(b, file))));
+        });
+    const double span = 1.0 / double(qMax(1, int(folders.size())));
+    for (int i = 0; i < folders.size(); ++i) {
+        m_top = folders.at(i);
+        if (!walkInto({m_top, QString(), false, span * i, span}))
+            return;
+    }
 }
 
-bool ArchiveWalk::report(const QString& path, const QString& problem, double progress)
+bool ArchiveWalk::walkInto(const Place& place)
+{
+    const QFileInfo info(place.folder);
+    const QString missing =
+        QStringLiteral("no such folder (%1)").arg(getStatusString(eSTATUS_FILE_NOT_FOUND));
+    if (!info.exists())
+        return fail(place, Found::Folder, place.folder, missing);
+    if (!info.isDir())
+        return fail(place, Found::Folder, place.folder,
+                    QStringLiteral("a file; name its folder, or see 'ovinfo show'"));
+    return visit(place);
+}
+
+QString ArchiveWalk::told(const QString& path) const
+{
+    if (m_options.relativeTo.isEmpty())
+        return path;
+    return QDir(m_options.relativeTo).relativeFilePath(QFileInfo(path).absoluteFilePath());
+}
+
+bool ArchiveWalk::isFollowed(const QString& path) const
+{
+    return m_options.follow || !QFileInfo(path).isSymLink();
+}
+
+bool ArchiveWalk::tell(const Place& place, Found found)
+{
+    if (!m_options.shard.holds(below(m_top, place.folder)))
+        return true;
+    found.acquisition.path = told(found.file);
+    found.toRead = found.toRead && found.problem.isEmpty();
+    found.progress = place.start;
+    return m_found(std::move(found));
+}
+
+bool ArchiveWalk::fail(const Place& place, Found::Kind kind, const QString& path,
+                       const QString& problem)
 {
     Found found;
-    found.kind = Found::Failure;
-    found.acquisition.path = path;
+    found.kind = kind;
+    found.file = path;
     found.problem = problem;
-    found.progress = progress;
-    return m_found(found);
+    return tell(place, std::move(found));
 }
 
-/** @param listed  whether a sequence has told of the folder's own acquisition already */
-bool ArchiveWalk::visit(const QString& folder, bool listed, double start, double span)
+bool ArchiveWalk::visit(Place place)
 {
-    const QFileInfo info(folder);
-    const QString canonical = info.canonicalFilePath();
-    if (m_visited.contains(canonical))
+    const QFileInfo info(place.folder);
+    if (place.canonical.isEmpty())
+        place.canonical = info.canonicalFilePath();
+    if (m_visited.contains(place.canonical))
         return true;
-    if (info.isDir())
-        m_visited.insert(canonical);
-    if (info.isDir() && !info.isReadable())
-        return report(folder, QStringLiteral("the folder cannot be read"), start);
-    const QString sequence = inFolder(folder, PLKeyword::File::SequenceInfo);
-    const QString acquisition = inFolder(folder, PLKeyword::File::ClickInfo);
-    QSet<QString> inSequence;
-    if (QFileInfo::exists(sequence)) {
-        if (!readSequence(sequence, &inSequence, start, m_recursive ? 0 : span))
-            return false;
-    } else if (!listed && QFileInfo::exists(acquisition)) {
-        Found found;
-        found.acquisition.path = acquisition;
-        found.name = info.fileName();
-        found.progress = start;
-        if (!m_found(found))
-            return false;
-    } else if (!m_recursive) {
-        return report(sequence, explained(eSTATUS_FILE_NOT_FOUND), start);
-    }
-    return !m_recursive || visitChildren(folder, inSequence, start, span);
+    m_visited.insert(place.canonical);
+    if (!info.isReadable())
+        return fail(place, Found::Folder, place.folder,
+                    QStringLiteral("the folder cannot be read"));
+    QSet<QString> listed;
+    return tellOwn(place, &listed) && (!m_options.recursive || visitChildren(place, listed));
 }
 
-bool ArchiveWalk::visitChildren(const QString& folder, const QSet<QString>& listed, double start,
-                                double span)
+/** Tells of what a folder itself holds. @param listed  receives the folders of its sequence */
+bool ArchiveWalk::tellOwn(const Place& place, QSet<QString>* listed)
 {
-    const QStringList children =
-        QDir(folder).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    const double step = children.isEmpty() ? 0 : span / double(children.size());
-    const QStringList passedOver = unspelledFolders(folder);
-    for (const QString& child : passedOver) {
-        if (!report(inFolder(folder, child), QStringLiteral("this locale cannot spell the name"),
-                    start))
+    const QString sequence = inFolder(place.folder, PLKeyword::File::SequenceInfo);
+    Found found;
+    found.name = QFileInfo(place.folder).fileName();
+    found.file = inFolder(place.folder, PLKeyword::File::ClickInfo);
+    if (QFileInfo::exists(sequence) && isFollowed(sequence)) {
+        if (!readSequence(place, sequence, listed))
             return false;
+    } else if (QFileInfo::exists(found.file) && isFollowed(found.file)) {
+        if (!place.listed && !tell(place, found))
+            return false;
+    } else if (!m_options.recursive) {
+        return fail(place, Found::Folder, place.folder,
+                    QStringLiteral("holds no SequenceInfo.txt; --recursive reads what lies below"));
     }
-    double place = start;
-    for (const QString& child : children) {
-        if (!visit(inFolder(folder, child), listed.contains(child), place, step))
+    return place.listed || tellFiles(place, place.folder, found);
+}
+
+bool ArchiveWalk::visitChildren(const Place& place, const QSet<QString>& listed)
+{
+    const std::vector<Child> children = subfolders(place.folder, m_options.follow);
+    const double step = place.span / double(qMax(1, int(children.size())));
+    Place inner = place;
+    inner.span = step;
+    for (const Child& child : children) {
+        inner.folder = inFolder(place.folder, child.name);
+        inner.canonical = child.isLink ? QString() : inFolder(place.canonical, child.name);
+        inner.listed = listed.contains(child.name);
+        const bool goOn = child.isSpelled
+                              ? visit(inner)
+                              : fail(inner, Found::Folder, inner.folder,
+                                     QStringLiteral("this locale cannot spell the name"));
+        if (!goOn)
             return false;
-        place += step;
+        inner.start += step;
     }
     return true;
 }
 
-bool ArchiveWalk::readSequence(const QString& file, QSet<QString>* listed, double start,
-                               double span)
+bool ArchiveWalk::readSequence(const Place& place, const QString& file, QSet<QString>* listed)
 {
     const QString other = otherThanFile(file);
     if (!other.isEmpty())
-        return report(file, other, start);
+        return fail(place, Found::SequenceFile, file, other);
     CPLSequenceInfo sequence;
     const tag_estatus status = sequence.loadFile(file);
     if (status != eSTATUS_SUCCESS && status != eSTATUS_EMPTY_SEQUENCE)
-        return report(file, explained(status), start);
+        return fail(place, Found::SequenceFile, file, explained(status, file));
     const QStringList clickNumbers = sequence.getClickNumberList();
     Found found;
-    found.kind = Found::SequenceStart;
-    found.progress = start;
+    found.kind = Found::SequenceFile;
+    found.file = file;
     found.acquisition.sequence = std::make_shared<SequenceHead>(
-        SequenceHead{file, sequence.getDatasetName(), int(clickNumbers.size())});
-    if (!m_found(found))
+        SequenceHead{told(file), sequence.getDatasetName(), int(clickNumbers.size())});
+    if (!tell(place, found))
         return false;
-    found.kind = Found::AcquisitionFile;
+    Place item = place;
     for (int i = 0; i < clickNumbers.size(); ++i) {
         listed->insert(clickNumbers.at(i));
-        found.acquisition.path = sequence.getDatasetPath(i);
-        found.name = clickNumbers.at(i);
-        found.progress = start + span * double(i) / double(clickNumbers.size());
-        if (!m_found(found))
+        if (!m_options.recursive)
+            item.start = place.start + place.span * double(i) / double(clickNumbers.size());
+        if (!tellListed(item, clickNumbers.at(i), sequence.getDatasetPath(i), found))
             return false;
     }
     return true;
 }
 
-ArchiveReader::ArchiveReader(int jobs, std::function<void(const Found&)> done)
-    : m_done(std::move(done))
+bool ArchiveWalk::tellListed(const Place& place, const QString& clickNumber, const QString& file,
+                             const Found& sequence)
+{
+    Found found = sequence;
+    found.kind = Found::AcquisitionFile;
+    found.name = clickNumber;
+    if (!isPlainName(clickNumber)) {
+        found.problem =
+            QStringLiteral("lists '%1', which names no folder here; not opened").arg(clickNumber);
+        return tell(place, std::move(found));
+    }
+    found.file = file;
+    const QString folder = folderOf(file);
+    if (!isFollowed(folder) || !isFollowed(file))
+        found.problem = QStringLiteral("a link; not followed");
+    return tell(place, found) && (!isFollowed(folder) || tellFiles(place, folder, found));
+}
+
+/** Tells of the other files of an acquisition's folder. */
+bool ArchiveWalk::tellFiles(const Place& place, const QString& folder, Found found)
+{
+    const auto tellOne = [&](Found::Kind kind, const QString& name) {
+        found.kind = kind;
+        found.file = inFolder(folder, name);
+        found.problem.clear();
+        return !isFollowed(found.file) || tell(place, found);
+    };
+    const QString analyzed = PLKeyword::File::AnalyzedClickInfo;
+    if (QFileInfo::exists(inFolder(folder, analyzed)) && !tellOne(Found::AnalyzedFile, analyzed))
+        return false;
+    const QStringList images = QDir(folder).entryList(
+        {QLatin1Char('*') + PLKeyword::File::DicomSuffix}, QDir::Files | QDir::Hidden, QDir::Name);
+    return std::all_of(images.cbegin(), images.cend(),
+                       [&](const QString& name) { return tellOne(Found::DicomFile, name); });
+}
+
+ArchiveReader::ArchiveReader(int jobs, Wanted wanted, std::function<void(const Found&)> done)
+    : m_wanted(std::move(wanted))
+    , m_done(std::move(done))
     , m_window(std::size_t(jobs) * windowPerThread)
 {
     for (int i = 0; i < jobs; ++i)
@@ -179,7 +274,7 @@ void ArchiveReader::add(Found found)
     std::unique_lock<std::mutex> lock(m_mutex);
     while (!m_slots.empty() && (m_slots.front().ready || m_slots.size() >= m_window))
         deliverFront(&lock);
-    const bool toRead = found.kind == Found::AcquisitionFile;
+    const bool toRead = found.toRead;
     m_slots.push_back({std::move(found), !toRead});
     if (!toRead)
         return;
@@ -216,7 +311,7 @@ void ArchiveReader::work()
         Slot* const slot = m_waiting.front();
         m_waiting.pop_front();
         lock.unlock();
-        read(&slot->found);
+        read(m_wanted, &slot->found);
         lock.lock();
         slot->ready = true;
         m_ready.notify_one();

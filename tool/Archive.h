@@ -1,11 +1,12 @@
 /**
  * @file
- * Finds the acquisitions of folders and reads them on several threads.
+ * Finds the files of an archive and reads them on several threads.
  */
 #ifndef OVINFO_ARCHIVE_H
 #define OVINFO_ARCHIVE_H
 
-#include "Acquisition.h"
+#include "Found.h"
+#include "Shard.h"
 
 #include <QtCore/QSet>
 #include <QtCore/QString>
@@ -17,61 +18,75 @@
 #include <thread>
 #include <vector>
 
-/** What was found: an acquisition, a sequence ahead of its acquisitions, or what cannot be read. */
-struct Found
+/** Which folders are walked through, and how their paths are told. */
+struct WalkOptions
 {
-    enum Kind {
-        AcquisitionFile,
-        SequenceStart,
-        Failure,
-    };
-
-    Kind kind = AcquisitionFile;
-    Acquisition acquisition; ///< of a sequence only that; of a failure the path
-    QString name;            ///< of the folder: the click number of a file that gives none
-    QString problem;         ///< why it cannot be read; empty when it can
-    double progress = 0;     ///< how much of the folders lies behind, from 0 to 1
+    bool recursive = false;
+    bool follow = true; ///< links to files and folders
+    Shard shard;
+    QString relativeTo; ///< the folder from which paths are told; empty: as they are given
 };
 
 /**
  * Walks through folders in the order of their names. A folder that is reached again, by a link or
  * by being named twice, is passed over.
+ *
+ * A sequence comes before its acquisitions, these in its own order, each with the analysed click
+ * info and the DICOM files of its folder; then what lies below the sequence's folder.
  */
 class ArchiveWalk
 {
 public:
     /** @param found  takes what is found, in order; false ends the walk */
-    ArchiveWalk(bool recursive, std::function<bool(Found)> found)
-        : m_recursive(recursive)
+    ArchiveWalk(WalkOptions options, std::function<bool(Found)> found)
+        : m_options(std::move(options))
         , m_found(std::move(found))
     {}
 
-    /** @param start, span  which part of the progress the folder is */
-    bool walk(const QString& folder, double start, double span);
+    /** Walks through folders; all below them when the walk is recursive, in the order of names. */
+    void walk(QStringList folders);
 
 private:
-    bool visit(const QString& folder, bool listed, double start, double span);
-    bool visitChildren(const QString& folder, const QSet<QString>& listed, double start,
-                       double span);
-    bool readSequence(const QString& file, QSet<QString>* listed, double start, double span);
-    bool report(const QString& path, const QString& problem, double progress);
+    /** A folder, and which part of the progress it is. */
+    struct Place
+    {
+        QString folder;
+        QString canonical;   ///< the same without links; empty when that is not known
+        bool listed = false; ///< whether a sequence has told of the folder's own files already
+        double start = 0;
+        double span = 0;
+    };
 
-    bool m_recursive;
+    bool walkInto(const Place& place);
+    bool visit(Place place);
+    bool tellOwn(const Place& place, QSet<QString>* listed);
+    bool visitChildren(const Place& place, const QSet<QString>& listed);
+    bool readSequence(const Place& place, const QString& file, QSet<QString>* listed);
+    bool tellListed(const Place& place, const QString& clickNumber, const QString& file,
+                    const Found& sequence);
+    bool tellFiles(const Place& place, const QString& folder, Found found);
+    bool tell(const Place& place, Found found);
+    bool fail(const Place& place, Found::Kind kind, const QString& path, const QString& problem);
+    [[nodiscard]] QString told(const QString& path) const;
+    [[nodiscard]] bool isFollowed(const QString& path) const;
+
+    WalkOptions m_options;
     std::function<bool(Found)> m_found;
+    QString m_top; ///< the folder that is walked through
     QSet<QString> m_visited;
 };
 
-/** Reads acquisitions on several threads and hands them on in the order in which they came. */
+/** Reads files on several threads and hands them on in the order in which they came. */
 class ArchiveReader
 {
 public:
     /** @param done  takes each result, on the thread that calls add() and finish() */
-    ArchiveReader(int jobs, std::function<void(const Found&)> done);
+    ArchiveReader(int jobs, Wanted wanted, std::function<void(const Found&)> done);
     ArchiveReader(const ArchiveReader&) = delete;
     ArchiveReader& operator=(const ArchiveReader&) = delete;
     ~ArchiveReader();
 
-    /** Waits while too many acquisitions are on their way. */
+    /** Waits while too many files are on their way. */
     void add(Found found);
 
     /** Waits for everything that was added. */
@@ -87,6 +102,7 @@ private:
     void work();
     void deliverFront(std::unique_lock<std::mutex>* lock);
 
+    Wanted m_wanted;
     std::function<void(const Found&)> m_done;
     std::size_t m_window;
     std::mutex m_mutex;

@@ -252,24 +252,16 @@ QJsonObject jsonOf(const QString& file, const Instrument& instrument, const CPLC
 
 } // namespace
 
-int cameraCommand(const QStringList& words)
+ExitCode cameraCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(
-        QLatin1String("Prints what an instrument can do: its family, capabilities, stage positions "
-                      "with their fields of view, CCD pixels and binning presets."));
-    if (const auto done = parse(parser, QLatin1String("camera"), QLatin1String("FILE"), words))
-        return *done;
-    const QString file = parser.positionalArguments().at(0);
+    const QString file = request.files.at(0);
     QString problem;
     if (!readFile(file, &problem))
         return fail(file, problem);
     CPLCameraInfo info;
-    qInstallMessageHandler(collectReport);
+    const QtMessageHandler before = qInstallMessageHandler(collectReport);
     const bool loaded = info.loadCameraInfo(file);
-    qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(before);
     for (const QString& report : qAsConst(reports))
         fail(file, report);
     if (!loaded && !reports.isEmpty())
@@ -277,7 +269,7 @@ int cameraCommand(const QStringList& words)
     if (!loaded || info.getCameraInfoSection()->count() == 0)
         return fail(file, QLatin1String("describes no instrument"));
     const Instrument instrument = describe(info);
-    if (parser.isSet(json))
+    if (request.has(Options::json))
         print(jsonOf(file, instrument, info));
     else
         print(textOf(instrument, info));

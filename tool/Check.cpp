@@ -1,6 +1,8 @@
 #include "Check.h"
 
+#include "Damage.h"
 #include "Document.h"
+#include "Entries.h"
 #include "Files.h"
 #include "InfoScan.h"
 #include "KindCheck.h"
@@ -81,11 +83,14 @@ public:
 private:
     void checkEncoding(const Document& document);
     bool checkHeader(const InfoBlock& block, bool catalogue);
+    bool checkLoneNumber(int line);
     bool checkClickNumber(const InfoBlock& block);
     bool checkBlock(const InfoBlock& block, bool catalogue, Places* sections);
+    void checkSkipped(const InfoBlock& block, int first);
     void checkChunk(const InfoBlock& block, Places* sections);
     void checkLines(const InfoBlock& block);
     void checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut, Places* keys);
+    void checkNumber(int line, const QString& key, const QString& value);
     void checkCharacters(const InfoBlock& block);
     void checkPieces(const InfoLine& line, const QString& name);
 
@@ -112,22 +117,15 @@ bool hasText(const QByteArray& bytes, const InfoLines& lines)
                        [&](const InfoLine& line) { return !textOf(bytes, line.span).isEmpty(); });
 }
 
+/** The library reads an info text as Latin-1, whatever it looks like. */
 void Checker::checkEncoding(const Document& document)
 {
-    if (m_bytes.startsWith("\xFF\xFE") || m_bytes.startsWith("\xFE\xFF"))
-        problem(1, "utf16",
-                QStringLiteral("UTF-16 text; the library reads one byte as one "
-                               "character and finds no section"));
-    if (m_bytes.startsWith("\xEF\xBB\xBF"))
-        problem(1, "byte-order-mark",
-                QStringLiteral("a byte order mark; the library takes the first line for text "
-                               "before the first section"));
+    const QByteArray text = m_bytes.mid(document.textStart());
     const auto isAscii = [](char c) { return c >= 0; };
-    const auto* const other = std::find_if_not(m_bytes.begin(), m_bytes.end(), isAscii);
-    if (document.textStart() > 0 || other == m_bytes.end() ||
-        QString::fromUtf8(m_bytes.constData(), m_bytes.size()).toUtf8() != m_bytes)
+    const auto* const other = std::find_if_not(text.begin(), text.end(), isAscii);
+    if (document.isDicom() || other == text.end() || !isUtf8(text))
         return;
-    const InfoLines before = linesOf(m_bytes, {0, int(other - m_bytes.begin())}, 1);
+    const InfoLines before = linesOf(text, {0, int(other - text.begin())}, 1);
     note(before.empty() ? 1 : before.back().number, "looks-like-utf8",
          QStringLiteral("looks like UTF-8; the library reads each byte as one Latin-1 character"));
 }
@@ -147,22 +145,25 @@ bool Checker::checkHeader(const InfoBlock& block, bool catalogue)
     return false;
 }
 
+/** A section without a line gives no number; false when the load stops at it. */
+bool Checker::checkLoneNumber(int line)
+{
+    const QString message =
+        QStringLiteral("no line stands in section 'ClickNumber', so its number is not read");
+    const QString end = QStringLiteral("; the load stops here with %1, the rest of the file is not "
+                                       "read")
+                            .arg(getStatusString(eSTATUS_EMPTY_SECTION_KEY));
+    problem(line, "click-number-alone", m_hasClickNumber ? message : message + end);
+    return m_hasClickNumber;
+}
+
 /** The click number that a "ClickNumber" section gives; false when the load stops. */
 bool Checker::checkClickNumber(const InfoBlock& block)
 {
     constexpr int longest = 31;
     const int line = block.header.number;
-    if (!hasText(m_bytes, block.lines)) {
-        const QString message = QStringLiteral("no line stands in section 'ClickNumber', so its "
-                                               "number is not read");
-        problem(line, "click-number-alone",
-                m_hasClickNumber
-                    ? message
-                    : message + QStringLiteral("; the load stops here with %1, the rest of the "
-                                               "file is not read")
-                                    .arg(getStatusString(eSTATUS_EMPTY_SECTION_KEY)));
-        return m_hasClickNumber;
-    }
+    if (!hasText(m_bytes, block.lines))
+        return checkLoneNumber(line);
     m_hasClickNumber = true;
     const QString number =
         decoded(block, textOf(m_bytes, cutLine(m_bytes, block.header.span).after));
@@ -177,7 +178,8 @@ bool Checker::checkClickNumber(const InfoBlock& block)
                     .arg(quoted(number), quoted((QLatin1Char('X') + number).left(longest))));
     else if (number.size() > longest)
         problem(line, "click-number-cut",
-                QStringLiteral("the click number is longer than 31 characters; it is read as %1")
+                QStringLiteral("the click number is longer than %1 characters; it is read as %2")
+                    .arg(longest)
                     .arg(quoted(number.left(longest))));
     return true;
 }
@@ -223,6 +225,52 @@ void Checker::checkText(const Document& document, bool loads)
         problem(0, "not-loaded", document.problem());
 }
 
+/** A key that the library reads as a number, or what such keys begin with and hold. */
+struct NumberKey
+{
+    QLatin1String key;
+    bool isWhole = true;
+    QLatin1String part = {};
+};
+
+constexpr NumberKey numberKeys[] = {
+    {Key::EmptySequence},
+    {Key::ElectronicsTrayPartNumber},
+    {Key::LightsControlPolarity},
+    {Key::StructuredLightDelay},
+    {Key::RotationStageMotorDriver},
+    {Key::Rdx2Angle, false},
+    {Key::RodxAngle, false},
+    {Key::ShelfPosition, false, Key::FovPart},
+};
+
+bool isOf(const NumberKey& row, const QString& key)
+{
+    if (row.part.isEmpty())
+        return key.compare(row.key, Qt::CaseInsensitive) == 0;
+    return key.startsWith(row.key, Qt::CaseInsensitive) &&
+           key.contains(row.part, Qt::CaseInsensitive);
+}
+
+/** A key without a value is given no number, so nothing is wrong with it. */
+void Checker::checkNumber(int line, const QString& key, const QString& value)
+{
+    const auto* const row = std::find_if(std::begin(numberKeys), std::end(numberKeys),
+                                         [&](const NumberKey& r) { return isOf(r, key); });
+    if (row == std::end(numberKeys) || value.isEmpty())
+        return;
+    bool isNumber = false;
+    if (row->isWhole)
+        value.toInt(&isNumber);
+    else
+        value.toFloat(&isNumber);
+    if (!isNumber)
+        problem(line, "number-expected",
+                QStringLiteral("key %1 has the value %2, not %3; it is read as 0")
+                    .arg(quoted(key), quoted(value),
+                         QLatin1String(row->isWhole ? "a whole number" : "a number")));
+}
+
 void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut,
                         Places* keys)
 {
@@ -244,6 +292,7 @@ void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const Line
                     .arg(quoted(key)));
     if (first == keys->constEnd())
         keys->insert(key.toLower(), line.number);
+    checkNumber(line.number, key, withoutComment(decoded(block, textOf(m_bytes, cut.after))).text);
 }
 
 void Checker::checkLines(const InfoBlock& block)
@@ -288,33 +337,37 @@ void Checker::checkCharacters(const InfoBlock& block)
 constexpr QLatin1String readAgain[] = {Section::Sequence, Section::ClickNumbers, Section::UserInput,
                                        Section::GraphControls};
 
+/** The section that is skipped because its key stood in an earlier line. */
+void Checker::checkSkipped(const InfoBlock& block, int first)
+{
+    const bool again =
+        std::find(std::begin(readAgain), std::end(readAgain), block.key) != std::end(readAgain);
+    problem(block.header.number, "section-twice",
+            QStringLiteral("section %1 again (first in line %2); it is skipped%3")
+                .arg(quoted(block.key))
+                .arg(first)
+                .arg(QLatin1String(again ? ", but what the sequence takes from it counts" : "")));
+}
+
 void Checker::checkChunk(const InfoBlock& block, Places* sections)
 {
     const int line = block.header.number;
     if (block.inLine)
         problem(line, "mark-in-line",
                 QStringLiteral("'*** ' inside a line; a section begins there"));
-    const FaultText* const row = faultText(sequenceFaults, block.fault);
-    if (row)
+    if (const FaultText* const row = faultText(sequenceFaults, block.fault))
         problem(line, row->code, QLatin1String(row->message));
     if (block.fault == HeaderFault::NoColon || block.fault == HeaderFault::TooFar ||
         block.fault == HeaderFault::EmptyKey)
         return;
     if (sections->contains(block.key)) {
-        const bool again =
-            std::find(std::begin(readAgain), std::end(readAgain), block.key) != std::end(readAgain);
-        problem(
-            line, "section-twice",
-            QStringLiteral("section %1 again (first in line %2); it is skipped%3")
-                .arg(quoted(block.key))
-                .arg(sections->value(block.key))
-                .arg(QLatin1String(again ? ", but what the sequence takes from it counts" : "")));
+        checkSkipped(block, sections->value(block.key));
         return;
     }
     sections->insert(block.key, line);
     if (textOf(m_bytes, cutLine(m_bytes, block.header.span).after).contains('#'))
         note(line, "name-comment",
-             QStringLiteral("a comment behind the section name; a save drops it"));
+             QStringLiteral("a comment after the section name; a save drops it"));
     if (block.open)
         problem(line, "header-without-line-end",
                 QStringLiteral("no line end follows the header; the section has no name, and the "
@@ -325,9 +378,9 @@ void Checker::checkChunk(const InfoBlock& block, Places* sections)
 
 void Checker::checkSequence(const Document& document)
 {
-    const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes);
+    const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes, document.textStart());
     const int start = blocks.empty() ? int(m_bytes.size()) : blocks.front().header.span.start;
-    const InfoLines lines = linesOf(m_bytes, {0, start}, 1);
+    const InfoLines lines = linesOf(m_bytes, {document.textStart(), start}, 1);
     const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
         return !textOf(m_bytes, line.span).isEmpty();
     });
@@ -374,8 +427,8 @@ void Checker::checkIndex(const Document& document)
     const QString name = document.kind() == FileKind::StructureReferences
                              ? Key::StructureReference
                              : Key::FluorescentReference;
-    const Span text = trimmed(m_bytes, {0, int(m_bytes.size())});
-    for (const InfoLine& line : linesOf(m_bytes, {0, text.end}, 1)) {
+    const Span text = trimmed(m_bytes, {document.textStart(), int(m_bytes.size())});
+    for (const InfoLine& line : linesOf(m_bytes, {document.textStart(), text.end}, 1)) {
         const QByteArray content = textOf(m_bytes, line.span);
         if (line.span.end <= text.start)
             continue;
@@ -418,6 +471,32 @@ void checkSpectral(const QString& path, const Document& document, Checker* check
                          QStringLiteral("column %1: %2").arg(column).arg(message));
 }
 
+/** Checks what the document is made of, in the way of its kind. */
+void checkContent(const QString& path, const Document& document, bool loads, CheckedFile* result)
+{
+    Checker checker(document.bytes(), result);
+    if (!loads && document.isDicom() && document.textStart() == 0) {
+        checker.problem(0, "not-loaded", document.problem());
+    } else if (document.kind() == FileKind::SpectralAnalysis) {
+        if (!loads)
+            checkSpectral(path, document, &checker);
+    } else if (document.kind() == FileKind::Sequence) {
+        checker.checkSequence(document);
+    } else if (document.isIndex()) {
+        checker.checkIndex(document);
+    } else {
+        checker.checkText(document, loads);
+    }
+    const auto written = loads ? document.writtenForm() : std::nullopt;
+    if (written)
+        checker.checkWrittenForm(*written);
+}
+
+void add(const std::vector<Finding>& findings, CheckedFile* result)
+{
+    result->findings.insert(result->findings.end(), findings.begin(), findings.end());
+}
+
 } // namespace
 
 int CheckedFile::problems() const
@@ -437,26 +516,10 @@ CheckedFile checkFile(const QString& path)
     }
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
-    Checker checker(document.bytes(), &result);
-    if (!loads && document.isDicom() && document.textStart() == 0) {
-        checker.problem(0, "not-loaded", document.problem());
-    } else if (document.kind() == FileKind::SpectralAnalysis) {
-        if (!loads)
-            checkSpectral(path, document, &checker);
-    } else if (document.kind() == FileKind::Sequence) {
-        checker.checkSequence(document);
-    } else if (document.isIndex()) {
-        checker.checkIndex(document);
-    } else {
-        checker.checkText(document, loads);
-    }
-    const auto written = loads ? document.writtenForm() : std::nullopt;
-    if (written)
-        checker.checkWrittenForm(*written);
-    if (loads) {
-        const std::vector<Finding> more = checkKind(path, document);
-        result.findings.insert(result.findings.end(), more.begin(), more.end());
-    }
+    checkContent(path, document, loads, &result);
+    add(damageOf(document, loads), &result);
+    if (loads)
+        add(checkKind(path, document), &result);
     std::stable_sort(result.findings.begin(), result.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return result;

@@ -1,7 +1,14 @@
+#include "ArchiveRequest.h"
 #include "Check.h"
 #include "Commands.h"
+#include "Document.h"
+#include "Files.h"
 #include "Json.h"
 #include "Terminal.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -13,7 +20,7 @@ QString lineOf(const QString& file, const Finding& finding)
         finding.line > 0 ? file + QLatin1Char(':') + QString::number(finding.line) : file;
     const QLatin1String kind(finding.isProblem ? "problem" : "note");
     return QStringLiteral("%1: %2: %3 [%4]\n")
-        .arg(place, kind, finding.message, QLatin1String(finding.code));
+        .arg(printable(place), kind, printable(finding.message), QLatin1String(finding.code));
 }
 
 void printText(const QString& file, const CheckedFile& checked)
@@ -22,7 +29,15 @@ void printText(const QString& file, const CheckedFile& checked)
         print(lineOf(file, finding));
     const QString verdict = checked.problems() == 0 ? QStringLiteral("no problems")
                                                     : counted(checked.problems(), "problem");
-    print(QStringLiteral("%1: %2, %3\n").arg(file, checked.title, verdict));
+    print(QStringLiteral("%1: %2, %3\n").arg(printable(file), printable(checked.title), verdict));
+}
+
+void printProblems(const QString& file, const CheckedFile& checked)
+{
+    for (const Finding& finding : checked.findings) {
+        if (finding.isProblem)
+            print(lineOf(file, finding));
+    }
 }
 
 QJsonObject findingJson(const Finding& finding)
@@ -42,33 +57,128 @@ QJsonObject fileJson(const QString& file, const CheckedFile& checked)
                    {"findings", arrayOf(checked.findings, findingJson)}});
 }
 
+/** The names of data files; DICOM files are of them as far as they hold click info. */
+constexpr QLatin1String dataFiles[] = {
+    PLKeyword::File::ClickInfo,      PLKeyword::File::AnalyzedClickInfo,
+    PLKeyword::File::SequenceInfo,   PLKeyword::File::BkgSummary,
+    PLKeyword::File::StructureIndex, PLKeyword::File::FluorescentIndex,
+    PLKeyword::File::CameraInfo,
+};
+
+bool isDataFile(const QFileInfo& file)
+{
+    if (file.fileName().endsWith(PLKeyword::File::DicomSuffix)) {
+        Document document;
+        return document.load(file.filePath()) || document.textStart() > 0;
+    }
+    return std::find(std::begin(dataFiles), std::end(dataFiles), file.fileName()) !=
+           std::end(dataFiles);
+}
+
+/** Checks files one by one and prints what it finds. */
+class CheckRun
+{
+public:
+    CheckRun(const Request& request, Shard shard)
+        : m_request(request)
+        , m_shard(shard)
+    {}
+
+    void check(const QString& path);
+
+    /** Checks the data files in and below a folder, or a file, as far as they are in the shard. */
+    void checkAll(const QString& path);
+    ExitCode finish();
+
+private:
+    void print(const QString& path, const CheckedFile& checked);
+    void checkBelow(const QString& folder, const QString& sequence);
+
+    const Request& m_request;
+    Shard m_shard;
+    QString m_top; ///< the folder that is given
+    ExitCode m_result = Success;
+    QJsonArray m_files;      ///< for one object
+    QSet<QString> m_visited; ///< folders, so that no link leads in a circle
+};
+
+void CheckRun::check(const QString& path)
+{
+    const CheckedFile checked = checkFile(path);
+    if (checked.problems() > 0)
+        m_result = BadFile;
+    if (!checked.failure.isEmpty())
+        m_result = fail(path, checked.failure);
+    print(path, checked);
+}
+
+void CheckRun::print(const QString& path, const CheckedFile& checked)
+{
+    if (m_request.has(Options::json))
+        m_files += fileJson(path, checked);
+    else if (m_request.has(Options::jsonl))
+        printJsonLine(withSchema("ovinfo-checked-file/1", fileJson(path, checked)));
+    else if (m_request.has(Options::quiet))
+        printProblems(path, checked);
+    else if (checked.failure.isEmpty())
+        printText(path, checked);
+}
+
+void CheckRun::checkAll(const QString& path)
+{
+    m_top = path;
+    if (QFileInfo(path).isDir())
+        checkBelow(path, QString());
+    else if (m_shard.holds(QString()))
+        check(path);
+}
+
+/** @param sequence  the folder above when it is that of a sequence, else empty */
+void CheckRun::checkBelow(const QString& folder, const QString& sequence)
+{
+    const QDir directory(folder);
+    const bool isSequence = directory.exists(PLKeyword::File::SequenceInfo);
+    const bool holds =
+        m_shard.holds(below(m_top, isSequence || sequence.isEmpty() ? folder : sequence));
+    if (!directory.isReadable()) {
+        if (holds)
+            m_result = fail(folder, explained(eSTATUS_FILE_OPEN_FAILED, folder));
+        return;
+    }
+    const QString place = directory.canonicalPath();
+    if (m_visited.contains(place))
+        return;
+    m_visited.insert(place);
+    const QFileInfoList children =
+        directory.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QFileInfo& child : children) {
+        if (child.isDir())
+            checkBelow(child.filePath(), isSequence ? folder : QString());
+        else if (holds && isDataFile(child))
+            check(child.filePath());
+    }
+}
+
+ExitCode CheckRun::finish()
+{
+    if (m_request.has(Options::json))
+        ::print(withSchema("ovinfo-check/1", {{"files", m_files}}));
+    return m_result;
+}
+
 } // namespace
 
-int checkCommand(const QStringList& words)
+ExitCode checkCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(QLatin1String(
-        "Tells what is wrong with files, line by line, and what the library makes of it. The exit "
-        "code is 1 when there is a problem; a note tells what a save would change."));
-    if (const auto done = parse(parser, QLatin1String("check"), QLatin1String("FILE..."), words))
-        return *done;
-    ExitCode result = Success;
-    QJsonArray files;
-    const QStringList paths = parser.positionalArguments();
-    for (const QString& path : paths) {
-        const CheckedFile checked = checkFile(path);
-        if (checked.problems() > 0)
-            result = BadFile;
-        if (!checked.failure.isEmpty())
-            result = fail(path, checked.failure);
-        else if (!parser.isSet(json))
-            printText(path, checked);
-        if (parser.isSet(json))
-            files += fileJson(path, checked);
+    const auto shard = shardOf(request);
+    if (!shard)
+        return WrongUsage;
+    CheckRun run(request, *shard);
+    for (const QString& path : request.files) {
+        if (request.has(Options::below))
+            run.checkAll(path);
+        else
+            run.check(path);
     }
-    if (parser.isSet(json))
-        print(withSchema("ovinfo-check/1", {{"files", files}}));
-    return result;
+    return run.finish();
 }

@@ -1,21 +1,25 @@
 /**
  * @file
- * The verbs of ovinfo. Each takes the words behind its name and gives the exit code.
+ * What the verbs of ovinfo do. Each takes what it is asked for and gives the exit code.
  */
 #ifndef OVINFO_COMMANDS_H
 #define OVINFO_COMMANDS_H
 
-#include <QtCore/QStringList>
+#include "Request.h"
 
-int cameraCommand(const QStringList& words);
-int checkCommand(const QStringList& words);
-int diffCommand(const QStringList& words);
-int getCommand(const QStringList& words);
-int newCommand(const QStringList& words);
-int presetsCommand(const QStringList& words);
-int setCommand(const QStringList& words);
-int showCommand(const QStringList& words);
-int spectralCommand(const QStringList& words);
-int studyCommand(const QStringList& words);
+ExitCode cameraCommand(const Request& request);
+ExitCode checkCommand(const Request& request);
+ExitCode diffCommand(const Request& request);
+ExitCode getCommand(const Request& request);
+ExitCode indexCommand(const Request& request);
+ExitCode newCommand(const Request& request);
+ExitCode presetsCommand(const Request& request);
+ExitCode queryCommand(const Request& request);
+ExitCode setCommand(const Request& request);
+ExitCode showCommand(const Request& request);
+ExitCode spectralCommand(const Request& request);
+ExitCode stripCommand(const Request& request);
+ExitCode studyCommand(const Request& request);
+ExitCode unsetCommand(const Request& request);
 
 #endif

@@ -151,7 +151,8 @@ QString textOf(const Difference& difference)
                         : QLatin1Char('[') + difference.section + QLatin1Char(']');
     if (!difference.key.isNull())
         place += (place.isEmpty() ? QString() : QStringLiteral(" ")) + difference.key;
-    return place + QLatin1Char('\n') + side("<", difference.left) + side(">", difference.right);
+    return printable(place) + QLatin1Char('\n') + side("<", difference.left) +
+           side(">", difference.right);
 }
 
 QJsonValue textOrAbsent(const QString& text)
@@ -169,18 +170,9 @@ QJsonObject differenceJson(const Difference& difference)
 
 } // namespace
 
-int diffCommand(const QStringList& words)
+ExitCode diffCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(QLatin1String(
-        "Compares two files section by section and key by key. Layout does not count: white "
-        "space, blank lines, line ends, letter case of keys, order of sections and keys. Exit "
-        "codes: 0 no difference, 1 different, 2 a file cannot be read."));
-    if (const auto done = parse(parser, QLatin1String("diff"), QLatin1String("FILE FILE"), words))
-        return *done;
-    const QStringList files = parser.positionalArguments();
+    const QStringList& files = request.files;
     QList<Item> items[2];
     for (int i = 0; i < 2; ++i) {
         Document document;
@@ -193,7 +185,7 @@ int diffCommand(const QStringList& words)
             item.value = orEmpty(item.value);
     }
     const QList<Difference> differences = compare(items[0], items[1]);
-    if (parser.isSet(json)) {
+    if (request.has(Options::json)) {
         print(withSchema("ovinfo-diff/1", {{"left", files.at(0)},
                                            {"right", files.at(1)},
                                            {"same", differences.isEmpty()},

@@ -106,12 +106,14 @@ QString decode(QByteArray bytes)
     return QString::fromLatin1(bytes.constData(), bytes.size());
 }
 
+constexpr const char* byteOrderMark = "\xEF\xBB\xBF"; // of UTF-8
+
 /** Whether the first character is '<', in any of the encodings of XML. */
 bool isXml(const QByteArray& bytes)
 {
     QByteArray start = bytes.left(256);
     start.replace('\0', "");
-    for (const char* const mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
+    for (const char* const mark : {byteOrderMark, "\xFF\xFE", "\xFE\xFF"}) {
         if (start.startsWith(mark))
             start.remove(0, int(qstrlen(mark)));
     }
@@ -174,11 +176,14 @@ std::optional<FileKind> kindOfKeyLines(const CPLSection& lines)
 
 bool Document::load(const QString& file)
 {
+    m_path = file;
     const auto bytes = readFile(file, &m_problem);
     if (!bytes)
         return false;
     m_bytes = *bytes;
     m_wasRead = true;
+    if (m_bytes.startsWith(byteOrderMark))
+        m_textStart = int(qstrlen(byteOrderMark));
     if (isXml(m_bytes))
         return loadSpectral(file);
     if (isDicom())
@@ -203,7 +208,7 @@ bool Document::isIndex() const
 
 bool Document::setProblem(tag_estatus status)
 {
-    m_problem = explained(status);
+    m_problem = explained(status, m_path);
     return false;
 }
 
@@ -301,11 +306,12 @@ bool Document::loadDicom()
 // the lines of a filter wheel into that section.
 bool Document::loadKeyLines()
 {
-    const int headerStart = firstHeader(m_bytes, 0);
+    const int headerStart = firstHeader(m_bytes, m_textStart);
     const QString header =
         PLKeyword::Text::Marker + QString(Section::CameraSystemInfo) + QLatin1Char(':');
     CPLClickInfo lines;
-    lines.loadTextBuffer(header + QLatin1Char('\n') + decode(m_bytes.left(headerStart)));
+    lines.loadTextBuffer(header + QLatin1Char('\n') +
+                         decode(m_bytes.mid(m_textStart, headerStart - m_textStart)));
     const auto kind = kindOfKeyLines(*lines[0]);
     if (!kind || (*kind == FileKind::FilterWheel && m_text[0]) ||
         m_bytes.toLower().contains(header.toLatin1().toLower()) ||
@@ -356,7 +362,7 @@ QString Document::clickNumber() const
 std::optional<QByteArray> Document::writtenForm() const
 {
     if (m_kind != FileKind::Sequence)
-        return isIndex() || m_startsWithoutHeader || m_textStart > 0 || m_spectral ||
+        return isIndex() || m_startsWithoutHeader || isDicom() || m_spectral ||
                        m_kind == FileKind::BackgroundSummary
                    ? std::nullopt
                    : std::optional(m_text.getClickInfoData());

@@ -72,7 +72,8 @@ public:
     /** The bytes of the file. */
     [[nodiscard]] const QByteArray& bytes() const { return m_bytes; }
 
-    /** Where the text begins in them: behind the image in a DICOM file. */
+    /** Where the text begins in them: after a byte order mark, or after the image of a DICOM file.
+     */
     [[nodiscard]] int textStart() const { return m_textStart; }
 
     /** Whether it is a DICOM file. */
@@ -95,6 +96,7 @@ private:
     bool loadKeyLines();
     void setTextKind();
 
+    QString m_path;
     QByteArray m_bytes;
     bool m_wasRead = false;
     int m_textStart = 0;

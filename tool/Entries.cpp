@@ -1,8 +1,22 @@
 #include "Entries.h"
 
+#include "Json.h"
+
 #include "PLKeywords.h"
 
 #include <algorithm>
+
+namespace {
+
+QJsonObject entryJson(const Entry& entry)
+{
+    if (!entry.isPair())
+        return object({{"comment", entry.comment}});
+    return object(
+        {{"key", entry.key}, {"value", entry.value}, {"comment", textOrNull(entry.comment)}});
+}
+
+} // namespace
 
 QString trimmed(const QString& text)
 {
@@ -55,4 +69,17 @@ QList<Entry> entriesOf(const CPLSection& section)
         entries.append({line.left(colon), value.text, value.comment});
     }
     return entries;
+}
+
+SectionText textOf(const CPLSection& section)
+{
+    return {keyOf(section), nameOf(section), entriesOf(section)};
+}
+
+QJsonObject sectionJson(const SectionText& section)
+{
+    return object({{"key", section.key},
+                   {"name", section.name.text},
+                   {"comment", textOrNull(section.name.comment)},
+                   {"entries", arrayOf(section.entries, entryJson)}});
 }

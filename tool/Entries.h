@@ -7,6 +7,7 @@
 
 #include "PLSection.h"
 
+#include <QtCore/QJsonObject>
 #include <QtCore/QList>
 #include <QtCore/QString>
 
@@ -39,6 +40,29 @@ inline bool operator==(const Entry& a, const Entry& b)
 
 /** The entries in order; blank lines are comments without text. */
 QList<Entry> entriesOf(const CPLSection& section);
+
+/** A section with its comments. */
+struct SectionText
+{
+    QString key;
+    CommentedText name;
+    QList<Entry> entries;
+};
+
+SectionText textOf(const CPLSection& section);
+
+/** The sections of a document in order. */
+template <typename Document>
+QList<SectionText> sectionsOf(const Document& document)
+{
+    QList<SectionText> sections;
+    for (int i = 0; const CPLSection* const section = document[i]; ++i)
+        sections.append(textOf(*section));
+    return sections;
+}
+
+/** A section as programs get it. */
+QJsonObject sectionJson(const SectionText& section);
 
 /** The section's key and name, the name without its comment. */
 QString keyOf(const CPLSection& section);

@@ -5,6 +5,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <filesystem>
+
 #ifdef Q_OS_UNIX
 #include <sys/file.h>
 #endif
@@ -13,9 +15,6 @@ using ovparser::internal::writeFile;
 using ovparser::internal::WriteMode;
 
 namespace {
-
-/** The largest file that the library reads. */
-constexpr qint64 maxFileSize = qint64(512) * 1024 * 1024;
 
 struct Explanation
 {
@@ -37,13 +36,33 @@ constexpr Explanation explanations[] = {
 
 } // namespace
 
-QString explained(tag_estatus status)
+const char* obstacleOf(const QString& path, Access access)
 {
+    const char* const denied = "permission denied";
+    std::error_code error;
+    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
+    const QFileInfo file(path);
+    const QFileInfo folder(file.path());
+    const bool absent = status.type() == std::filesystem::file_type::not_found;
+    if (absent && (access == Access::Read || !folder.isDir()))
+        return access == Access::Read ? "no such file" : "no such folder";
+    if (error == std::errc::permission_denied)
+        return denied;
+    if (access == Access::Read)
+        return file.isReadable() ? nullptr : denied;
+    return (absent ? folder : file).isWritable() ? nullptr : denied;
+}
+
+QString explained(tag_estatus status, const QString& path, Access access)
+{
+    const bool unopened = status == eSTATUS_FILE_OPEN_FAILED || status == eSTATUS_FILE_NOT_FOUND;
+    const char* text = unopened ? obstacleOf(path, access) : nullptr;
     for (const Explanation& row : explanations) {
-        if (row.status == status)
-            return QStringLiteral("%1 (%2)").arg(QLatin1String(row.text), getStatusString(status));
+        if (!text && row.status == status)
+            text = row.text;
     }
-    return getStatusString(status);
+    const QString name = getStatusString(status);
+    return text ? QStringLiteral("%1 (%2)").arg(QLatin1String(text), name) : name;
 }
 
 QString otherThanFile(const QString& path)
@@ -61,16 +80,16 @@ std::optional<QByteArray> readFile(const QString& path, QString* problem)
         return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *problem = explained(eSTATUS_FILE_OPEN_FAILED);
+        *problem = explained(eSTATUS_FILE_OPEN_FAILED, path);
         return std::nullopt;
     }
-    if (file.size() > maxFileSize) {
-        *problem = explained(eSTATUS_OUT_OF_MEMORY);
+    if (file.size() > ovparser::internal::maxTextFileSize) {
+        *problem = explained(eSTATUS_OUT_OF_MEMORY, path);
         return std::nullopt;
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        *problem = explained(eSTATUS_FILE_READ_FAILED);
+        *problem = explained(eSTATUS_FILE_READ_FAILED, path);
         return std::nullopt;
     }
     return bytes;
@@ -103,7 +122,7 @@ QString rewriteFile(const QString& path, const QByteArray& old, const QByteArray
     if (status == eSTATUS_SUCCESS)
         return {};
     if (status == eSTATUS_FILE_OPEN_FAILED)
-        return explained(status);
+        return explained(status, path, Access::Write);
     return readFile(path, &problem) == old
                ? QStringLiteral("cannot be written; not changed")
                : QStringLiteral("cannot be written, nor could the old bytes be put back");

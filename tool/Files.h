@@ -12,8 +12,18 @@
 
 #include <optional>
 
-/** A status in words, with its name. */
-QString explained(tag_estatus status);
+enum class Access {
+    Read,
+    Write, ///< also of a file that is not there yet
+};
+
+/**
+ * What keeps a file from being opened, e.g. "permission denied"; null when nothing is seen to.
+ */
+const char* obstacleOf(const QString& path, Access access);
+
+/** A status in words, with its name; that a file cannot be opened is told by what keeps it. */
+QString explained(tag_estatus status, const QString& path, Access access = Access::Read);
 
 /** What a path names instead of a file: a folder, pipe or device; empty for a file or nothing. */
 QString otherThanFile(const QString& path);

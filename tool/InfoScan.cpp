@@ -73,11 +73,6 @@ void readHeader(const QByteArray& bytes, InfoBlock* block)
         block->fault = HeaderFault::EmptyKey;
 }
 
-bool isUtf8(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes.constData(), bytes.size()).toUtf8() == bytes;
-}
-
 bool holdsLineEnd(const QByteArray& bytes, Span span)
 {
     return find(bytes, '\n', span) >= 0 || find(bytes, '\r', span) >= 0;
@@ -116,19 +111,6 @@ std::optional<ValuePlace> lastValue(const QByteArray& bytes, const InfoBlock& bl
         if (cut.kind == LineCut::Pair &&
             decoded(block, textOf(bytes, cut.before)).toLower() == key.toLower())
             return ValuePlace{cut.after, block.utf8};
-    }
-    return std::nullopt;
-}
-
-std::optional<ValuePlace> valueOfBlocks(const QByteArray& bytes,
-                                        const std::vector<InfoBlock>& blocks,
-                                        const QString& section, const QString& key)
-{
-    for (const InfoBlock& block : blocks) {
-        const bool read = block.fault == HeaderFault::None || block.fault == HeaderFault::Spans ||
-                          block.fault == HeaderFault::CommentedColon;
-        if (read && block.key.toLower() == section.toLower())
-            return lastValue(bytes, block, key);
     }
     return std::nullopt;
 }
@@ -202,6 +184,11 @@ std::vector<InfoBlock> documentBlocks(const Document& document)
 }
 
 } // namespace
+
+bool isUtf8(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes.constData(), bytes.size()).toUtf8() == bytes;
+}
 
 Span trimmed(const QByteArray& bytes, Span span)
 {
@@ -279,11 +266,11 @@ std::vector<InfoBlock> blocksOf(const QByteArray& bytes, int start)
     return blocks;
 }
 
-std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes)
+std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes, int start)
 {
     std::vector<InfoBlock> blocks;
     const int end = int(bytes.size());
-    const InfoLines lines = linesOf(bytes, {0, end}, 1);
+    const InfoLines lines = linesOf(bytes, {start, end}, 1);
     auto line = lines.begin();
     int colon = 0;
     int next = 0;
@@ -311,13 +298,27 @@ std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes)
     return blocks;
 }
 
+std::optional<InfoBlock> findBlock(const Document& document, const QString& section)
+{
+    if (document.isIndex() || document.spectral())
+        return std::nullopt;
+    const auto blocks = document.kind() == FileKind::Sequence
+                            ? sequenceBlocksOf(document.bytes(), document.textStart())
+                            : documentBlocks(document);
+    for (const InfoBlock& block : blocks) {
+        const bool read = block.fault == HeaderFault::None || block.fault == HeaderFault::Spans ||
+                          block.fault == HeaderFault::CommentedColon;
+        if (read && block.key.toLower() == section.toLower())
+            return block;
+    }
+    return std::nullopt;
+}
+
 std::optional<ValuePlace> findValue(const Document& document, const QString& section,
                                     const QString& key)
 {
     if (document.isIndex())
         return valueOfIndex(document, section, key);
-    const QByteArray& bytes = document.bytes();
-    const auto blocks =
-        document.kind() == FileKind::Sequence ? sequenceBlocksOf(bytes) : documentBlocks(document);
-    return valueOfBlocks(bytes, blocks, section, key);
+    const auto block = findBlock(document, section);
+    return block ? lastValue(document.bytes(), *block, key) : std::nullopt;
 }

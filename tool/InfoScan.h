@@ -36,6 +36,9 @@ using InfoLines = std::vector<InfoLine>;
 QByteArray textOf(const QByteArray& bytes, Span span);
 Span trimmed(const QByteArray& bytes, Span span);
 
+/** Whether bytes are UTF-8, without a byte order mark. */
+bool isUtf8(const QByteArray& bytes);
+
 /** Cuts a range into lines. @param number  the number of its first line */
 InfoLines linesOf(const QByteArray& bytes, Span range, int number);
 
@@ -88,10 +91,13 @@ struct InfoBlock
 std::vector<InfoBlock> blocksOf(const QByteArray& bytes, int start);
 
 /** The blocks of a sequence; those that a missing ':' ends are not read, the last one says so. */
-std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes);
+std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes, int start);
 
 /** A text of a block, as the library reads it. */
 QString decoded(const InfoBlock& block, const QByteArray& text);
+
+/** The block that a section is read from; nothing when there is none, as in an index. */
+std::optional<InfoBlock> findBlock(const Document& document, const QString& section);
 
 /** A place of a file that holds a value with its comment. */
 struct ValuePlace

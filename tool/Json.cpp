@@ -10,11 +10,15 @@ QJsonObject object(JsonMembers members)
     return object;
 }
 
+QJsonObject withSchema(const char* schema, QJsonObject object)
+{
+    object.insert(QLatin1String("schema"), QLatin1String(schema));
+    return object;
+}
+
 QJsonObject withSchema(const char* schema, JsonMembers members)
 {
-    QJsonObject result = object(members);
-    result.insert(QLatin1String("schema"), QLatin1String(schema));
-    return result;
+    return withSchema(schema, object(members));
 }
 
 QJsonValue numberOf(const QString& text)

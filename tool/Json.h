@@ -19,6 +19,7 @@ QJsonObject object(JsonMembers members);
 
 /** The same with the member "schema": the name and version of what the object holds. */
 QJsonObject withSchema(const char* schema, JsonMembers members);
+QJsonObject withSchema(const char* schema, QJsonObject object);
 
 /** The number that a text spells; null when it spells none. */
 QJsonValue numberOf(const QString& text);

@@ -4,6 +4,7 @@
 #include "Entries.h"
 #include "InfoScan.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 #include <QtCore/QSet>
 
@@ -26,6 +27,7 @@ public:
     KindChecker(const QString& path, const Document& document);
 
     void checkLabelSet();
+    void checkSequence();
     void checkExtension();
     void checkInstrument();
     void checkAnalysis();
@@ -43,6 +45,7 @@ private:
     [[nodiscard]] QSet<QString> menuKeys() const;
     void checkMenuName(const CPLSection& section);
     void checkTime(const InfoLine& line);
+    void checkMember(int line, const QString& clickNumber, QHash<QString, int>* members);
 
     const QString& m_path;
     const Document& m_document;
@@ -87,6 +90,48 @@ void KindChecker::checkLabelSet()
                     "the file does not begin with '*** User Label Name Set:', a TAB and a name; "
                     "the label set is not read, with %1")
                     .arg(getStatusString(status)));
+}
+
+/** The acquisitions that a sequence lists are folders beside it. */
+void KindChecker::checkSequence()
+{
+    const QByteArray& bytes = m_document.bytes();
+    QHash<QString, int> members;
+    for (const InfoBlock& block : sequenceBlocksOf(bytes, m_document.textStart())) {
+        if (block.key != Section::ClickNumbers)
+            continue;
+        for (const InfoLine& line : block.lines) {
+            const LineCut cut = cutLine(bytes, line.span);
+            if (cut.kind == LineCut::Pair)
+                checkMember(line.number,
+                            withoutComment(decoded(block, textOf(bytes, cut.after))).text,
+                            &members);
+        }
+    }
+}
+
+void KindChecker::checkMember(int line, const QString& clickNumber, QHash<QString, int>* members)
+{
+    const auto first = members->constFind(clickNumber);
+    if (first != members->constEnd()) {
+        problem(line, "member-twice",
+                QStringLiteral("click number %1 again (first in line %2)")
+                    .arg(quoted(clickNumber))
+                    .arg(*first));
+        return;
+    }
+    members->insert(clickNumber, line);
+    const QString folder = QFileInfo(m_path).path() + QLatin1Char('/') + clickNumber;
+    const bool isName = !clickNumber.isEmpty() && !clickNumber.contains(QLatin1Char('/')) &&
+                        clickNumber != QLatin1String(".") && clickNumber != QLatin1String("..");
+    if (!isName)
+        problem(line, "member-missing",
+                QStringLiteral("click number %1 is no name of a folder").arg(quoted(clickNumber)));
+    else if (!QFileInfo::exists(folder + QLatin1Char('/') + PLKeyword::File::ClickInfo))
+        problem(line, "member-missing",
+                QStringLiteral("the acquisition of click number %1 is not there: no file %2")
+                    .arg(quoted(clickNumber),
+                         clickNumber + QLatin1Char('/') + PLKeyword::File::ClickInfo));
 }
 
 void KindChecker::checkExtension()
@@ -213,6 +258,7 @@ struct KindCheck
 };
 
 constexpr KindCheck kindChecks[] = {
+    {FileKind::Sequence, &KindChecker::checkSequence},
     {FileKind::LabelSet, &KindChecker::checkLabelSet},
     {FileKind::InstrumentExtension, &KindChecker::checkExtension},
     {FileKind::Instrument, &KindChecker::checkInstrument},

@@ -48,68 +48,81 @@ bool holdsClickInfo(const QString& file)
     return document.load(file) && !document.clickNumber().isEmpty();
 }
 
-ExitCode create(const QString& image, const QString& user, const ImageKind& kind, int binning,
-                const QString& output)
+/** What `new` is asked for. */
+struct Making
+{
+    QString image;
+    QString user;
+    const ImageKind* kind = nullptr;
+    int binning = 1;
+    QString output;
+};
+
+ExitCode create(const Making& making)
 {
     CPLClickInfo info;
-    tag_estatus status = info.loadClickInfo(image, user, kind.type, binning);
+    tag_estatus status =
+        info.loadClickInfo(making.image, making.user, making.kind->type, making.binning);
     if (status != eSTATUS_SUCCESS)
-        return fail(image, status);
+        return fail(making.image, status);
     // The library takes the binning of a structure image from a setting that it leaves as it is.
-    info.setValue(kind.section, PLKeyword::Key::BinningFactor, binning);
-    status = info.saveClickInfo(output);
+    info.setValue(making.kind->section, PLKeyword::Key::BinningFactor, making.binning);
+    status = info.saveClickInfo(making.output);
     if (status != eSTATUS_SUCCESS)
-        return fail(output, status);
+        return fail(making.output, explained(status, making.output, Access::Write));
     QString clickNumber;
     info.getClickNumber(&clickNumber);
-    print(QStringLiteral("%1 written to %2\n").arg(clickNumber, output));
+    print(QStringLiteral("%1 written to %2\n").arg(clickNumber, printable(making.output)));
     return Success;
+}
+
+/** What is wrong with the options; null when nothing is. */
+const char* wrongOption(const Making& making)
+{
+    if (!isUserId(making.user))
+        return "--user takes 1 to 17 letters, digits, '_' or '-', a letter first";
+    if (!making.kind)
+        return "--type takes photograph, luminescent or structure";
+    return making.binning < 1 ? "--binning takes a number from 1 on" : nullptr;
+}
+
+/** Why the output must not be written; empty when it may be. */
+QString obstacle(const Making& making, bool force)
+{
+    const QString& file = making.output;
+    if (QFileInfo(file).canonicalFilePath() == QFileInfo(making.image).canonicalFilePath())
+        return QStringLiteral("is the image itself");
+    const QString other = otherThanFile(file);
+    if (!other.isEmpty() || force)
+        return other;
+    if (!file.endsWith(PLKeyword::File::DicomSuffix))
+        return QFileInfo::exists(file) ? QStringLiteral("is there already; --force replaces it")
+                                       : QString();
+    return holdsClickInfo(file) ? QStringLiteral("holds click info already; --force appends more")
+                                : QString();
 }
 
 } // namespace
 
-int newCommand(const QStringList& words)
+ExitCode newCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption user =
-        option("user", "ID", "The user, without whom there is no click number; it begins so.");
-    const QCommandLineOption type =
-        option("type", "TYPE", "photograph (if not given), luminescent or structure.");
-    const QCommandLineOption binning = option("binning", "N", "Binning factor; 1 if not given.");
-    const QCommandLineOption output =
-        option("output", "FILE", "Where to write; ClickInfo.txt beside the image if not given.");
-    const QCommandLineOption force =
-        flag("force", "Replaces a file that is there already; appends to DICOM with click info.");
-    parser.addOptions({user, type, binning, output, force});
-    parser.setApplicationDescription(QLatin1String(
-        "Makes up the click info of an image that has none: click number (user and time), user "
-        "labels without values, and the section of the image, which is not read itself."));
-    if (const auto done = parse(parser, QLatin1String("new"), QLatin1String("IMAGE"), words))
-        return *done;
-    const QFileInfo image(parser.positionalArguments().at(0));
-    if (!image.isFile())
-        return fail(image.filePath(), QLatin1String("no such image"));
-    if (!isUserId(parser.value(user)))
-        return fail(WrongUsage, QLatin1String("--user takes 1 to 17 letters, digits, '_' or '-', a "
-                                              "letter first"));
-    const ImageKind* const kind =
-        kindOf(parser.isSet(type) ? parser.value(type) : QStringLiteral("photograph"));
-    if (!kind)
-        return fail(WrongUsage, QLatin1String("--type takes photograph, luminescent or structure"));
-    const int factor = parser.isSet(binning) ? parser.value(binning).toInt() : 1;
-    if (factor < 1)
-        return fail(WrongUsage, QLatin1String("--binning takes a number from 1 on"));
-    const QString file = parser.isSet(output)
-                             ? parser.value(output)
-                             : image.path() + QLatin1Char('/') + PLKeyword::File::ClickInfo;
-    if (QFileInfo(file).canonicalFilePath() == image.canonicalFilePath())
-        return fail(file, QLatin1String("is the image itself"));
-    const bool appended = file.endsWith(PLKeyword::File::DicomSuffix);
-    if (!otherThanFile(file).isEmpty())
-        return fail(file, otherThanFile(file));
-    if (appended && !parser.isSet(force) && holdsClickInfo(file))
-        return fail(file, QLatin1String("holds click info already; --force appends more"));
-    if (QFileInfo::exists(file) && !appended && !parser.isSet(force))
-        return fail(file, QLatin1String("is there already; --force replaces it"));
-    return create(image.filePath(), parser.value(user), *kind, factor, file);
+    const QFileInfo image(request.files.at(0));
+    if (!image.isFile()) {
+        const QString other = otherThanFile(image.filePath());
+        return fail(image.filePath(), other.isEmpty()
+                                          ? explained(eSTATUS_FILE_OPEN_FAILED, image.filePath())
+                                          : other);
+    }
+    const auto valueOr = [&](const Option& option, const QString& otherwise) {
+        return request.has(option) ? request.value(option) : otherwise;
+    };
+    const QString beside = image.path() + QLatin1Char('/') + PLKeyword::File::ClickInfo;
+    const Making making = {image.filePath(), request.value(Options::user),
+                           kindOf(valueOr(Options::type, QStringLiteral("photograph"))),
+                           valueOr(Options::binning, QStringLiteral("1")).toInt(),
+                           valueOr(Options::output, beside)};
+    if (const char* const wrong = wrongOption(making))
+        return fail(WrongUsage, QLatin1String(wrong));
+    const QString problem = obstacle(making, request.has(Options::force));
+    return problem.isEmpty() ? create(making) : fail(making.output, problem);
 }

@@ -51,17 +51,9 @@ QJsonObject jsonOf(const QString& path, const QList<QStringList>& rows)
 
 } // namespace
 
-int presetsCommand(const QStringList& words)
+ExitCode presetsCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(QLatin1String(
-        "Prints the menu names of a settings file or of a folder of settings, with their files."));
-    if (const auto done =
-            parse(parser, QLatin1String("presets"), QLatin1String("FILE|FOLDER"), words))
-        return *done;
-    const QString path = QDir::cleanPath(parser.positionalArguments().at(0));
+    const QString path = QDir::cleanPath(request.files.at(0));
     const bool folder = QFileInfo(path).isDir();
     if (const QString other = otherThanFile(path); !folder && !other.isEmpty())
         return fail(path, other);
@@ -74,7 +66,7 @@ int presetsCommand(const QStringList& words)
     const QList<QStringList> rows = folder ? filesOf(QDir(path)) : settingsOf(wrapper);
     if (!folder && rows.isEmpty())
         return fail(BadFile, path + QLatin1String(": holds no settings"));
-    if (parser.isSet(json)) {
+    if (request.has(Options::json)) {
         print(jsonOf(path, rows));
         return Success;
     }

@@ -16,13 +16,20 @@ public:
     ~Progress();
     void clear();
 
-    /** Draws the bar anew, a few times a second at most. @param part  from 0 to 1 */
-    void show(double part, int acquisitions, int failures);
+    /**
+     * Draws the bar anew, a few times a second at most, with the rate and the time that is left.
+     * It takes one line of the terminal, however narrow that is.
+     *
+     * @param part   from 0 to 1
+     * @param thing  what is counted, e.g. "acquisition"
+     */
+    void show(double part, int count, const char* thing, int failures);
 
 private:
     bool m_terminal;
     bool m_shown = false;
-    QElapsedTimer m_timer;
+    QElapsedTimer m_start;
+    QElapsedTimer m_drawn;
 };
 
 #endif

@@ -34,7 +34,8 @@ QString lineOf(const Entry& entry, int width)
 
 void printLine(QString line)
 {
-    print(line.replace(QLatin1Char('\t'), QLatin1String("  ")) + QLatin1Char('\n'));
+    line.replace(QLatin1Char('\t'), QLatin1String("  "));
+    print(printable(line) + QLatin1Char('\n'));
 }
 
 void printSection(const CPLSection& section)
@@ -60,23 +61,6 @@ void printText(const Document& document)
         printSection(*section);
 }
 
-QJsonObject entryJson(const Entry& entry)
-{
-    if (!entry.isPair())
-        return object({{"comment", entry.comment}});
-    return object(
-        {{"key", entry.key}, {"value", entry.value}, {"comment", textOrNull(entry.comment)}});
-}
-
-QJsonObject sectionJson(const CPLSection* section)
-{
-    const CommentedText name = nameOf(*section);
-    return object({{"key", keyOf(*section)},
-                   {"name", name.text},
-                   {"comment", textOrNull(name.comment)},
-                   {"entries", arrayOf(entriesOf(*section), entryJson)}});
-}
-
 QJsonObject jsonOf(const QString& file, const Document& document)
 {
     return withSchema("ovinfo-show/1",
@@ -84,33 +68,69 @@ QJsonObject jsonOf(const QString& file, const Document& document)
                        {"kind", document.kindName()},
                        {"clickNumber", textOrNull(document.clickNumber())},
                        {"preamble", QJsonArray::fromStringList(document.preamble())},
-                       {"sections", arrayOf(document.sections(), sectionJson)}});
+                       {"sections", arrayOf(document.sections(), [](const CPLSection* section) {
+                            return sectionJson(textOf(*section));
+                        })}});
+}
+
+void printKeys(const Document& document)
+{
+    const QList<CPLSection*> sections = document.sections();
+    for (const CPLSection* const section : sections) {
+        const QString key = printable(keyOf(*section));
+        print(key + QLatin1Char('\n'));
+        QStringList names;
+        section->getKeyList(&names);
+        names.removeDuplicates();
+        for (const QString& name : qAsConst(names))
+            printExact(key + QLatin1Char('\t') + printable(name) + QLatin1Char('\n'));
+    }
+}
+
+void printForPeople(const Document& document)
+{
+    if (document.spectral())
+        print(spectralText(*document.spectral()));
+    else
+        printText(document);
+}
+
+ExitCode show(const QString& file, const Request& request)
+{
+    Document document;
+    if (!document.load(file))
+        return fail(file, document.problem());
+    const auto json = [&] {
+        return document.spectral() ? spectralJson(file, *document.spectral())
+                                   : jsonOf(file, document);
+    };
+    if (request.has(Options::jsonl))
+        printJsonLine(json());
+    else if (request.has(Options::json))
+        print(json());
+    else if (request.has(Options::keys))
+        printKeys(document);
+    else
+        printForPeople(document);
+    return Success;
 }
 
 } // namespace
 
-int showCommand(const QStringList& words)
+ExitCode showCommand(const Request& request)
 {
-    QCommandLineParser parser;
-    const QCommandLineOption json = jsonOption();
-    parser.addOption(json);
-    parser.setApplicationDescription(
-        QLatin1String("Prints a file of any kind: its sections with their names, keys, values and "
-                      "comments, or the tables of a spectral analysis."));
-    if (const auto done = parse(parser, QLatin1String("show"), QLatin1String("FILE"), words))
-        return *done;
-    const QString file = parser.positionalArguments().at(0);
-    Document document;
-    if (!document.load(file))
-        return fail(file, document.problem());
-    const bool asJson = parser.isSet(json);
-    if (document.spectral() && asJson)
-        print(spectralJson(file, *document.spectral()));
-    else if (document.spectral())
-        print(spectralText(*document.spectral()));
-    else if (asJson)
-        print(jsonOf(file, document));
-    else
-        printText(document);
-    return Success;
+    const bool headed = request.isForSeveral() && !request.has(Options::jsonl);
+    if (headed && request.has(Options::json))
+        return fail(WrongUsage, QLatin1String("--json takes one FILE; --jsonl takes several"));
+    ExitCode result = Success;
+    bool first = true;
+    for (const QString& file : request.files) {
+        if (headed)
+            print(QLatin1String(first ? "" : "\n") + QLatin1String("==> ") + printable(file) +
+                  QLatin1String(" <==\n"));
+        first = false;
+        if (show(file, request) != Success)
+            result = BadFile;
+    }
+    return result;
 }

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "Files.h"
 #include "SpectralFile.h"
 #include "SpectralJson.h"
 #include "SpectralSvg.h"
@@ -7,30 +8,34 @@
 
 #include <QtCore/QFileInfo>
 
-int spectralCommand(const QStringList& words)
+namespace {
+
+/** Draws to a file; gives what went wrong, empty on success. */
+QString draw(const SpectralFile& file, const QString& path, const QString& drawing)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QLatin1String(
-        "Prints a spectral analysis: its acquisitions with filters and regions of interest, the "
-        "results, the plots and the fit. Wavelengths are in nanometres; intensity and attenuation "
-        "are in the file's own units."));
-    const QCommandLineOption json = jsonOption();
-    const QCommandLineOption svg =
-        option("svg", "OUT.svg", "Draws the plots and the fit to a file as well.");
-    parser.addOptions({json, svg});
-    if (const auto done = parse(parser, QLatin1String("spectral"), QLatin1String("FILE"), words))
-        return *done;
-    const QString path = parser.positionalArguments().at(0);
+    if (QFileInfo(drawing).canonicalFilePath() == QFileInfo(path).canonicalFilePath())
+        return QStringLiteral("the drawing would replace the file itself");
+    if (const char* const obstacle = obstacleOf(drawing, Access::Write))
+        return QLatin1String(obstacle);
+    return writeSpectralSvg(file, drawing) ? QString() : QStringLiteral("cannot be written");
+}
+
+} // namespace
+
+ExitCode spectralCommand(const Request& request)
+{
+    const QString path = request.files.at(0);
     QString problem;
     const auto file = readSpectralFile(path, &problem);
     if (!file)
-        return fail(BadFile, path + QLatin1String(": ") + problem);
-    if (parser.isSet(svg) &&
-        QFileInfo(parser.value(svg)).canonicalFilePath() == QFileInfo(path).canonicalFilePath())
-        return fail(path, QLatin1String("the drawing would replace the file itself"));
-    if (parser.isSet(svg) && !writeSpectralSvg(*file, parser.value(svg)))
-        return fail(BadFile, parser.value(svg) + QLatin1String(": cannot be written"));
-    if (parser.isSet(json))
+        return fail(path, problem);
+    if (request.has(Options::svg)) {
+        const QString drawing = request.value(Options::svg);
+        problem = draw(*file, path, drawing);
+        if (!problem.isEmpty())
+            return fail(drawing, problem);
+    }
+    if (request.has(Options::json))
         print(spectralJson(path, *file));
     else
         print(spectralText(*file));

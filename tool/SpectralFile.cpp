@@ -1,23 +1,17 @@
 #include "SpectralFile.h"
 
 #include "Files.h"
+#include "internal/SpectralFields.h"
 
 #include <QtCore/QHash>
 
 #include <variant>
 
+using namespace ovparser::internal;
+
 namespace {
 
-namespace Attribute = PLKeyword::Spectral::Attribute;
 namespace Spectral = PLKeyword::Spectral;
-
-/** An attribute and the field of a record that holds its value. */
-template <typename Record>
-struct Field
-{
-    QLatin1String attribute;
-    std::variant<QString Record::*, double Record::*, int Record::*> member;
-};
 
 constexpr Field<SpectralAnalysis> analysisFields[] = {
     {Attribute::SequenceId, &SpectralAnalysis::sequenceId},
@@ -28,47 +22,6 @@ constexpr Field<SpectralAnalysis> analysisFields[] = {
 };
 
 using Click = _tagSClickROIInformation;
-
-constexpr Field<Click> clickFields[] = {
-    {Attribute::ClickNumber, &Click::clickNumber},
-    {Attribute::ImageWavelength, &Click::imageWavelength},
-};
-
-constexpr Field<Click> filterFields[] = {
-    {Attribute::AvgTransmission, &Click::avgTransmission},
-    {Attribute::BandWidth, &Click::bandWidth},
-    {Attribute::CentralWavelength, &Click::centralWavelength},
-};
-
-constexpr Field<Click> roiFields[] = {
-    {Attribute::Roi, &Click::roi},
-    {Attribute::RoiLabel, &Click::roiLabel},
-};
-
-constexpr Field<Click> propertyFields[] = {
-    {Attribute::RoiShape, &Click::roiShape},
-    {Attribute::RoiType, &Click::roiType},
-    {Attribute::Xc, &Click::xc},
-    {Attribute::Yc, &Click::yc},
-    {Attribute::Angle, &Click::angle},
-    {Attribute::Width, &Click::width},
-    {Attribute::Height, &Click::height},
-    {Attribute::Area, &Click::area},
-    {Attribute::RoiPixels, &Click::roiPixels},
-};
-
-constexpr Field<SPlotResults> plotFields[] = {
-    {Attribute::Intensity, &SPlotResults::intensity},
-    {Attribute::WaveLength, &SPlotResults::waveLength},
-};
-
-constexpr Field<SFitResults> fitFields[] = {
-    {Attribute::Intensity, &SFitResults::intensity},
-    {Attribute::Attenuation, &SFitResults::attenuation},
-    {Attribute::FitValue, &SFitResults::fitValue},
-    {Attribute::HorizontalError, &SFitResults::horizontalError},
-    {Attribute::VerticalError, &SFitResults::verticalError},
-};
 
 /** The attributes that are read as whole numbers, and as any numbers. */
 constexpr QLatin1String wholeNumbers[] = {
@@ -106,24 +59,6 @@ constexpr QLatin1String numbers[] = {
     Attribute::LinearFitValueB,
 };
 
-void convert(const QString& text, QString* value)
-{
-    *value = text;
-}
-
-void convert(const QString& text, double* value)
-{
-    bool converted = false;
-    *value = text.toDouble(&converted);
-    if (!converted) // also what is too large, for which Qt gives infinity
-        *value = 0;
-}
-
-void convert(const QString& text, int* value)
-{
-    *value = text.toInt();
-}
-
 bool is(const QDomElement& element, Spectral::ElementId id)
 {
     return element.tagName().compare(Spectral::Elements[id].name, Qt::CaseInsensitive) == 0;
@@ -160,7 +95,7 @@ Click clickOf(const QDomElement& element)
     const QDomElement roi = filter.nextSibling().toElement();
     if (readIf(Spectral::Click, element, clickFields, &click) &&
         readIf(Spectral::FilterProperties, filter, filterFields, &click) &&
-        readIf(Spectral::ClickRoi, roi, roiFields, &click))
+        readIf(Spectral::ClickRoi, roi, clickRoiFields, &click))
         readIf(Spectral::RoiProperties, roi.firstChild().toElement(), propertyFields, &click);
     return click;
 }
@@ -260,7 +195,7 @@ QString problemOf(const QString& path)
     if (reader.createXMLDocumentFormFile(path, &message, &line, &column))
         return QLatin1String("not a spectral-analysis file");
     if (message.isEmpty())
-        return QLatin1String("cannot be opened");
+        return explained(eSTATUS_FILE_OPEN_FAILED, path);
     return QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(message);
 }
 

@@ -22,7 +22,7 @@ QString table(const QString& title, const QStringList& headings, QList<QStringLi
     if (rows.isEmpty())
         return {};
     rows.prepend(headings);
-    return title + QLatin1Char('\n') + columns(rows);
+    return printable(title) + QLatin1Char('\n') + columns(rows);
 }
 
 QStringList rowOf(const _tagSClickROIInformation& click)
@@ -45,8 +45,9 @@ QStringList tablesOf(const SpectralAnalysis& analysis)
     QList<QStringList> clicks;
     for (const _tagSClickROIInformation& click : analysis.clicks)
         clicks.append(rowOf(click));
-    return {QLatin1String("Spectral analysis of ") + analysis.sequenceId + QLatin1String(", ") +
-                counted(int(clicks.size()), "acquisition") + QLatin1Char('\n') +
+    return {QLatin1String("Spectral analysis of ") + printable(analysis.sequenceId) +
+                QLatin1String(", ") + counted(int(clicks.size()), "acquisition") +
+                QLatin1Char('\n') +
                 columns({{QLatin1String("Active image"), analysis.activeImage},
                          {QLatin1String("Tissue property"), analysis.tissue},
                          {QLatin1String("Source model"), analysis.sourceModel},

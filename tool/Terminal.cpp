@@ -4,9 +4,84 @@
 
 #include <QtCore/QJsonDocument>
 
+#include <algorithm>
 #include <cstdio>
 
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <sys/ioctl.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+/** Whether a character is of C0 or C1, or DEL. */
+bool isControl(QChar c)
+{
+    return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() < 0xA0);
+}
+
+/** The text with each of these characters spelled out, e.g. as "\\u" and four digits. */
+template <typename Select>
+QString spelled(const QString& text, Select isSelected, const char* prefix, int digits)
+{
+    if (std::none_of(text.cbegin(), text.cend(), isSelected))
+        return text;
+    QString result;
+    for (const QChar c : text) {
+        const QString code = QString::number(c.unicode(), 16);
+        result += isSelected(c)
+                      ? QLatin1String(prefix) + code.rightJustified(digits, QLatin1Char('0'))
+                      : QString(c);
+    }
+    return result;
+}
+
+/** The columns of the terminal that shows the output, within reason; 79 for none. */
+int outputWidth()
+{
+    constexpr int narrowest = 40;
+    constexpr int widest = 79;
+#ifdef Q_OS_WIN
+    return widest;
+#else
+    winsize size = {};
+    const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? qBound(narrowest, int(size.ws_col) - 1, widest) : widest;
+#endif
+}
+
+/** JSON spells the characters of C0 itself. */
+QString textOf(const QJsonObject& object, QJsonDocument::JsonFormat format)
+{
+    const auto isLeft = [](QChar c) { return c.unicode() >= 0x7F && isControl(c); };
+    return spelled(QString::fromUtf8(QJsonDocument(object).toJson(format)), isLeft, "\\u", 4);
+}
+
+} // namespace
+
+QString printable(const QString& text)
+{
+    return spelled(text, isControl, "\\x", 2);
+}
+
 void print(const QString& text)
+{
+    const auto isSpelled = [](QChar c) { return c != u'\n' && isControl(c); };
+    printExact(spelled(text, isSpelled, "\\x", 2));
+}
+
+bool showsOutput()
+{
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(stdout)) != 0;
+#else
+    return isatty(STDOUT_FILENO) != 0;
+#endif
+}
+
+void printExact(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
@@ -14,7 +89,7 @@ void print(const QString& text)
 
 ExitCode fail(ExitCode code, const QString& message)
 {
-    const QByteArray bytes = ("ovinfo: " + message.toUtf8() + '\n');
+    const QByteArray bytes = "ovinfo: " + printable(message).toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
     return code;
 }
@@ -26,77 +101,77 @@ ExitCode fail(const QString& file, const QString& problem)
 
 ExitCode fail(const QString& file, tag_estatus status)
 {
-    return fail(file, explained(status));
-}
-
-std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
-                              const QString& arguments, const QStringList& words)
-{
-    parser.addPositionalArgument(verb, QString(), verb);
-    const QStringList names = arguments.split(QLatin1Char(' '));
-    for (const QString& name : names)
-        parser.addPositionalArgument(name, QString());
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Prints this help."));
-    parser.addOption(help);
-    const QString usage = QLatin1String("; see 'ovinfo ") + verb + QLatin1String(" --help'");
-    // The parser takes its first word for the name of a program.
-    if (!parser.parse(QStringList(verb) + words))
-        return fail(WrongUsage,
-                    parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$"))) + usage);
-    if (parser.isSet(help)) {
-        // Qt's own usage line names the program's path, and options in front of the verb.
-        const QString text = parser.helpText().section(QLatin1String("\nArguments:"), 0, 0);
-        print(QStringLiteral("Usage: ovinfo %1 [options] %2\n").arg(verb, arguments) +
-              text.section(QLatin1Char('\n'), 1));
-        return Success;
-    }
-    const auto given = parser.positionalArguments().size();
-    const bool optional = arguments.endsWith(QLatin1Char(']'));
-    const bool several = optional || arguments.endsWith(QLatin1String("..."));
-    if (given < names.size() - (optional ? 1 : 0) || (given > names.size() && !several))
-        return fail(WrongUsage, verb + QLatin1String(" takes ") + arguments + usage);
-    return std::nullopt;
-}
-
-QCommandLineOption flag(const char* name, const char* description)
-{
-    return {QLatin1String(name), QLatin1String(description)};
-}
-
-QCommandLineOption option(const char* name, const char* value, const char* description)
-{
-    return {QLatin1String(name), QLatin1String(description), QLatin1String(value)};
-}
-
-QCommandLineOption jsonOption()
-{
-    return flag("json", "Prints JSON instead of text.");
+    return fail(file, explained(status, file));
 }
 
 void print(const QJsonObject& object)
 {
-    print(QString::fromUtf8(QJsonDocument(object).toJson()));
+    printExact(textOf(object, QJsonDocument::Indented));
+}
+
+void printJsonLine(const QJsonObject& object)
+{
+    printExact(jsonLine(object));
+}
+
+QString jsonLine(const QJsonObject& object)
+{
+    return textOf(object, QJsonDocument::Compact) + QLatin1Char('\n');
 }
 
 QString columns(const QList<QStringList>& rows)
 {
+    QList<QStringList> cells;
     QList<int> widths;
     for (const QStringList& row : rows) {
-        for (int i = 0; i < row.size(); ++i) {
-            if (i == widths.size())
+        QStringList line;
+        for (const QString& cell : row) {
+            line += printable(cell);
+            if (line.size() > widths.size())
                 widths.append(0);
-            widths[i] = qMax(widths.at(i), int(row.at(i).size()));
+            int& width = widths[int(line.size()) - 1];
+            width = qMax(width, int(line.last().size()));
         }
+        cells += line;
     }
     QString text;
-    for (const QStringList& row : rows) {
+    for (const QStringList& row : qAsConst(cells)) {
         QString line;
         for (int i = 0; i < row.size(); ++i)
             line += row.at(i).leftJustified(widths.at(i) + 2);
         while (line.endsWith(QLatin1Char(' ')))
             line.chop(1);
         text += line + QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString wrapped(const QStringList& words, int indent)
+{
+    const int width = outputWidth();
+    QString text;
+    QString line;
+    for (const QString& word : words) {
+        if (!line.isEmpty() && line.size() + 1 + word.size() > width) {
+            text += line + QLatin1Char('\n');
+            line = QString(indent, QLatin1Char(' ')) + word;
+        } else {
+            line += line.isEmpty() ? word : QLatin1Char(' ') + word;
+        }
+    }
+    return text + line + QLatin1Char('\n');
+}
+
+QString described(const QList<QStringList>& rows)
+{
+    int width = 0;
+    for (const QStringList& row : rows)
+        width = qMax(width, int(row.at(0).size()));
+    QString text;
+    for (const QStringList& row : rows) {
+        // The blank between words is the second one between name and description.
+        const QString name = QLatin1String("  ") + row.at(0).leftJustified(width + 1);
+        text += wrapped(QStringList(name) + row.at(1).split(QLatin1Char(' ')), width + 4);
     }
     return text;
 }

@@ -8,12 +8,9 @@
 
 #include "PLStatus.h"
 
-#include <QtCore/QCommandLineParser>
 #include <QtCore/QJsonObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-
-#include <optional>
 
 enum ExitCode {
     Success = 0,
@@ -23,43 +20,46 @@ enum ExitCode {
     Trouble = 2, ///< a file that is to be compared is at fault
 };
 
-/** Prints a text on the standard output. */
+/**
+ * A text in one line, without a control character that a terminal would obey: each is spelled as
+ * \\x1b and the like.
+ */
+QString printable(const QString& text);
+
+/** Prints lines for people on the standard output, printable but for the line ends. */
 void print(const QString& text);
 
-/** Tells what is wrong and gives the exit code back. */
+/** Prints what programs read: exactly the text. */
+void printExact(const QString& text);
+
+/** Whether what is printed on the standard output is shown on a terminal. */
+bool showsOutput();
+
+/** Tells in one line what is wrong and gives the exit code back. */
 ExitCode fail(ExitCode code, const QString& message);
 
 /** Tells what is wrong with a file; the exit code is BadFile. */
 ExitCode fail(const QString& file, const QString& problem);
 ExitCode fail(const QString& file, tag_estatus status);
 
-/**
- * Parses the words behind a verb.
- *
- * @param parser     holds the verb's options and description
- * @param verb       the verb
- * @param arguments  the names of the arguments, e.g. "FILE KEY"; the last one may end in "..."
- *                   and stands for one or more then, or in brackets: none or more
- * @return the exit code when there is nothing left to do: help was asked for, or the words are
- *         wrong
- */
-std::optional<ExitCode> parse(QCommandLineParser& parser, const QString& verb,
-                              const QString& arguments, const QStringList& words);
-
-/** An option without a value. */
-QCommandLineOption flag(const char* name, const char* description);
-
-/** An option with a value. */
-QCommandLineOption option(const char* name, const char* value, const char* description);
-
-/** The option that asks for JSON instead of text. */
-QCommandLineOption jsonOption();
-
-/** Prints a JSON object with its keys in alphabetical order. */
+/** Prints a JSON object with its keys in alphabetical order, or the same on one line. */
 void print(const QJsonObject& object);
+void printJsonLine(const QJsonObject& object);
+
+/** A JSON object on one line, which ends in LF. */
+QString jsonLine(const QJsonObject& object);
 
 /** Lines of cells, padded so that the columns line up. */
 QString columns(const QList<QStringList>& rows);
+
+/**
+ * Words in lines that the terminal holds, or 79 characters when it is wider; all but the first line
+ * are indented, and a line end follows.
+ */
+QString wrapped(const QStringList& words, int indent);
+
+/** Names with what they are, wrapped; the rows are pairs. */
+QString described(const QList<QStringList>& rows);
 
 /** A number of things: "1 section", "3 sections". */
 QString counted(int count, const char* thing);

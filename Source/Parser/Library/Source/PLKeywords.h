@@ -31,7 +31,11 @@ inline constexpr QLatin1String CommentKey = keyword("CommentLine ");
 /** Names and name parts of files. */
 namespace File {
 inline constexpr QLatin1String ClickInfo = keyword("ClickInfo.txt");
+inline constexpr QLatin1String AnalyzedClickInfo = keyword("AnalyzedClickInfo.txt");
 inline constexpr QLatin1String SequenceInfo = keyword("SequenceInfo.txt");
+inline constexpr QLatin1String BkgSummary = keyword("BkgSummary.txt");
+inline constexpr QLatin1String StructureIndex = keyword("SLindex.txt");
+inline constexpr QLatin1String FluorescentIndex = keyword("FLindex.txt");
 inline constexpr QLatin1String SettingsExtension = keyword("txt");
 inline constexpr QLatin1String DicomSuffix = keyword(".dcm");
 inline constexpr QLatin1String CameraInfo = keyword("CameraInfo.txt");

@@ -3,6 +3,7 @@
 #include "PLKeywords.h"
 #include "internal/Guard.h"
 #include "internal/NumberFormat.h"
+#include "internal/SpectralFields.h"
 #include "internal/TextFile.h"
 
 #include <QtCore/QDateTime>
@@ -15,7 +16,6 @@
 
 using namespace ovparser::internal;
 
-namespace Attribute = PLKeyword::Spectral::Attribute;
 namespace Spectral = PLKeyword::Spectral;
 namespace Xml = PLKeyword::Xml;
 
@@ -29,14 +29,6 @@ AttrMap attributesOf(std::initializer_list<std::pair<QString, QString>> list)
         attributes.insert(name, value);
     return attributes;
 }
-
-/** An attribute and the field of a record that holds its value. */
-template <typename Record>
-struct Field
-{
-    QLatin1String attribute;
-    std::variant<QString Record::*, double Record::*, int Record::*> member;
-};
 
 using Roi = _tagsROIProperties;
 
@@ -70,41 +62,6 @@ constexpr Field<Roi> roiContourFields[] = {
 
 using Info = _tagSClickROIInformation;
 
-constexpr Field<Info> clickFields[] = {
-    {Attribute::ClickNumber, &Info::clickNumber},
-    {Attribute::ImageWavelength, &Info::imageWavelength},
-};
-
-constexpr Field<Info> filterFields[] = {
-    {Attribute::AvgTransmission, &Info::avgTransmission},
-    {Attribute::BandWidth, &Info::bandWidth},
-    {Attribute::CentralWavelength, &Info::centralWavelength},
-};
-
-constexpr Field<Info> clickRoiFields[] = {
-    {Attribute::Roi, &Info::roi},
-    {Attribute::RoiLabel, &Info::roiLabel},
-};
-
-constexpr Field<Info> propertyFields[] = {
-    {Attribute::Angle, &Info::angle},
-    {Attribute::Height, &Info::height},
-    {Attribute::RoiShape, &Info::roiShape},
-    {Attribute::Width, &Info::width},
-    {Attribute::Xc, &Info::xc},
-    {Attribute::Yc, &Info::yc},
-    {Attribute::RoiPixels, &Info::roiPixels},
-    {Attribute::Area, &Info::area},
-    {Attribute::CmPerPixel, &Info::cmPerPixel},
-    {Attribute::RoiType, &Info::roiType},
-    {Attribute::LockPosition, &Info::lockPosition},
-    {Attribute::LockSize, &Info::lockSize},
-    {Attribute::BkgRoi, &Info::bkgROI},
-    {Attribute::BkgAssociation, &Info::bkgAssociation},
-    {Attribute::SubAssociation, &Info::subAssociation},
-    {Attribute::FractionalPeak, &Info::fractionalPeak},
-};
-
 constexpr Field<Info> contourFields[] = {
     {Attribute::ContourDirections, &Info::contourDirections},
     {Attribute::ContourStartX, &Info::contourStartX},
@@ -137,19 +94,6 @@ constexpr Field<SpectralResults> depthFields[] = {
     {Attribute::DepthStdDev, &SpectralResults::depthStdDev},
 };
 
-constexpr Field<SPlotResults> plotFields[] = {
-    {Attribute::Intensity, &SPlotResults::intensity},
-    {Attribute::WaveLength, &SPlotResults::waveLength},
-};
-
-constexpr Field<SFitResults> fitFields[] = {
-    {Attribute::Intensity, &SFitResults::intensity},
-    {Attribute::Attenuation, &SFitResults::attenuation},
-    {Attribute::FitValue, &SFitResults::fitValue},
-    {Attribute::HorizontalError, &SFitResults::horizontalError},
-    {Attribute::VerticalError, &SFitResults::verticalError},
-};
-
 /** The elements of a plot or fit: the whole, the attribute with its size, and one value. */
 struct ValuesForm
 {
@@ -176,24 +120,6 @@ QString asText(int value)
 QString asText(double value)
 {
     return realText(value);
-}
-
-void convert(const QString& text, QString* value)
-{
-    *value = text;
-}
-
-void convert(const QString& text, int* value)
-{
-    *value = text.toInt();
-}
-
-void convert(const QString& text, double* value)
-{
-    bool converted = false;
-    *value = text.toDouble(&converted);
-    if (!converted) // also what is too large, for which Qt gives infinity
-        *value = 0;
 }
 
 template <typename Record, std::size_t N>
