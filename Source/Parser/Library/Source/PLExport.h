@@ -7,8 +7,13 @@
 
 #include <QtCore/qglobal.h>
 
-#ifdef OVPARSER_BUILDING_LIBRARY
-/** Marks what the library exports, and what its users import. */
+#if defined(OVPARSER_STATIC)
+#define PARSERLIBRARY_EXPORT
+#elif defined(OVPARSER_BUILDING_LIBRARY)
+/**
+ * Marks what the library exports, and what its users import. A static library exports nothing; its
+ * users define OVPARSER_STATIC, as its CMake target and its pkg-config file do for them.
+ */
 #define PARSERLIBRARY_EXPORT Q_DECL_EXPORT
 #else
 #define PARSERLIBRARY_EXPORT Q_DECL_IMPORT
