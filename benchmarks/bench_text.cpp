@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 // Info texts: loading, looking up, changing and saving.
 
 #include "Benchmarks.h"

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
 """Turns the results of ovparser_benchmarks into tables.
 
     table.py RESULTS.json... [DOCUMENT.md]

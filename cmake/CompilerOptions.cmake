@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
 # ovparser_options: what every target of the project compiles with.
 add_library(ovparser_options INTERFACE)
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
 # What is installed, and the config files with which other projects find the library.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)

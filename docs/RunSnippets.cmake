@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
 # Runs the code of a page beside a copy of the sample files and compares what it prints: first the
 # program, then the commands.
 #   cmake -DNAME=FILES [-DPROGRAM=FILE] [-DSHELL=FILE] -DEXAMPLES=FOLDER -P RunSnippets.cmake

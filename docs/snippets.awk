@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
 # Takes the code out of a page:  awk -v name=FILES -f snippets.awk PAGE
 #
 # The blocks marked "cpp" become one program, FILES.cpp, whose output the blocks marked "output"

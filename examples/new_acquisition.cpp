@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 // Builds the click info of a new acquisition and saves it: new_acquisition FILE
 
 #include "ParserLibrary.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 // Writes the results of a spectral analysis: new_spectral_analysis FILE
 
 #include "ParserLibrary.h"

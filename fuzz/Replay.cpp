@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 // Runs a fuzz target over stored inputs, so that any compiler can repeat what the fuzzer found.
 #include "Support.h"
 

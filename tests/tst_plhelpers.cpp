@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "internal/InfoText.h"
 #include "internal/VersionStamp.h"
 #include "support/Support.h"

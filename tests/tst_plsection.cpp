@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "support/Support.h"
 
 #include <limits>
@@ -36,7 +39,8 @@ private Q_SLOTS:
         support::row("other letter", "Ab"_s, "Ac"_s, false);
         support::row("eight letters", "ABCDefgh"_s, "abcdEFGH"_s, true);
         support::row("sign beside a letter", "key @[`{"_s, "KEY `{@["_s, false);
-        support::row("only the end differs", "Luminescent Exposure (Seconds)"_s, "LUMINESCENT EXPOSURE (SECONDS]"_s, false);
+        support::row("only the end differs", "Luminescent Exposure (Seconds)"_s, "LUMINESCENT EXPOSURE (SECONDS]"_s,
+                     false);
         support::row("long", longKey.trimmed(), longKey.trimmed().toUpper(), true);
         support::row("start of a long one", longKey.trimmed(), "Field of View"_s, false);
         support::row("Latin-1", u8"Größe in Ångström"_s, u8"GRÖßE IN ÅNGSTRÖM"_s, true);

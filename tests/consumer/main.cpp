@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 // Uses the installed library: reads a value, changes it and saves; asks the exported classes for
 // their types.
 #include <ParserLibrary.h>

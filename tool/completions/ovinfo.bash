@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
 # bash completion of ovinfo                                             -*- shell-script -*-
 
 # Lists the words that may follow an option; nothing when files may.

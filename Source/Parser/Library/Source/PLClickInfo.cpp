@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "PLClickInfo.h"
 
 #include "PLKeywords.h"
@@ -606,8 +609,8 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
         const QString correctedKey = mapKey(Section::LuminescentCorrected);
         if (!corrected || sections.contains(correctedKey))
             return eSTATUS_SUCCESS;
-        const tag_estatus status = guarded(
-            [&] { store().insert(sectionCount, correctedKey, std::move(corrected)); });
+        const tag_estatus status =
+            guarded([&] { store().insert(sectionCount, correctedKey, std::move(corrected)); });
         if (status != eSTATUS_SUCCESS)
             store().remove(place, key); // both sections or none, so that the caller can try again
         return status;

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * The document class of the library, with its file loaders and acquisition writers.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * The export macro of the library: every class and function that carries it belongs to the API.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * The free helper functions: image types, dates and times, names, single sections of a text,

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * The settings with which one image was acquired.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * Every section key, key name, file name and fixed value that the data files use, defined once.

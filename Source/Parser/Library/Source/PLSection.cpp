@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "PLSection.h"
 
 #include "PLKeywords.h"
@@ -229,7 +232,8 @@ tag_estatus CPLSection::getKey(int pairOrdinal, QString* key) const
     return guarded([&] {
         if (pairOrdinal < 0 || pairOrdinal >= SectionAccess::entries(*this).pairCount())
             return eSTATUS_FAILED;
-        *key = SectionAccess::entries(*this).key(SectionAccess::entries(*this).placeOfPair(pairOrdinal));
+        *key = SectionAccess::entries(*this).key(
+            SectionAccess::entries(*this).placeOfPair(pairOrdinal));
         return eSTATUS_SUCCESS;
     });
 }

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * One section of an info text.
@@ -18,7 +21,7 @@ namespace ovparser::internal {
 class Entries;
 struct SectionAccess;
 struct SectionStore;
-}
+} // namespace ovparser::internal
 
 /**
  * One section of an info text: its key, its name and its entries in file order.
@@ -60,8 +63,8 @@ public:
      * Lines end in LF; white space around lines, keys and values does not count. A key that occurs
      * again keeps an entry of its own, but all its entries have the value read last.
      *
-     * @param text  the text after the section's header line; when memory runs out, the section has no
-     *              entries
+     * @param text  the text after the section's header line; when memory runs out, the section has
+     * no entries
      */
     void loadSectionData(QString text);
 
@@ -227,11 +230,10 @@ private:
     friend struct ovparser::internal::SectionAccess;
     using Entries = ovparser::internal::Entries;
 
-
     QString sectionKey;
     QString sectionName;
     QByteArray fileText; ///< in which the body stands; the sections of a file share it
-    int bodyStart = 0; ///< where the body stands in it
+    int bodyStart = 0;   ///< where the body stands in it
     int bodySize = 0;
     mutable std::atomic<Entries*> openEntries = {nullptr}; ///< owned; null until their first use
     bool held = false;                                     ///< by a document

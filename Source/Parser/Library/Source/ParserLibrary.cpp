@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "ParserLibrary.h"
 
 const int nParserLibrary = 0;

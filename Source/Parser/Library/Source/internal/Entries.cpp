@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "Entries.h"
 
 #include "PLKeywords.h"
@@ -67,8 +70,8 @@ template <typename Text>
 void Entries::readLines(Text body)
 {
     const Text content = trimmed(body);
-    const auto lineEnds = std::count_if(content.begin(), content.end(),
-                                        [](auto c) { return isLineFeed(c); });
+    const auto lineEnds =
+        std::count_if(content.begin(), content.end(), [](auto c) { return isLineFeed(c); });
     m_entries.reserve(std::size_t(lineEnds) + 1);
     reserveSlots(std::size_t(lineEnds) + 1);
     BasicLineReader<Text> lines(content);
@@ -89,8 +92,8 @@ void Entries::readLines(Text body)
 
 void Entries::append(Piece key, quint32 hash, Piece value)
 {
-    quint32& slot = m_slots[slotOf(
-        hash, [&](Piece other) { return matches(FoldedKey(text(key)), other); })];
+    quint32& slot =
+        m_slots[slotOf(hash, [&](Piece other) { return matches(FoldedKey(text(key)), other); })];
     if (slot == 0) {
         m_entries.push_back({hash, key, value});
         slot = quint32(m_entries.size());
@@ -182,8 +185,8 @@ void Entries::put(const QString& key, const QString& value)
 // Before a pair there are as many comments as the pair's place is behind its ordinal.
 int Entries::placeOfPair(int ordinal) const
 {
-    const auto later = std::partition_point(
-        m_comments.begin(), m_comments.end(), [&](const quint32& place) {
+    const auto later =
+        std::partition_point(m_comments.begin(), m_comments.end(), [&](const quint32& place) {
             return int(place) - int(&place - m_comments.data()) <= ordinal;
         });
     return ordinal + int(later - m_comments.begin());
@@ -268,9 +271,9 @@ void Entries::writeLines(Out& out) const
 {
     for (int place = 0; place < int(m_entries.size()); ++place) {
         const Piece key = m_entries[std::size_t(place)].key;
-        const bool bare = key.size == Piece::numbered ||
-                          (key.size == Piece::own ? isCommentKey(m_own[key.at])
-                                                  : isCommentKey(view(key)));
+        const bool bare =
+            key.size == Piece::numbered ||
+            (key.size == Piece::own ? isCommentKey(m_own[key.at]) : isCommentKey(view(key)));
         if (!bare) {
             writePiece(out, key);
             appendText(out, PLKeyword::Text::KeyEnd);

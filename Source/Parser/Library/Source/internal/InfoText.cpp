@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "InfoText.h"
 
 #include "PLKeywords.h"
@@ -357,7 +360,8 @@ const char* BlockReader::headerFrom(const char* place) const
         while (lineStart != m_begin && isWordDelimiter(lineStart[-1]))
             --lineStart;
         const bool starts = lineStart == m_begin || lineStart[-1] == lineFeed;
-        if (starts && m_end - star >= marker.size() && std::equal(marker.begin(), marker.end(), star))
+        if (starts && m_end - star >= marker.size() &&
+            std::equal(marker.begin(), marker.end(), star))
             return lineStart;
         star = std::find_if(star, m_end, [](char c) { return c != '*'; });
     }

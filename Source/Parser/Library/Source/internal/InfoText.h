@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * The grammar of the info-file text: lines, blocks, header lines and body lines.
@@ -33,9 +36,9 @@ namespace ovparser::internal {
 
 /** Appends to a text, or to the Latin-1 bytes of one, which have '?' for what Latin-1 lacks. */
 void appendText(QString& out, QLatin1String text);
-void appendText(QString& out, const QString& text);       ///< @overload
-void appendText(QByteArray& out, QLatin1String text); ///< @overload
-void appendText(QByteArray& out, const QString& text);    ///< @overload
+void appendText(QString& out, const QString& text);    ///< @overload
+void appendText(QByteArray& out, QLatin1String text);  ///< @overload
+void appendText(QByteArray& out, const QString& text); ///< @overload
 
 /** The text without white space at both ends. */
 [[nodiscard]] QStringView trimmed(QStringView text);

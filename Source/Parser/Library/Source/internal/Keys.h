@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * Keys, which match in any letter case: how they are folded, hashed and compared.
@@ -40,7 +43,10 @@ public:
     [[nodiscard]] bool matches(const QString& spelling) const; ///< @overload
 
 private:
-    [[nodiscard]] QLatin1String ascii() const { return QLatin1String(m_ascii.data(), int(m_ascii.size())); }
+    [[nodiscard]] QLatin1String ascii() const
+    {
+        return QLatin1String(m_ascii.data(), int(m_ascii.size()));
+    }
     bool foldAscii(const QString& key);
 
     QVarLengthArray<char, 128> m_ascii; ///< the key in lower case, while it is ASCII

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * Where Qt 5 and Qt 6 differ for the library: the one place that asks for Qt's version.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 /**
  * @file
  * How the library itself makes, fills, reads and writes sections: here a lack of memory is an
@@ -28,7 +31,10 @@ struct SectionAccess
     [[nodiscard]] static const Entries& entries(const CPLSection& section);
     [[nodiscard]] static Entries& entries(CPLSection& section);
 
-    [[nodiscard]] static const QString& key(const CPLSection& section) { return section.sectionKey; }
+    [[nodiscard]] static const QString& key(const CPLSection& section)
+    {
+        return section.sectionKey;
+    }
 
     /** Whether a document holds the section, so that no other one may take it. */
     [[nodiscard]] static bool& isHeld(CPLSection& section) { return section.held; }

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The ovparser authors
+// SPDX-License-Identifier: MIT
+
 #include "VersionStamp.h"
 
 // The build system sets the date when SOURCE_DATE_EPOCH asks for a reproducible build.
