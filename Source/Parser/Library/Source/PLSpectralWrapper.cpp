@@ -12,6 +12,9 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <initializer_list>
 #include <new>
 #include <utility>
@@ -193,6 +196,34 @@ public:
             child = m_reader.getNextSiblingElement(child);
     }
 
+    /**
+     * As children(), for a visit that moves no cursor. The caller has settle() put the cursor on
+     * the last child reached, which is returned: a step that moves it takes several times as long.
+     */
+    template <typename Visit>
+    static QDomElement scan(const QDomElement& parent, Visit visit)
+    {
+        QDomElement last;
+        QDomElement child = parent.firstChild().toElement();
+        while (!child.isNull()) {
+            last = child;
+            if (visit(child))
+                break;
+            child = child.nextSibling().toElement();
+        }
+        return last;
+    }
+
+    /** Puts the cursor on an element that was reached by steps over elements only. */
+    void settle(const QDomElement& element)
+    {
+        const QDomElement previous = element.previousSibling().toElement();
+        if (previous.isNull())
+            m_reader.getFirstChild(element.parentNode().toElement());
+        else
+            m_reader.getNextSiblingElement(previous);
+    }
+
     /** The child of this name at a place among its equals, from 0; null when there is none. */
     QDomElement child(const QDomElement& parent, Spectral::ElementId id, int index);
 
@@ -215,17 +246,16 @@ private:
 
 QDomElement Walk::child(const QDomElement& parent, Spectral::ElementId id, int index)
 {
-    QDomElement found;
-    if (index > m_reader.getChildElementCount(parent))
-        return found;
+    bool found = false;
     int counter = -1;
-    children(parent, [&](const QDomElement& element) {
-        if (!matches(element, id) || ++counter != index)
-            return false;
-        found = element;
-        return true;
+    const QDomElement last = scan(parent, [&](const QDomElement& element) {
+        found = matches(element, id) && ++counter == index;
+        return found;
     });
-    return found;
+    if (!found && index > m_reader.getChildElementCount(parent))
+        return {};
+    settle(last);
+    return found ? last : QDomElement();
 }
 
 template <typename Record, std::size_t N>
@@ -236,12 +266,14 @@ void Walk::addValues(const QDomElement& results, const ValuesForm& form,
     value(results, form.total, &total);
     if (total != m_reader.getChildElementCount(results))
         return;
-    children(results, [&](const QDomElement& element) {
+    settle(scan(results, [&](const QDomElement& element) {
         Record record;
-        if (readIf(form.values, element, fields, &record))
+        if (matches(element, form.values)) {
+            read(element, fields, &record);
             list->append(record);
+        }
         return false;
-    });
+    }));
 }
 
 template <typename Record, std::size_t N>

@@ -14,6 +14,9 @@
 
 #include <QtCore/QString>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <variant>
 
 namespace ovparser::internal {
@@ -82,6 +85,25 @@ inline constexpr Field<SFitResults> fitFields[] = {
     {Attribute::VerticalError, &SFitResults::verticalError},
 };
 
+/** Whether the numbers that the library writes have such characters. */
+[[nodiscard]] inline bool isPlain(QChar character)
+{
+    return (character >= u'0' && character <= u'9') || character == u'.' || character == u'-' ||
+           character == u'+' || character == u'e';
+}
+
+/** Converts what the files hold, for which Qt takes several times as long; otherwise gives false. */
+[[nodiscard]] inline bool convertPlain(const QString& text, double* value)
+{
+    std::array<char, 24> digits = {};
+    if (text.size() > int(digits.size()) || !std::all_of(text.begin(), text.end(), isPlain))
+        return false;
+    std::transform(text.begin(), text.end(), digits.begin(), [](QChar c) { return c.toLatin1(); });
+    const char* const end = digits.data() + text.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, *value);
+    return stop == end && error == std::errc();
+}
+
 /** Reads the text of an attribute; a text that is no number, or one too large, gives 0. */
 inline void convert(const QString& text, QString* value)
 {
@@ -95,6 +117,8 @@ inline void convert(const QString& text, int* value)
 
 inline void convert(const QString& text, double* value)
 {
+    if (convertPlain(text, value))
+        return;
     bool converted = false;
     *value = text.toDouble(&converted);
     if (!converted) // also what is too large, for which Qt gives infinity
