@@ -64,7 +64,8 @@ public:
      * that key already: then nothing changes, and the section stays the caller's.
      *
      * @return eSTATUS_NULL_ARGUMENT when `section` is null, eSTATUS_EMPTY_SECTION_KEY when its key
-     *         is empty; eSTATUS_SUCCESS also when the key was held already
+     *         is empty, eSTATUS_INVALID_ARGUMENT when a document holds it already under another
+     *         key or another document holds it; eSTATUS_SUCCESS also when the key was held already
      */
     virtual tag_estatus addSection(CPLSection* section);
 
