@@ -43,16 +43,18 @@ public:
      * Reads and parses a file. Root and cursor stay in the document read before until
      * setRootElement() is called. Nothing outside the file is ever fetched.
      *
-     * Refused like malformed XML are a file of more than 128 MiB, elements or content models
-     * nested deeper than 256, more than 256 entities, references that could expand to more than a
-     * million characters, and every declaration of an entity that holds markup, refers to another
-     * declared entity or to a character above U+FFFF, or is an internal parameter entity.
+     * Refused like malformed XML are a file of more than 128 MiB or nine million nodes (an
+     * attribute counts as two), elements or content models nested deeper than 256, more than 256
+     * entities, and references to entities that expand to more than 16 times the file and a million
+     * characters. Entities that hold markup or refer to themselves, and internal parameter
+     * entities, may be declared, but not used.
      *
      * @param fileName     the file
      * @param errorMsg     receives what is wrong with a malformed file; may be null, as may the
      *                     other two
      * @param errorLine    receives the line of the error, from 1
-     * @param errorColumn  receives the column of the error, from 1
+     * @param errorColumn  receives the column of the error, from 1; a reference by number to a
+     *                     character above U+FFFF counts as the two columns of that character
      * @return false for a malformed file, and for one that cannot be opened, which leaves the
      *         output arguments alone
      */

@@ -241,14 +241,14 @@ void MarkupWalk::passMarkup()
 {
     if (passUnparsed())
         return;
-    if (at(PLKeyword::keyword("<!"))) {
+    if (at(PLKeyword::keyword("<!")))
         passDocumentType();
-    } else if (at(PLKeyword::keyword("</"))) {
+    else if (at(PLKeyword::keyword("</")))
         --m_depth;
-        movePast(PLKeyword::keyword(">"));
-    } else {
+    else
         passTag();
-    }
+    if (m_hazard == nullptr)
+        movePast(PLKeyword::keyword(">"));
 }
 
 bool MarkupWalk::passUnparsed()
