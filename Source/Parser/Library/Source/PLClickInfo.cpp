@@ -602,11 +602,11 @@ tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
             return eSTATUS_SECTION_EXISTS;
         auto image = makeImageSection(type, name, *setup, settings);
         auto corrected = makeCorrectedCompanion(type, *setup, settings);
+        const QString correctedKey = mapKey(Section::LuminescentCorrected);
         const int readBiasOnly =
             followsReadBiasOnly(type) ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
         const int place = readBiasOnly < 0 ? sectionCount : readBiasOnly + 1;
         store().insert(place, key, std::move(image));
-        const QString correctedKey = mapKey(Section::LuminescentCorrected);
         if (!corrected || sections.contains(correctedKey))
             return eSTATUS_SUCCESS;
         const tag_estatus status =
