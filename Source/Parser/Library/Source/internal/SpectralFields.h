@@ -92,7 +92,8 @@ inline constexpr Field<SFitResults> fitFields[] = {
            character == u'+' || character == u'e';
 }
 
-/** Converts what the files hold, for which Qt takes several times as long; otherwise gives false. */
+/** Converts what the files hold, for which Qt takes several times as long; otherwise gives false.
+ */
 [[nodiscard]] inline bool convertPlain(const QString& text, double* value)
 {
     std::array<char, 24> digits = {};
