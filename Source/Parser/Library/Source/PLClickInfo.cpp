@@ -422,7 +422,7 @@ bool CPLClickInfo::isSectionPresent(QString sectionKey) const
 
 CPLSection* CPLClickInfo::operator[](QString sectionKey) const
 {
-    return answerOf([&] { return find(std::move(sectionKey)); });
+    return answerOf([&] { return find(sectionKey); });
 }
 
 CPLSection* CPLClickInfo::find(const QString& sectionKey) const

@@ -65,20 +65,20 @@ CPLSection::~CPLSection()
     delete openEntries.load();
 }
 
-void CPLSection::loadSectionData(QString body)
+void CPLSection::loadSectionData(QString text)
 {
-    guarded([&] { SectionAccess::load(*this, body); });
+    guarded([&] { SectionAccess::load(*this, text); });
 }
 
-void CPLSection::saveSectionData(QString& written) const
+void CPLSection::saveSectionData(QString& text) const
 {
     const tag_estatus status = guarded([&] {
         QString section;
         SectionAccess::write(*this, section);
-        written.swap(section);
+        text.swap(section);
     });
     if (status != eSTATUS_SUCCESS)
-        written = QString();
+        text = QString();
 }
 
 tag_estatus CPLSection::addKeyValue(QString key, QString value)

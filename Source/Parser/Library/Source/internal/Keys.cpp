@@ -131,11 +131,11 @@ bool isCommentKey(QLatin1String key)
     if (key.size() < reserved.size())
         return false;
     const char* const end = key.data() + key.size();
-    for (const char* last = key.data() + reserved.size() - 1; last < end; ++last) {
-        last = std::find(last, end, reserved.data()[reserved.size() - 1]);
-        if (last == end)
+    for (const char* blank = key.data() + reserved.size() - 1; blank < end; ++blank) {
+        blank = std::find(blank, end, reserved.data()[reserved.size() - 1]);
+        if (blank == end)
             return false;
-        const char* const first = last - reserved.size() + 1;
+        const char* const first = blank - reserved.size() + 1;
         if (std::equal(reserved.begin(), reserved.end(), first,
                        [](char a, char b) { return lowerAscii(a) == lowerAscii(b); }))
             return true;
