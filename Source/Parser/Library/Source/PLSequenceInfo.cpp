@@ -165,7 +165,7 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
             status = readWhole(QFile::encodeName(path), &bytes);
         if (status != eSTATUS_SUCCESS)
             return status;
-        loadSections(withoutLoneReturns(bytes));
+        loadSections(bytes);
         fileSectionCount = sectionCount;
         if (datasetCount > 0)
             return eSTATUS_SUCCESS;
@@ -173,36 +173,40 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
     });
 }
 
+// The text has the length of the bytes. A key is made of the bytes: a CR in it stays.
 void CPLSequenceInfo::loadSections(const QByteArray& bytes)
 {
-    const char* const end = bytes.constData() + bytes.size();
-    const char* colon = bytes.constData();
+    const QByteArray text = withoutLoneReturns(bytes);
+    const char* const begin = bytes.constData();
+    const char* const end = begin + bytes.size();
+    const char* colon = begin;
     const char* next = nullptr;
-    for (const char* mark = findMark(colon, end); mark != end; mark = next) {
+    for (const char* mark = findMark(begin, end); mark != end; mark = next) {
         const char* const keyStart = mark + PLKeyword::Text::Marker.size();
         next = findMark(keyStart, end);
         colon = std::find(std::max(colon, keyStart), end, ':');
         if (colon == end)
             return;
+        const QLatin1String chunk(text.constData() + (mark - begin), int(next - mark));
         if (colon - next < maxSpanningKey)
-            loadChunk(bytes, QLatin1String(mark, next), QLatin1String(keyStart, colon));
+            loadChunk(text, chunk, QLatin1String(keyStart, colon));
     }
 }
 
-void CPLSequenceInfo::loadChunk(const QByteArray& bytes, QLatin1String chunk, QLatin1String key)
+void CPLSequenceInfo::loadChunk(const QByteArray& text, QLatin1String chunk, QLatin1String key)
 {
     const Encoding encoding = encodingOf(chunk);
     const QString keyText = encoding == Encoding::Latin1 ? QString(key) : fromUtf8(key);
     const QString sectionKey = toText(trimmed(keyText));
     if (encoding == Encoding::Utf8) {
-        QString text = fromUtf8(chunk);
-        loadSectionData(text, sectionKey);
+        QString section = fromUtf8(chunk);
+        loadSectionData(section, sectionKey);
         return;
     }
     const QLatin1String header = firstLine(chunk);
     const bool closed = header.endsWith(QLatin1Char('\n'));
     const QLatin1String body(closed ? header.end() : chunk.begin(), chunk.end());
-    interpret(SectionAccess::make(sectionKey, closed ? nameIn(header) : QString(), bytes, body));
+    interpret(SectionAccess::make(sectionKey, closed ? nameIn(header) : QString(), text, body));
 }
 
 tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)
