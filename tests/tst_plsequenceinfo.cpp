@@ -68,6 +68,7 @@ private Q_SLOTS:
         support::row("no further colon", numbers + "*** Sequence\nk v\n", "ClickNumbers"_s, "A1|B2"_s, ""_s);
         support::row("CR line ends", QByteArray(numbers + "*** Sequence: S\n").replace('\n', '\r'),
                      "ClickNumbers|Sequence"_s, "A1|B2"_s, "S"_s);
+        support::row("CR in a key", "*** A\rB: n\rk: v\r" + numbers, "A\rB|ClickNumbers"_s, "A1|B2"_s, ""_s);
         support::row("NUL", QByteArray("*** ClickNumbers:\na: A\0B\nc: D\n", 29), "ClickNumbers"_s,
                      "A"_s + QChar(0) + "B|D"_s, ""_s);
     }
