@@ -95,7 +95,7 @@ QString obstacle(const Making& making, bool force)
     const QString& file = making.output;
     if (QFileInfo(file).canonicalFilePath() == QFileInfo(making.image).canonicalFilePath())
         return QStringLiteral("is the image itself");
-    const QString other = otherThanFile(file);
+    QString other = otherThanFile(file);
     if (!other.isEmpty() || force)
         return other;
     if (!file.endsWith(PLKeyword::File::DicomSuffix))

@@ -468,7 +468,7 @@ std::optional<XmlHazard> readXml(QIODevice& device, QString* text)
         return XmlHazard{QLatin1String("the file is too large"), 1, 1};
     const QString decoded = decode(bytes);
     MarkupWalk walk(decoded);
-    const auto hazard = walk.run();
+    std::optional<XmlHazard> hazard = walk.run();
     *text = walk.resolved();
     return hazard;
 }
