@@ -17,9 +17,10 @@ struct Sizes
     int other;
 };
 
-inline constexpr Sizes smallText = {9, 36};          // sections: 4 KB, 16 KB
-inline constexpr Sizes largeText = {43000, 10750};   // sections: 20 MB, 5 MB
-inline constexpr Sizes sequence = {5000, 20000};     // acquisitions
+inline constexpr Sizes smallText = {9, 36};        // sections: 4 KB, 16 KB
+inline constexpr Sizes largeText = {43000, 10750}; // sections: 20 MB, 5 MB
+inline constexpr Sizes once = {1, 1};
+inline constexpr Sizes sequence = {5000, 20000};     // acquisitions, keys
 inline constexpr Sizes archive = {5000, 1250};       // acquisitions
 inline constexpr Sizes spectralPlot = {20000, 5000}; // values
 

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-// Sequences, and archives of acquisitions.
+// Sequences, archives of acquisitions, and what is made in memory.
 
 #include "Benchmarks.h"
 #include "Documents.h"
+
+#include <map>
 
 namespace {
 
@@ -108,6 +110,100 @@ void onSequence(benchmark::State& state)
     measure(state, sequenceInput(int(state.range(0))), run);
 }
 
+/** Keys that are not in the order of the alphabet, as those of an image section are not. */
+const QVector<Text>& keys(int count)
+{
+    static std::map<int, QVector<Text>> known;
+    QVector<Text>& keys = known[count];
+    for (int i = int(keys.size()); i < count; ++i)
+        keys.append(QStringLiteral("Setting %1").arg((i * 7919) % count));
+    return keys;
+}
+
+void makeSection(benchmark::State& state)
+{
+    const QVector<Text>& all = keys(int(state.range(0)));
+    const QString value = QStringLiteral("Yes");
+    for (auto _ : state) {
+        CPLSection section;
+        for (const Text& key : all)
+            section.addKeyValue(key.string, value);
+        if (section.count() != all.size())
+            return state.SkipWithError("does not hold every key");
+    }
+}
+
+void makeSectionGlib(benchmark::State& state)
+{
+    const QVector<Text>& all = keys(int(state.range(0)));
+    for (auto _ : state) {
+        const GlibFile file = newFile();
+        for (const Text& key : all)
+            g_key_file_set_string(file.get(), group, key.utf8, "Yes");
+        gsize count = 0;
+        const GlibStrings held(g_key_file_get_keys(file.get(), group, &count, nullptr),
+                               &g_strfreev);
+        if (int(count) != all.size())
+            return state.SkipWithError("does not hold every key");
+    }
+}
+
+void buildAcquisition(CPLClickInfo& acquisition)
+{
+    sIASetupInfo setup;
+    setup.acquisitionTime = 1755000000;
+    const QString user = QStringLiteral("ABC");
+    acquisition.setClickNumber(QStringLiteral("ABC20250812141005"));
+    acquisition.addTiffClickNumberSection(true, true, QStringLiteral("4.8.4"));
+    acquisition.addTiffUserSection(eIMAGE_LUMINESCENT, user);
+    for (const tag_eimagetype type : {eIMAGE_PHOTOGRAPH, eIMAGE_LUMINESCENT})
+        acquisition.addTiffImageSection(QStringLiteral("image.TIF"), type, &setup, true);
+    acquisition.appendUserSpecificSections(true);
+}
+
+/** Makes an acquisition out of its settings, and its text. */
+void build(benchmark::State& state)
+{
+    for (auto _ : state) {
+        CPLClickInfo acquisition;
+        buildAcquisition(acquisition);
+        benchmark::DoNotOptimize(acquisition.getClickInfoData());
+    }
+}
+
+QVector<Pair> acquisitionPairs()
+{
+    CPLClickInfo acquisition;
+    buildAcquisition(acquisition);
+    QVector<Pair> pairs;
+    int count = 0;
+    acquisition.getSectionCount(&count);
+    for (int i = 0; i < count; ++i) {
+        const CPLSection* const section = acquisition[i];
+        QString name;
+        section->getSectionKey(&name);
+        for (int pair = 0; pair < section->count(); ++pair) {
+            QString key;
+            section->getKey(pair, &key);
+            pairs.append({name, key, (*section)[pair]});
+        }
+    }
+    return pairs;
+}
+
+/** Makes a file of the same pairs, whose texts are there already, and its text. */
+void buildGlib(benchmark::State& state)
+{
+    const QVector<Pair> pairs = acquisitionPairs();
+    for (auto _ : state) {
+        const GlibFile file = newFile();
+        for (const Pair& pair : pairs)
+            g_key_file_set_string(file.get(), pair.section.utf8, pair.key.utf8, pair.value.utf8);
+        benchmark::DoNotOptimize(
+            GlibString(g_key_file_to_data(file.get(), nullptr, nullptr), &g_free));
+    }
+}
+
 /** The value that is looked for in every acquisition. */
 const Pair& wanted()
 {
@@ -162,6 +258,10 @@ void registerSequenceBenchmarks()
     add("sequence", "GKeyFile", onSequence<loadSequenceGlib>, sequence);
     add("append", library, onSequence<makeSequence>, sequence);
     add("append", "GKeyFile", onSequence<makeSequenceGlib>, sequence);
+    add("section", library, makeSection, sequence);
+    add("section", "GKeyFile", makeSectionGlib, sequence);
+    add("build", library, build, once);
+    add("build", "GKeyFile", buildGlib, once);
     add("archive", library, onArchive<matchesInArchive>, archive);
     add("archive", "GKeyFile", onArchive<matchesInArchiveGlib>, archive);
 }

@@ -14,7 +14,7 @@ void add(const char* name, const char* contender, void (*run)(benchmark::State&)
     auto* const benchmark =
         benchmark::RegisterBenchmark((std::string(name) + '/' + contender).c_str(), run);
     benchmark->Arg(sizes.compared);
-    if (std::strcmp(contender, library) == 0)
+    if (std::strcmp(contender, library) == 0 && sizes.other != sizes.compared)
         benchmark->Arg(sizes.other);
 }
 

@@ -7,8 +7,6 @@
 #include "internal/Guard.h"
 #include "internal/InfoText.h"
 
-#include <algorithm>
-
 using namespace ovparser::internal;
 
 CPLLabelDataSet::CPLLabelDataSet() = default;
@@ -24,31 +22,24 @@ CPLLabelDataSet::~CPLLabelDataSet() = default;
 tag_estatus CPLLabelDataSet::loadData(QString text)
 {
     return guarded([&] {
-        LineReader lines(text);
-        QStringView line;
-        lines.next(&line);
+        const QStringList lines = text.split(QLatin1Char('\n'));
         if (labelName.isEmpty()) {
-            const bool closed = line.endsWith(QLatin1Char('\n'));
-            const tag_estatus status = loadLabelName(line.chopped(closed ? 1 : 0).toString());
+            const tag_estatus status = loadLabelName(lines.first());
             if (status != eSTATUS_SUCCESS)
                 return status;
         }
-        while (lines.next(&line))
-            appendLabel(line);
+        for (int i = 1; i < lines.size(); ++i)
+            appendLabel(lines.at(i), i + 1 < lines.size());
         return eSTATUS_SUCCESS;
     });
 }
 
-void CPLLabelDataSet::appendLabel(QStringView line)
+void CPLLabelDataSet::appendLabel(const QString& line, bool closed)
 {
-    const auto* const colon = std::find(line.begin(), line.end(), QLatin1Char(':'));
-    if (colon == line.end())
-        return;
-    const QStringView label(line.begin(), colon);
-    if (!line.endsWith(QLatin1Char('\n')))
-        labelData.append(trimmed(label).toString());
-    else if (!label.isEmpty())
-        labelData.append(label.toString());
+    const auto colon = line.indexOf(QLatin1Char(':'));
+    const QString label = line.left(colon);
+    if (colon > 0 || (colon == 0 && !closed))
+        labelData.append(closed ? label : trimmed(label));
 }
 
 tag_estatus CPLLabelDataSet::loadLabelName(QString headerLine)

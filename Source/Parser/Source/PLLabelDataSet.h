@@ -90,7 +90,7 @@ public:
     [[nodiscard]] QString operator[](int index) const;
 
 private:
-    PARSERLIBRARY_NO_EXPORT void appendLabel(QStringView line);
+    PARSERLIBRARY_NO_EXPORT void appendLabel(const QString& line, bool closed);
 
     QString labelName;
     QStringList labelData;

@@ -38,9 +38,9 @@ QString valuesOf(const QString& label, const QString& text)
     const auto found = text.indexOf(label + QLatin1Char(':'));
     if (found < 0)
         return {};
-    const QString line = firstLine(QStringView(text).mid(found)).toString();
+    const QString line = text.mid(found, text.indexOf(QLatin1Char('\n'), found) - found);
     const auto colon = line.indexOf(QLatin1Char(':'));
-    return colon < 0 ? QString() : trimmed(QStringView(line).mid(colon + 1)).toString();
+    return colon < 0 ? QString() : trimmed(line.mid(colon + 1));
 }
 
 } // namespace

@@ -53,10 +53,13 @@ CPLBkgSummaryInfo::~CPLBkgSummaryInfo() = default;
 tag_estatus CPLBkgSummaryInfo::loadSectionData(QString& block, QString sectionKey)
 {
     return guarded([&] {
-        const ColonCut header = cutAtColon(firstLine(block));
+        const SourceText text(block);
+        const ColonCut header = cutAtColon(firstLine(text.view()));
         if (header.kind != ColonCut::Pair)
             return eSTATUS_BAD_FORMAT;
-        return take(sectionOfBlock(sectionKey, block, header));
+        auto section = makeSection(sectionKey, text, header);
+        block.remove(0, int(firstLine(text.view()).size()));
+        return take(std::move(section));
     });
 }
 
@@ -74,31 +77,31 @@ tag_estatus CPLBkgSummaryInfo::removeSection(QString sectionKey)
 tag_estatus CPLBkgSummaryInfo::loadTextBuffer(const QString& text)
 {
     return guarded([&] {
-        const QByteArray latin1 = text.toLatin1();
-        BlockReader blocks(trimmed(latin1View(latin1)));
+        const SourceText latin1(text.toLatin1());
+        BlockReader blocks(trimmed(latin1.view()));
         int number = 0;
         tag_estatus status = eSTATUS_SUCCESS;
         for (QLatin1String block; status == eSTATUS_SUCCESS && blocks.next(&block);)
-            status = loadBlock(block, ++number);
+            status = loadBlock(latin1, block, ++number);
         return status;
     });
 }
 
-tag_estatus CPLBkgSummaryInfo::loadBlock(QString block, int number)
+tag_estatus CPLBkgSummaryInfo::loadBlock(const SourceText& text, QLatin1String block, int number)
 {
     const auto key = headerKey(firstLine(block));
     if (!key)
         return eSTATUS_BAD_FORMAT;
     // Untrimmed: a header line without a body keeps the line end that the click number asks for.
-    if (key->toString().contains(Section::BackgroundClick, Qt::CaseInsensitive)) {
-        clickNumber = clickNumberOf(block).value_or(clickNumber);
+    if (QString(*key).contains(Section::BackgroundClick, Qt::CaseInsensitive)) {
+        clickNumber = clickNumberOf(text, block).value_or(clickNumber);
         if (clickNumber.isEmpty())
             return eSTATUS_EMPTY_SECTION_KEY;
     }
     const QString sectionKey = Section::BackgroundClick + QString::number(number);
     const CPLSection* const held = find(sectionKey);
-    block = trimmed(block).toString();
-    const tag_estatus status = loadSectionData(block, sectionKey);
+    QString ownBlock = trimmed(block);
+    const tag_estatus status = loadSectionData(ownBlock, sectionKey);
     CPLSection* const section = find(sectionKey);
     if (status == eSTATUS_SUCCESS && section && section != held)
         normaliseTime(*section);
@@ -130,13 +133,14 @@ tag_estatus CPLBkgSummaryInfo::FLload(QString path)
 
 tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& referenceKey)
 {
-    QString text;
+    QByteArray text;
     const tag_estatus read = readInfoText(path, &text);
     if (read != eSTATUS_SUCCESS)
         return read;
     clearData();
-    LineReader lines(text);
-    for (QStringView line; lines.next(&line);) {
+    text = withLineFeeds(text);
+    LineReader lines(latin1View(text));
+    for (QLatin1String line; lines.next(&line);) {
         const auto pairs = afterMarker(line);
         if (!pairs)
             break;
@@ -145,11 +149,11 @@ tag_estatus CPLBkgSummaryInfo::loadIndex(const QString& path, const QString& ref
     return eSTATUS_SUCCESS;
 }
 
-void CPLBkgSummaryInfo::addReference(QStringView pairs, const QString& referenceKey)
+void CPLBkgSummaryInfo::addReference(const QString& pairs, const QString& referenceKey)
 {
     const QString sectionKey = referenceKey + QString::number(sectionCount + 1);
     auto section = std::make_unique<CPLSection>(sectionKey, PLKeyword::Value::Empty);
-    addIndexPairs(*section, pairs.toString());
+    addIndexPairs(*section, pairs);
     QString name;
     if (checked(section->getValue(referenceKey, &name)) != eSTATUS_SUCCESS)
         return;

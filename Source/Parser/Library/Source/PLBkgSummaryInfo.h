@@ -103,9 +103,10 @@ public:
     virtual tag_estatus FLload(QString path);
 
 private:
-    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(QString block, int number);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(const ovparser::internal::SourceText& text,
+                                                  QLatin1String block, int number);
     PARSERLIBRARY_NO_EXPORT tag_estatus loadIndex(const QString& path, const QString& referenceKey);
-    PARSERLIBRARY_NO_EXPORT void addReference(QStringView pairs, const QString& referenceKey);
+    PARSERLIBRARY_NO_EXPORT void addReference(const QString& pairs, const QString& referenceKey);
 };
 
 #endif

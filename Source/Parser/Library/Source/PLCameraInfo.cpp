@@ -75,29 +75,29 @@ QString missingKey(QLatin1String key)
     return QStringLiteral("'%1' key/value not present").arg(key);
 }
 
-/** The text behind a "Camera System Info" header that is spelled in an unusual way. */
-QString otherKeyLines(const QString& text)
+/** The text after a "Camera System Info" header that is spelled in an unusual way. */
+QString otherKeyLines(QLatin1String text)
 {
     LineReader lines(text);
-    for (QStringView line; lines.next(&line);) {
+    for (QLatin1String line; lines.next(&line);) {
         const auto key = isHeaderLine(line) ? headerKey(line) : std::nullopt;
-        if (key && key->toString().compare(Section::CameraSystemInfo, Qt::CaseInsensitive) == 0)
-            return text.mid(int(lines.position() - line.size() + cutAtColon(line).colon + 1));
+        if (key && QString(*key).compare(Section::CameraSystemInfo, Qt::CaseInsensitive) == 0)
+            return QLatin1String(line.begin() + cutAtColon(line).colon + 1, text.end());
     }
     return {};
 }
 
-/** The text of a file behind its "Camera System Info" header mark. */
+/** The text of a file after its "Camera System Info" header mark. */
 std::optional<QString> keyLinesOf(const QString& path)
 {
     QByteArray bytes;
     if (readFile(path, &bytes) != eSTATUS_SUCCESS)
         return std::nullopt;
     const QByteArray lines = withLineFeeds(bytes);
-    const QString text = QString::fromLatin1(lines.constData(), lines.size());
+    const QString text = latin1View(lines);
     const QString header = cameraInfoHeader();
     const auto found = text.indexOf(header);
-    return found < 0 ? otherKeyLines(text) : text.mid(found + header.size());
+    return found < 0 ? otherKeyLines(latin1View(lines)) : text.mid(found + header.size());
 }
 
 /**
@@ -268,7 +268,7 @@ bool CPLCameraInfo::loadFilterWheel(const QString& path)
         state->currentFilterWheelName = stored;
     if (state->currentFilterWheelName.isEmpty())
         return true;
-    const QString wheelFile = folderOf(path) + PLKeyword::File::EmissionFilterFolder + u'/' +
+    const QString wheelFile = folderInPath(path) + PLKeyword::File::EmissionFilterFolder + u'/' +
                               state->currentFilterWheelName;
     if (wheelFile.contains(QChar(u'\0')) || !QFile::exists(wheelFile)) {
         OVPARSER_DEBUG() << QStringLiteral(
@@ -311,13 +311,13 @@ tag_estatus CPLCameraInfo::load(QString path)
             marker = marker < 0 ? marker : marker + header.size();
         }
         QString extensionText;
-        checked(loadCameraInfoExtensions(folderOf(path) + PLKeyword::File::ConfigFolder,
+        checked(loadCameraInfoExtensions(folderInPath(path) + PLKeyword::File::ConfigFolder,
                                          extensionText));
         if (marker < 0)
             text.append(extensionText);
         else if (!extensionText.isEmpty())
             text.insert(marker, extensionText + u'\n');
-        preambleLines = preambleOf(trimmed(text));
+        preambleLines = preambleOf(SourceText(trimmed(text)));
         const tag_estatus status = loadTextBuffer(text);
         if (status == eSTATUS_SUCCESS)
             fileSectionCount = sectionCount;
@@ -368,9 +368,9 @@ tag_estatus CPLCameraInfo::addTextBuffer(QString text)
         CPLSection* const section = find(Section::CameraSystemInfo);
         if (!section)
             return eSTATUS_FILE_OPEN_FAILED;
-        const QString latin1 = latin1Form(text);
-        LineReader lines(trimmed(latin1));
-        for (QStringView line; lines.next(&line);) {
+        const QByteArray latin1 = text.toLatin1();
+        LineReader lines(trimmed(latin1View(latin1)));
+        for (QLatin1String line; lines.next(&line);) {
             const ColonCut cut = cutAtColon(line);
             if (cut.kind == ColonCut::Pair)
                 addPair(*section, simplified(cut.before), simplified(cut.after));

@@ -14,10 +14,10 @@
 #include "internal/ValueSearch.h"
 #include "internal/VersionStamp.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QFile>
 
 #include <ctime>
-#include <string_view>
 #include <typeinfo>
 
 using namespace ovparser::internal;
@@ -28,7 +28,15 @@ namespace Value = PLKeyword::Value;
 
 namespace {
 
-constexpr std::size_t maxTextPiece = 200;
+/** How much of a line is looked at as one when a value is looked for in a text or a file. */
+constexpr int maxTextPiece = 200;
+constexpr int maxFilePiece = 249;
+
+tag_estatus giveValue(const std::optional<QString>& found, QString* value)
+{
+    *value = found.value_or(QString());
+    return found ? eSTATUS_SUCCESS : eSTATUS_KEY_NOT_FOUND;
+}
 
 template <typename Value>
 tag_estatus getFrom(const CPLSection* section, const QString& key, Value* value)
@@ -40,6 +48,23 @@ template <typename Value>
 tag_estatus setIn(CPLSection* section, const QString& key, const Value& value)
 {
     return section ? changeValue(*section, key, value) : eSTATUS_SECTION_NOT_FOUND;
+}
+
+/**
+ * Where the section that opens a text ends: at the next section mark on a line that does not begin
+ * with '#', or at the end.
+ */
+int sectionLength(const QString& text)
+{
+    const QLatin1Char lineFeed('\n');
+    auto mark = text.indexOf(PLKeyword::Text::Marker, PLKeyword::Text::Marker.size());
+    while (mark >= 0) {
+        if (text.at(text.lastIndexOf(lineFeed, mark) + 1) != QLatin1Char('#'))
+            return int(mark);
+        const auto lineEnd = text.indexOf(lineFeed, mark);
+        mark = lineEnd < 0 ? -1 : text.indexOf(PLKeyword::Text::Marker, lineEnd);
+    }
+    return int(text.size());
 }
 
 QString timeStamp(const struct tm& time)
@@ -136,12 +161,15 @@ tag_estatus CPLClickInfo::loadSectionData(QString& block, QString sectionKey)
             return eSTATUS_SUCCESS;
         if (sectionKey.isNull())
             return eSTATUS_FAILED;
-        const ColonCut header = cutAtColon(firstLine(block));
+        const SourceText text(block);
+        const ColonCut header = cutAtColon(firstLine(text.view()));
         if (header.kind == ColonCut::NoColon)
             return eSTATUS_SUCCESS;
         if (header.kind == ColonCut::Commented)
             return eSTATUS_BAD_FORMAT;
-        return take(sectionOfBlock(sectionKey, block, header));
+        auto section = makeSection(sectionKey, text, header);
+        block.remove(0, int(firstLine(text.view()).size()));
+        return take(std::move(section));
     });
 }
 
@@ -197,7 +225,7 @@ int CPLClickInfo::placeOf(const QString& lowerKey) const
 
 tag_estatus CPLClickInfo::loadTextBuffer(const QString& text)
 {
-    return guarded([&] { return loadBlocks(text.toLatin1()); });
+    return guarded([&] { return loadBlocks(SourceText(text.toLatin1())); });
 }
 
 /** Whether no derived class may want to see the blocks or sections of a text. */
@@ -206,16 +234,16 @@ bool CPLClickInfo::isPlain() const
     return typeid(*this) == typeid(CPLClickInfo);
 }
 
-tag_estatus CPLClickInfo::loadBlocks(const QByteArray& text)
+tag_estatus CPLClickInfo::loadBlocks(const SourceText& text)
 {
-    BlockReader blocks(trimmed(latin1View(text)));
+    BlockReader blocks(trimmed(text.view()));
     tag_estatus status = eSTATUS_SUCCESS;
     for (QLatin1String block; status == eSTATUS_SUCCESS && blocks.next(&block);)
         status = loadBlock(text, trimmed(block));
     return status;
 }
 
-tag_estatus CPLClickInfo::loadBlock(const QByteArray& text, QLatin1String block)
+tag_estatus CPLClickInfo::loadBlock(const SourceText& text, QLatin1String block)
 {
     const QLatin1String header = firstLine(block);
     const auto key = headerKey(header);
@@ -223,7 +251,7 @@ tag_estatus CPLClickInfo::loadBlock(const QByteArray& text, QLatin1String block)
         return eSTATUS_BAD_FORMAT;
     const QString sectionKey = *key;
     if (sectionKey.compare(Section::ClickNumber, Qt::CaseInsensitive) == 0) {
-        clickNumber = clickNumberOf(QString(header)).value_or(clickNumber);
+        clickNumber = clickNumberOf(text, header).value_or(clickNumber);
         if (clickNumber.isEmpty())
             return eSTATUS_EMPTY_SECTION_KEY;
     }
@@ -236,9 +264,9 @@ tag_estatus CPLClickInfo::loadBlock(const QByteArray& text, QLatin1String block)
         return eSTATUS_SUCCESS;
     if (sectionKey.isEmpty())
         return eSTATUS_EMPTY_SECTION_KEY;
-    auto section = SectionAccess::make(sectionKey, cutAtColon(header).after, text,
-                                       QLatin1String(header.end(), block.end()));
-    store().insert(sectionCount, lowerKey, std::move(section));
+    const QLatin1String body(header.end(), block.end());
+    store().insert(sectionCount, lowerKey,
+                   makeSection(sectionKey, text, cutAtColon(header).after, body));
     return eSTATUS_SUCCESS;
 }
 
@@ -263,7 +291,7 @@ tag_estatus CPLClickInfo::loadClickInfo(QString path, bool appendUser)
         tag_estatus status = readInfoText(path, &text);
         if (status == eSTATUS_SUCCESS)
             status = loadInfoBytes(text);
-        return status == eSTATUS_SUCCESS && appendUser ? appendUserSpecificSections(false) : status;
+        return status == eSTATUS_SUCCESS && appendUser ? appendUserSections(false) : status;
     });
 }
 
@@ -275,8 +303,8 @@ tag_estatus CPLClickInfo::loadAnalyzedClickInfo(QString path)
         if (status != eSTATUS_SUCCESS)
             return status;
         startLoading();
-        status = isPlain() ? loadBlocks(text) : loadTextBuffer(decodeInfoText(text));
-        return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
+        status = isPlain() ? loadBlocks(SourceText(text)) : loadTextBuffer(decodeInfoText(text));
+        return status == eSTATUS_SUCCESS ? appendUserSections(false) : status;
     });
 }
 
@@ -286,7 +314,7 @@ tag_estatus CPLClickInfo::loadClickInfoDcm(const char* buffer, int length)
         return eSTATUS_NULL_ARGUMENT;
     return guarded([&] {
         const tag_estatus status = loadInfoBytes(infoBytes(QByteArray(buffer, qMax(length, 0))));
-        return status == eSTATUS_SUCCESS ? appendUserSpecificSections(false) : status;
+        return status == eSTATUS_SUCCESS ? appendUserSections(false) : status;
     });
 }
 
@@ -299,24 +327,24 @@ void CPLClickInfo::startLoading()
 
 tag_estatus CPLClickInfo::loadClickInfoText(const QString& text)
 {
+    return loadInfoText(SourceText(text), [&] { return loadTextBuffer(text); });
+}
+
+tag_estatus CPLClickInfo::loadInfoBytes(const QByteArray& bytes)
+{
+    if (!isPlain())
+        return loadClickInfoText(decodeInfoText(bytes));
+    const SourceText text(bytes);
+    return loadInfoText(text, [&] { return loadBlocks(text); });
+}
+
+template <typename Load>
+tag_estatus CPLClickInfo::loadInfoText(const SourceText& text, Load load)
+{
     startLoading();
     fileSectionCount = 0;
     preambleLines = preambleOf(text);
-    const tag_estatus status = loadTextBuffer(text);
-    if (status == eSTATUS_SUCCESS)
-        fileSectionCount = sectionCount;
-    return status;
-}
-
-// As loadClickInfoText(), which overrides of loadTextBuffer() ask for, but without copies.
-tag_estatus CPLClickInfo::loadInfoBytes(const QByteArray& text)
-{
-    if (!isPlain())
-        return loadClickInfoText(decodeInfoText(text));
-    startLoading();
-    fileSectionCount = 0;
-    preambleLines = preambleOf(latin1View(text));
-    const tag_estatus status = loadBlocks(text);
+    const tag_estatus status = load();
     if (status == eSTATUS_SUCCESS)
         fileSectionCount = sectionCount;
     return status;
@@ -328,10 +356,8 @@ tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_e
     return guarded([&] {
         const auto now = qint64(std::time(nullptr));
         clickNumber = prefix + timeStamp(brokenDownLocalTime(now).value_or(tm{}));
-        tag_estatus status = addTiffClickNumberSection(false, false, Value::ImportVersion);
-        if (status != eSTATUS_SUCCESS)
-            return status;
-        status = addTiffUserSection(imageType, prefix);
+        addClickNumber(false, false, Value::ImportVersion);
+        tag_estatus status = addUser(imageType, prefix);
         if (status != eSTATUS_SUCCESS)
             return status;
         if (!find(Section::UserLabelNameSet))
@@ -341,7 +367,7 @@ tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_e
         sIASetupInfo setup;
         setup.acquisitionTime = now;
         setBinning(setup, imageType, binning);
-        return addTiffImageSection(fileName(imagePath), imageType, &setup, false);
+        return addImage(fileNameInPath(imagePath), imageType, &setup, false);
     });
 }
 
@@ -354,16 +380,7 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(QString path, QString key
         QFile file(path);
         if (!openToRead(file))
             return eSTATUS_FILE_OPEN_FAILED;
-        *value = QString();
-        const ValueSearch search(key);
-        PieceReader pieces(file);
-        for (std::string_view piece; pieces.next(&piece);) {
-            if (const auto found = search.in(piece)) {
-                *value = *found;
-                return eSTATUS_SUCCESS;
-            }
-        }
-        return eSTATUS_KEY_NOT_FOUND;
+        return giveValue(findValue(file, maxFilePiece, key), value);
     });
 }
 
@@ -375,18 +392,10 @@ tag_estatus CPLClickInfo::obtainValueFromClickInfoFile(char* text, QString key,
     if (!text || !value)
         return eSTATUS_NULL_ARGUMENT;
     return guarded([&] {
-        *value = QString();
-        const ValueSearch search(key);
-        std::string_view unread(text);
-        while (!unread.empty()) {
-            const std::size_t length = pieceLength(unread, maxTextPiece);
-            if (const auto found = search.in(unread.substr(0, length))) {
-                *value = *found;
-                return eSTATUS_SUCCESS;
-            }
-            unread.remove_prefix(length);
-        }
-        return eSTATUS_KEY_NOT_FOUND;
+        QByteArray bytes = QByteArray::fromRawData(text, int(qstrlen(text)));
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::ReadOnly);
+        return giveValue(findValue(buffer, maxTextPiece, key), value);
     });
 }
 
@@ -450,12 +459,15 @@ int CPLClickInfo::getFileSectionCount() const
 
 tag_estatus CPLClickInfo::appendUserSpecificSections(bool userFields)
 {
-    return guarded([&] {
-        return appendUserSections(
-            [this](const QString& key) { return find(key); },
-            [this](std::unique_ptr<CPLSection> section) { return take(std::move(section)); },
-            userFields);
-    });
+    return guarded([&] { return appendUserSections(userFields); });
+}
+
+tag_estatus CPLClickInfo::appendUserSections(bool userFields)
+{
+    return ovparser::internal::appendUserSections(
+        [this](const QString& key) { return find(key); },
+        [this](std::unique_ptr<CPLSection> section) { return take(std::move(section)); },
+        userFields);
 }
 
 tag_estatus CPLClickInfo::appendAnalysisUserInputSection()
@@ -487,7 +499,10 @@ tag_estatus CPLClickInfo::setClickNumber(QString number)
 
 void CPLClickInfo::loadClickNumber(QString block)
 {
-    guarded([&] { clickNumber = clickNumberOf(block).value_or(clickNumber); });
+    guarded([&] {
+        const SourceText text(block);
+        clickNumber = clickNumberOf(text, text.view()).value_or(clickNumber);
+    });
 }
 
 void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
@@ -584,68 +599,79 @@ tag_estatus CPLClickInfo::addImageSection(QString path, QString userId, tag_eima
                                           const sIASetupInfo* setup, bool settings)
 {
     return guarded([&] {
-        checked(setValue(Section::UserInput, Key::UserId, userId));
-        return addTiffImageSection(fileName(path), type, setup, settings);
+        setIn(find(Section::UserInput), Key::UserId, userId);
+        return addImage(fileNameInPath(path), type, setup, settings);
     });
 }
 
 tag_estatus CPLClickInfo::addTiffImageSection(QString name, tag_eimagetype type,
                                               const sIASetupInfo* setup, bool settings)
 {
+    return guarded([&] { return addImage(name, type, setup, settings); });
+}
+
+tag_estatus CPLClickInfo::addImage(const QString& name, tag_eimagetype type,
+                                   const sIASetupInfo* setup, bool settings)
+{
     if (!setup)
         return eSTATUS_NULL_ARGUMENT;
-    return guarded([&] {
-        const QString key = mapKey(imageSectionKey(type));
-        if (key.isEmpty())
-            return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
-        if (sections.contains(key))
-            return eSTATUS_SECTION_EXISTS;
-        auto image = makeImageSection(type, name, *setup, settings);
-        auto corrected = makeCorrectedCompanion(type, *setup, settings);
-        const QString correctedKey = mapKey(Section::LuminescentCorrected);
-        const int readBiasOnly =
-            followsReadBiasOnly(type) ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
-        const int place = readBiasOnly < 0 ? sectionCount : readBiasOnly + 1;
-        store().insert(place, key, std::move(image));
-        if (!corrected || sections.contains(correctedKey))
-            return eSTATUS_SUCCESS;
-        const tag_estatus status =
-            guarded([&] { store().insert(sectionCount, correctedKey, std::move(corrected)); });
-        if (status != eSTATUS_SUCCESS)
-            store().remove(place, key); // both sections or none, so that the caller can try again
-        return status;
-    });
+    const QString key = mapKey(imageSectionKey(type));
+    if (key.isEmpty())
+        return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
+    if (sections.contains(key))
+        return eSTATUS_SECTION_EXISTS;
+    auto image = makeImageSection(type, name, *setup, settings);
+    auto corrected = makeCorrectedCompanion(type, *setup, settings);
+    const QString correctedKey = mapKey(Section::LuminescentCorrected);
+    const int readBiasOnly =
+        followsReadBiasOnly(type) ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
+    const int place = readBiasOnly < 0 ? sectionCount : readBiasOnly + 1;
+    store().insert(place, key, std::move(image));
+    if (!corrected || sections.contains(correctedKey))
+        return eSTATUS_SUCCESS;
+    try {
+        store().insert(sectionCount, correctedKey, std::move(corrected));
+    } catch (...) {
+        store().remove(place, key); // both sections or none, so that the caller can try again
+        throw;
+    }
+    return eSTATUS_SUCCESS;
 }
 
 tag_estatus CPLClickInfo::addTiffClickNumberSection(bool acquired, bool inSequence, QString version)
 {
-    return guarded([&] {
-        auto section = std::make_unique<CPLSection>(Section::ClickNumber, clickNumber);
-        addPair(*section, Key::ClickInfoType, Value::RawData);
-        addPair(*section, Key::Version, versionStamp(version));
-        if (acquired)
-            addPair(*section, Key::ModifiedSinceSaved, Value::Zero);
-        else
-            addPair(*section, Key::AcquiredFromFile, Value::Yes);
-        if (inSequence)
-            addPair(*section, Key::SequenceId, clickNumber);
-        take(std::move(section));
-        return eSTATUS_SUCCESS;
-    });
+    return guarded([&] { addClickNumber(acquired, inSequence, version); });
+}
+
+void CPLClickInfo::addClickNumber(bool acquired, bool inSequence, const QString& version)
+{
+    auto section = std::make_unique<CPLSection>(Section::ClickNumber, clickNumber);
+    addPair(*section, Key::ClickInfoType, Value::RawData);
+    addPair(*section, Key::Version, versionStamp(version));
+    if (acquired)
+        addPair(*section, Key::ModifiedSinceSaved, Value::Zero);
+    else
+        addPair(*section, Key::AcquiredFromFile, Value::Yes);
+    if (inSequence)
+        addPair(*section, Key::SequenceId, clickNumber);
+    take(std::move(section));
 }
 
 tag_estatus CPLClickInfo::addTiffUserSection(tag_eimagetype type, QString userId)
 {
-    return guarded([&] {
-        const QString displayType = displayTypeOf(type);
-        if (displayType.isEmpty())
-            return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
-        auto section = std::make_unique<CPLSection>(Section::UserInput, Value::Empty);
-        addPair(*section, Key::UserId, userId);
-        addPair(*section, Key::DisplayType, displayType);
-        take(std::move(section));
-        return eSTATUS_SUCCESS;
-    });
+    return guarded([&] { return addUser(type, userId); });
+}
+
+tag_estatus CPLClickInfo::addUser(tag_eimagetype type, const QString& userId)
+{
+    const QString displayType = displayTypeOf(type);
+    if (displayType.isEmpty())
+        return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
+    auto section = std::make_unique<CPLSection>(Section::UserInput, Value::Empty);
+    addPair(*section, Key::UserId, userId);
+    addPair(*section, Key::DisplayType, displayType);
+    take(std::move(section));
+    return eSTATUS_SUCCESS;
 }
 
 tag_estatus CPLClickInfo::parseSectionFromBuffer(const QString& buffer, const QString& sectionKey,
@@ -659,11 +685,11 @@ tag_estatus CPLClickInfo::parseSectionFromBuffer(const QString& buffer, const QS
     if (buffer.isEmpty())
         return eSTATUS_SUCCESS;
     return guarded([&] {
-        const ColonCut header = cutAtColon(firstLine(buffer));
+        const SourceText block(buffer);
+        const ColonCut header = cutAtColon(firstLine(block.view()));
         if (header.kind != ColonCut::Pair)
             return eSTATUS_BAD_FORMAT;
-        QString block = buffer;
-        *section = sectionOfBlock(sectionKey, block, header).release();
+        *section = makeSection(sectionKey, block, header).release();
         return eSTATUS_SUCCESS;
     });
 }
@@ -675,17 +701,17 @@ tag_estatus CPLClickInfo::copySectionBuffer(const QString& text, QString& sectio
     if (text.isEmpty())
         return eSTATUS_NULL_ARGUMENT;
     return guarded([&] {
-        const QStringView header = firstLine(text);
-        const ColonCut cut = cutAtColon(header);
+        const SourceText header(text.left(text.indexOf(QLatin1Char('\n'))));
+        const ColonCut cut = cutAtColon(header.view());
         if (!text.startsWith(PLKeyword::Text::Marker) || cut.kind != ColonCut::Pair)
             return eSTATUS_BAD_FORMAT;
-        const auto keyStart = PLKeyword::Text::Marker.size();
-        const QString key = trimmed(header.mid(keyStart, cut.colon - keyStart)).toString();
-        const auto end = int(sectionLength(text));
+        const QLatin1String key(header.view().begin() + PLKeyword::Text::Marker.size(),
+                                header.view().begin() + cut.colon);
+        const int end = sectionLength(text);
         sectionText = text.left(end);
         length = end;
         if (sectionKey)
-            *sectionKey = key;
+            *sectionKey = header.text(trimmed(key));
         return eSTATUS_SUCCESS;
     });
 }

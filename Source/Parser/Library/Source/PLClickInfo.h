@@ -392,14 +392,24 @@ protected:
     QStringList preambleLines;           ///< the lines before the first section
 
 private:
-    [[nodiscard]] PARSERLIBRARY_NO_EXPORT ovparser::internal::SectionStore store();
+    template <typename Load>
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadInfoText(const ovparser::internal::SourceText& text,
+                                                     Load load);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadInfoBytes(const QByteArray& bytes);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlocks(const ovparser::internal::SourceText& text);
+    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(const ovparser::internal::SourceText& text,
+                                                  QLatin1String block);
+    PARSERLIBRARY_NO_EXPORT void startLoading();
+    PARSERLIBRARY_NO_EXPORT tag_estatus appendUserSections(bool userFields);
+    PARSERLIBRARY_NO_EXPORT tag_estatus addImage(const QString& name, tag_eimagetype type,
+                                                 const sIASetupInfo* setup, bool settings);
+    PARSERLIBRARY_NO_EXPORT void addClickNumber(bool acquired, bool inSequence,
+                                                const QString& version);
+    PARSERLIBRARY_NO_EXPORT tag_estatus addUser(tag_eimagetype type, const QString& userId);
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT bool isPlain() const;
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT QByteArray documentText() const;
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT int placeOf(const QString& lowerKey) const;
-    [[nodiscard]] PARSERLIBRARY_NO_EXPORT bool isPlain() const;
-    PARSERLIBRARY_NO_EXPORT tag_estatus loadInfoBytes(const QByteArray& text);
-    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlocks(const QByteArray& text);
-    PARSERLIBRARY_NO_EXPORT tag_estatus loadBlock(const QByteArray& text, QLatin1String block);
-    PARSERLIBRARY_NO_EXPORT void startLoading();
+    [[nodiscard]] PARSERLIBRARY_NO_EXPORT ovparser::internal::SectionStore store();
 };
 
 #endif

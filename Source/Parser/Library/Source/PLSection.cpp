@@ -41,6 +41,7 @@ CPLSection::CPLSection(const CPLSection& other)
     : sectionKey(other.sectionKey)
     , sectionName(other.sectionName)
     , fileText(other.fileText)
+    , wideText(other.wideText)
     , bodyStart(other.bodyStart)
     , bodySize(other.bodySize)
 {
@@ -54,6 +55,7 @@ CPLSection& CPLSection::operator=(const CPLSection& other)
     sectionKey.swap(copy.sectionKey);
     sectionName.swap(copy.sectionName);
     fileText.swap(copy.fileText);
+    wideText.swap(copy.wideText);
     bodyStart = copy.bodyStart;
     bodySize = copy.bodySize;
     copy.openEntries = openEntries.exchange(copy.openEntries);
@@ -67,7 +69,12 @@ CPLSection::~CPLSection()
 
 void CPLSection::loadSectionData(QString text)
 {
-    guarded([&] { SectionAccess::load(*this, text); });
+    const tag_estatus status = guarded([&] {
+        const SourceText body(text);
+        SectionAccess::load(*this, body, body.view());
+    });
+    if (status != eSTATUS_SUCCESS)
+        clearKeyValuePairs();
 }
 
 void CPLSection::saveSectionData(QString& text) const
@@ -290,6 +297,7 @@ void CPLSection::clearKeyValuePairs()
 {
     delete openEntries.exchange(nullptr);
     fileText = QByteArray();
+    wideText = QString();
     bodyStart = 0;
     bodySize = 0;
 }

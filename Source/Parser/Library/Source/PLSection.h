@@ -21,6 +21,7 @@ namespace ovparser::internal {
 class Entries;
 struct SectionAccess;
 struct SectionStore;
+struct SourceText;
 } // namespace ovparser::internal
 
 /**
@@ -232,7 +233,8 @@ private:
 
     QString sectionKey;
     QString sectionName;
-    QByteArray fileText; ///< in which the body stands; the sections of a file share it
+    QByteArray fileText; ///< in which the body stands, as Latin-1; the sections of a file share it
+    QString wideText;    ///< the same where Latin-1 does not tell all of it; otherwise null
     int bodyStart = 0;   ///< where the body stands in it
     int bodySize = 0;
     mutable std::atomic<Entries*> openEntries = {nullptr}; ///< owned; null until their first use

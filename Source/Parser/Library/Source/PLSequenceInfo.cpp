@@ -20,9 +20,8 @@
 #include <cstdio>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <utility>
-
-#include <sys/stat.h>
 
 using namespace ovparser::internal;
 
@@ -59,50 +58,30 @@ QString fromUtf8(QLatin1String bytes)
     return QString::fromUtf8(bytes.data(), int(bytes.size()));
 }
 
-/** How the bytes of one section are turned into text. */
-enum class Encoding {
-    Ascii,
-    Utf8,
-    Latin1, ///< what is not valid UTF-8
-};
-
-Encoding encodingOf(QLatin1String chunk)
+/** The text of UTF-8, null for ASCII, which needs no decoding; nothing for other bytes. */
+std::optional<QString> decodeUtf8(QLatin1String bytes)
 {
     uchar bits = 0;
-    for (const char c : chunk)
+    for (const char c : bytes)
         bits |= uchar(c);
     if (bits <= 0x7F)
-        return Encoding::Ascii;
-    return latin1View(fromUtf8(chunk).toUtf8()) == chunk ? Encoding::Utf8 : Encoding::Latin1;
+        return QString();
+    const QString text = fromUtf8(bytes);
+    return latin1View(text.toUtf8()) == bytes ? std::optional(text) : std::nullopt;
 }
 
-/** The name that a section's header line gives, without its comment. */
-template <typename Text>
-QString nameIn(Text header)
+// A QFile takes a name of characters only, in the platform's encoding.
+tag_estatus readNamed(const QByteArray& path, QByteArray* bytes)
 {
-    const auto parts = cutAtColon(header);
-    return parts.kind == parts.Pair ? withoutComment(toText(parts.after)) : QString();
-}
-
-using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
-tag_estatus readWhole(const QByteArray& path, QByteArray* bytes)
-{
-    struct stat info = {};
-    if (!mayBeRead(path) || ::stat(path.constData(), &info) != 0)
+    using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+    const Stream stream(mayBeRead(path) ? std::fopen(path.constData(), "rb") : nullptr,
+                        &std::fclose);
+    QFile file;
+    if (!stream || !file.open(stream.get(), QIODevice::ReadOnly | QIODevice::Unbuffered))
         return eSTATUS_FILE_NOT_FOUND;
-    if (qint64(info.st_size) > maxTextFileSize)
-        return eSTATUS_OUT_OF_MEMORY;
-    const File file(std::fopen(path.constData(), "rb"), &std::fclose);
-    if (!file)
-        return eSTATUS_FILE_NOT_FOUND;
-    std::setbuf(file.get(), nullptr);
-    QByteArray content(int(info.st_size), Qt::Uninitialized);
-    const auto size = std::size_t(content.size());
-    if (std::fread(content.data(), 1, size, file.get()) < size)
-        return eSTATUS_FILE_READ_FAILED;
-    bytes->swap(content);
-    return eSTATUS_SUCCESS;
+    const qint64 size = file.size();
+    const tag_estatus status = readAll(file, bytes);
+    return status == eSTATUS_SUCCESS && bytes->size() < size ? eSTATUS_FILE_READ_FAILED : status;
 }
 
 } // namespace
@@ -155,14 +134,14 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
     return guarded([&] {
         store().clear();
         fileSectionCount = 0;
-        sequenceInfoPath = folderOf(path);
+        sequenceInfoPath = folderInPath(path);
         QByteArray bytes;
         tag_estatus status = eSTATUS_FILE_NOT_FOUND;
         const QByteArray latin1Path = path.toLatin1();
         if (latin1View(latin1Path) == path)
-            status = readWhole(latin1Path, &bytes);
+            status = readNamed(latin1Path, &bytes);
         if (status == eSTATUS_FILE_NOT_FOUND)
-            status = readWhole(QFile::encodeName(path), &bytes);
+            status = readNamed(QFile::encodeName(path), &bytes);
         if (status != eSTATUS_SUCCESS)
             return status;
         loadSections(bytes);
@@ -176,7 +155,7 @@ tag_estatus CPLSequenceInfo::loadFile(QString path)
 // The text has the length of the bytes. A key is made of the bytes: a CR in it stays.
 void CPLSequenceInfo::loadSections(const QByteArray& bytes)
 {
-    const QByteArray text = withoutLoneReturns(bytes);
+    const SourceText text(withoutLoneReturns(bytes));
     const char* const begin = bytes.constData();
     const char* const end = begin + bytes.size();
     const char* colon = begin;
@@ -187,37 +166,26 @@ void CPLSequenceInfo::loadSections(const QByteArray& bytes)
         colon = std::find(std::max(colon, keyStart), end, ':');
         if (colon == end)
             return;
-        const QLatin1String chunk(text.constData() + (mark - begin), int(next - mark));
-        if (colon - next < maxSpanningKey)
-            loadChunk(text, chunk, QLatin1String(keyStart, colon));
+        if (colon - next >= maxSpanningKey)
+            continue;
+        const QLatin1String chunk(text.view().begin() + (mark - begin), int(next - mark));
+        const QLatin1String keyBytes(keyStart, colon);
+        const auto decoded = decodeUtf8(chunk);
+        const QString key = decoded ? fromUtf8(keyBytes) : QString(keyBytes);
+        const SourceText own(decoded.value_or(QString()));
+        const bool isOwn = own.view().size() > 0;
+        loadChunk(key, isOwn ? own : text, isOwn ? own.view() : chunk);
     }
 }
 
-void CPLSequenceInfo::loadChunk(const QByteArray& text, QLatin1String chunk, QLatin1String key)
+// A header line without an end is read as a line of the body, too.
+void CPLSequenceInfo::loadChunk(const QString& key, const SourceText& text, QLatin1String chunk)
 {
-    const Encoding encoding = encodingOf(chunk);
-    const QString keyText = encoding == Encoding::Latin1 ? QString(key) : fromUtf8(key);
-    const QString sectionKey = toText(trimmed(keyText));
-    if (encoding == Encoding::Utf8) {
-        QString section = fromUtf8(chunk);
-        loadSectionData(section, sectionKey);
-        return;
-    }
     const QLatin1String header = firstLine(chunk);
     const bool closed = header.endsWith(QLatin1Char('\n'));
+    const ColonCut cut = closed ? cutAtColon(header) : ColonCut();
     const QLatin1String body(closed ? header.end() : chunk.begin(), chunk.end());
-    interpret(SectionAccess::make(sectionKey, closed ? nameIn(header) : QString(), text, body));
-}
-
-tag_estatus CPLSequenceInfo::loadSectionData(QString& text, QString sectionKey)
-{
-    const QStringView header = firstLine(text);
-    const bool closed = header.endsWith(QLatin1Char('\n'));
-    auto section = std::make_unique<CPLSection>(sectionKey, closed ? nameIn(header) : QString());
-    if (closed)
-        text.remove(0, int(header.size()));
-    SectionAccess::load(*section, text);
-    return interpret(std::move(section));
+    interpret(makeSection(trimmed(key), text, withoutComment(cut.after), body));
 }
 
 // A section whose key is held already is interpreted, but not taken.

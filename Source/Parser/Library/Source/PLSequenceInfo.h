@@ -185,10 +185,9 @@ public:
     ///@}
 
 private:
-    PARSERLIBRARY_NO_EXPORT tag_estatus loadSectionData(QString& text, QString sectionKey);
     PARSERLIBRARY_NO_EXPORT void loadSections(const QByteArray& bytes);
-    PARSERLIBRARY_NO_EXPORT void loadChunk(const QByteArray& text, QLatin1String chunk,
-                                           QLatin1String key);
+    PARSERLIBRARY_NO_EXPORT void
+    loadChunk(const QString& key, const ovparser::internal::SourceText& text, QLatin1String chunk);
     PARSERLIBRARY_NO_EXPORT tag_estatus interpret(std::unique_ptr<CPLSection> section);
     PARSERLIBRARY_NO_EXPORT tag_estatus take(std::unique_ptr<CPLSection> section);
     [[nodiscard]] PARSERLIBRARY_NO_EXPORT ovparser::internal::SectionStore store();

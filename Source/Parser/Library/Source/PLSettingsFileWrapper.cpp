@@ -118,7 +118,7 @@ QString fileForMenuName(const QString& folder, const QString& menuName, const QS
         const bool named =
             equalsIgnoringCase(name.mid(name.indexOf(QLatin1Char('-')) + 1), menuName);
         if (named && file.contains(prefix))
-            return fileName(folder) + QLatin1Char('/') + file;
+            return fileNameInPath(folder) + QLatin1Char('/') + file;
     }
     return {};
 }

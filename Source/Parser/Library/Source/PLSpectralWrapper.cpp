@@ -125,7 +125,7 @@ QString asText(int value)
 
 QString asText(double value)
 {
-    return realText(value);
+    return printfGeneralText(value);
 }
 
 template <typename Record, std::size_t N>
@@ -369,15 +369,15 @@ void CPLSpectralWrapper::setSpectralAttributes(QString sequenceId, int numberOfC
                                                QString sourceModel, float indexOfRefraction)
 {
     writeAll(writer, [&] {
-        writeElement(
-            Spectral::Attributes,
-            attributesOf({{Attribute::ActiveImage, activeImage},
-                          {Attribute::DateTime, dateAndTime()},
-                          {Attribute::IndexOfRefraction, realText(double(indexOfRefraction))},
-                          {Attribute::NoOfClicks, QString::number(numberOfClicks)},
-                          {Attribute::SequenceId, sequenceId},
-                          {Attribute::SourceModel, sourceModel},
-                          {Attribute::TissueProperty, tissueProperty}}));
+        writeElement(Spectral::Attributes,
+                     attributesOf({{Attribute::ActiveImage, activeImage},
+                                   {Attribute::DateTime, dateAndTime()},
+                                   {Attribute::IndexOfRefraction,
+                                    printfGeneralText(double(indexOfRefraction))},
+                                   {Attribute::NoOfClicks, QString::number(numberOfClicks)},
+                                   {Attribute::SequenceId, sequenceId},
+                                   {Attribute::SourceModel, sourceModel},
+                                   {Attribute::TissueProperty, tissueProperty}}));
     });
 }
 
@@ -414,8 +414,8 @@ void CPLSpectralWrapper::setClickNumberFilterProperties(int centralWavelength, f
     writeAll(writer, [&] {
         writeElement(
             Spectral::FilterProperties,
-            attributesOf({{Attribute::AvgTransmission, realText(double(avgTransmission))},
-                          {Attribute::BandWidth, realText(double(bandWidth))},
+            attributesOf({{Attribute::AvgTransmission, printfGeneralText(double(avgTransmission))},
+                          {Attribute::BandWidth, printfGeneralText(double(bandWidth))},
                           {Attribute::CentralWavelength,
                            QString::number(centralWavelength) + Spectral::WavelengthUnit}}));
     });
@@ -442,9 +442,9 @@ void CPLSpectralWrapper::setROIMeasurementsProperties(QString filterLabel, doubl
     writeAll(writer, [&] {
         openElement(Spectral::ClickRoi, {});
         writeElement(Spectral::RoiMeasurements,
-                     attributesOf({{Attribute::AverageRadiance, realText(averageRadiance)},
+                     attributesOf({{Attribute::AverageRadiance, printfGeneralText(averageRadiance)},
                                    {Attribute::FilterLabel, filterLabel},
-                                   {Attribute::TotalFlux, realText(totalFlux)}}));
+                                   {Attribute::TotalFlux, printfGeneralText(totalFlux)}}));
         closeElement(Spectral::ClickRoi);
     });
 }
@@ -457,12 +457,12 @@ void CPLSpectralWrapper::setSpectralAnalysisResults(QString roi, double totalFlu
     writeAll(writer, [&] {
         openElement(Spectral::Results, attributesOf({{Attribute::Roi, roi}}));
         writeElement(Spectral::ResultsFlux,
-                     attributesOf({{Attribute::FluxStdDev, realText(fluxStdDev)},
+                     attributesOf({{Attribute::FluxStdDev, printfGeneralText(fluxStdDev)},
                                    {Attribute::FluxUnits, fluxUnits},
-                                   {Attribute::TotalFlux, realText(totalFlux)}}));
+                                   {Attribute::TotalFlux, printfGeneralText(totalFlux)}}));
         writeElement(Spectral::ResultsDepth,
-                     attributesOf({{Attribute::AverageDepth, realText(averageDepth)},
-                                   {Attribute::DepthStdDev, realText(depthStdDev)},
+                     attributesOf({{Attribute::AverageDepth, printfGeneralText(averageDepth)},
+                                   {Attribute::DepthStdDev, printfGeneralText(depthStdDev)},
                                    {Attribute::DepthUnits, depthUnits}}));
         closeElement(Spectral::Results);
     });
@@ -481,8 +481,8 @@ void CPLSpectralWrapper::setSpectralAnalysisPlotResults(double intensity, double
 {
     writeAll(writer, [&] {
         writeElement(Spectral::PlotValues,
-                     attributesOf({{Attribute::Intensity, realText(intensity)},
-                                   {Attribute::WaveLength, realText(waveLength)}}));
+                     attributesOf({{Attribute::Intensity, printfGeneralText(intensity)},
+                                   {Attribute::WaveLength, printfGeneralText(waveLength)}}));
     });
 }
 
@@ -506,11 +506,11 @@ void CPLSpectralWrapper::setSpectralAnalysisFitResults(double intensity, double 
 {
     writeAll(writer, [&] {
         writeElement(Spectral::FitValues,
-                     attributesOf({{Attribute::Attenuation, realText(attenuation)},
-                                   {Attribute::FitValue, realText(fitValue)},
-                                   {Attribute::HorizontalError, realText(horizontalError)},
-                                   {Attribute::Intensity, realText(intensity)},
-                                   {Attribute::VerticalError, realText(verticalError)}}));
+                     attributesOf({{Attribute::Attenuation, printfGeneralText(attenuation)},
+                                   {Attribute::FitValue, printfGeneralText(fitValue)},
+                                   {Attribute::HorizontalError, printfGeneralText(horizontalError)},
+                                   {Attribute::Intensity, printfGeneralText(intensity)},
+                                   {Attribute::VerticalError, printfGeneralText(verticalError)}}));
     });
 }
 
@@ -523,8 +523,8 @@ void CPLSpectralWrapper::setLinearFitResults(double valueA, double valueB)
 {
     writeAll(writer, [&] {
         writeElement(Spectral::LinearFitValues,
-                     attributesOf({{Attribute::LinearFitValueA, realText(valueA)},
-                                   {Attribute::LinearFitValueB, realText(valueB)}}));
+                     attributesOf({{Attribute::LinearFitValueA, printfGeneralText(valueA)},
+                                   {Attribute::LinearFitValueB, printfGeneralText(valueB)}}));
     });
 }
 

@@ -6,8 +6,6 @@
 #include "PLKeywords.h"
 
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 
 namespace ovparser::internal {
 
@@ -15,85 +13,42 @@ namespace {
 
 constexpr QLatin1Char commentSign('#');
 
-bool isLineFeed(char c)
-{
-    return c == '\n';
-}
-
-bool isLineFeed(QChar c)
-{
-    return c == u'\n';
-}
-
 /** The key of a comment, which no line gives. */
-class GeneratedKey
+QString generatedKey(quint32 number)
 {
-public:
-    explicit GeneratedKey(quint32 number)
-    {
-        const QLatin1String stem = PLKeyword::Text::CommentKey;
-        char* const digits = std::copy(stem.begin(), stem.end(), m_text);
-        m_end = std::to_chars(digits, std::end(m_text), number).ptr;
-    }
-
-    [[nodiscard]] QLatin1String view() const { return QLatin1String(m_text, m_end); }
-
-private:
-    char m_text[32];
-    const char* m_end;
-};
-
-quint32 hashOf(QLatin1String key)
-{
-    return keyHash(key);
-}
-
-quint32 hashOf(QStringView key)
-{
-    return FoldedKey(key.toString()).hash();
+    return PLKeyword::Text::CommentKey + QString::number(number);
 }
 
 } // namespace
 
-void Entries::read(const QByteArray& text, QLatin1String body)
+void Entries::read(const SourceText& text, QLatin1String body)
 {
     m_text = text;
-    readLines(body);
-}
-
-void Entries::read(QStringView body)
-{
-    readLines(body);
-}
-
-template <typename Text>
-void Entries::readLines(Text body)
-{
-    const Text content = trimmed(body);
-    const auto lineEnds =
-        std::count_if(content.begin(), content.end(), [](auto c) { return isLineFeed(c); });
+    const QLatin1String content = trimmed(body);
+    const auto lineEnds = std::count(content.begin(), content.end(), '\n');
     m_entries.reserve(std::size_t(lineEnds) + 1);
     reserveSlots(std::size_t(lineEnds) + 1);
-    BasicLineReader<Text> lines(content);
-    for (Text line; lines.next(&line);) {
+    LineReader lines(content);
+    for (QLatin1String line; lines.next(&line);) {
         line = trimmed(line);
-        const auto parts = cutAtColon(line);
-        if (parts.kind == parts.Pair) {
-            append(pieceOf(parts.before), hashOf(parts.before), pieceOf(parts.after));
+        const ColonCut cut = cutAtColon(line);
+        if (cut.kind == ColonCut::Pair) {
+            append(pieceOf(cut.before), pieceOf(cut.after));
             continue;
         }
         const auto number = quint32(m_comments.size());
         const bool complete = line.size() == 0 || line.startsWith(commentSign);
-        const Piece value = complete ? pieceOf(line) : ownPiece(commentSign + toText(line));
         m_comments.push_back(quint32(m_entries.size()));
-        append({number, Piece::numbered}, keyHash(GeneratedKey(number).view()), value);
+        append(Piece{number, Piece::numbered},
+               complete ? pieceOf(line) : ownPiece(commentSign + m_text.text(line)));
     }
 }
 
-void Entries::append(Piece key, quint32 hash, Piece value)
+void Entries::append(Piece key, Piece value)
 {
-    quint32& slot =
-        m_slots[slotOf(hash, [&](Piece other) { return matches(FoldedKey(text(key)), other); })];
+    const FoldedKey foldedKey = folded(key);
+    const quint32 hash = foldedKey.hash();
+    quint32& slot = m_slots[slotOf(foldedKey, hash)];
     if (slot == 0) {
         m_entries.push_back({hash, key, value});
         slot = quint32(m_entries.size());
@@ -105,7 +60,7 @@ void Entries::append(Piece key, quint32 hash, Piece value)
 
 void Entries::clear()
 {
-    m_text.clear();
+    m_text = SourceText();
     m_entries.clear();
     m_comments.clear();
     m_own.clear();
@@ -125,64 +80,61 @@ void Entries::reserveSlots(std::size_t entries)
     if (m_entries.empty())
         slots.swap(m_slots); // their memory serves again
     slots.assign(size, 0);
-    m_slots.swap(slots);
-    const auto isOther = [](Piece) { return false; };
     for (std::size_t place = 0; place < m_entries.size(); ++place) {
-        if (m_entries[place].value.size != Piece::shared)
-            m_slots[slotOf(m_entries[place].hash, isOther)] = quint32(place + 1);
+        if (m_entries[place].value.size == Piece::shared)
+            continue;
+        std::size_t slot = m_entries[place].hash & (size - 1);
+        while (slots[slot] != 0)
+            slot = (slot + 1) & (size - 1);
+        slots[slot] = quint32(place + 1);
     }
+    m_slots.swap(slots);
 }
 
 /** The slot of a key, or the free one that it would have. There are always free ones. */
-template <typename Matches>
-std::size_t Entries::slotOf(quint32 hash, Matches matches) const
+std::size_t Entries::slotOf(const FoldedKey& key, quint32 hash) const
 {
     const std::size_t mask = m_slots.size() - 1;
     std::size_t slot = hash & mask;
     while (m_slots[slot] != 0) {
-        const Entry& entry = m_entries[m_slots[slot] - 1];
-        if (entry.hash == hash && matches(entry.key))
+        const Entry& other = m_entries[m_slots[slot] - 1];
+        if (other.hash == hash && folded(other.key) == key)
             break;
         slot = (slot + 1) & mask;
     }
     return slot;
 }
 
-bool Entries::matches(const FoldedKey& key, Piece spelling) const
+FoldedKey Entries::folded(Piece key) const
 {
-    if (spelling.size == Piece::own)
-        return key.matches(m_own[spelling.at]);
-    if (spelling.size == Piece::numbered)
-        return key.matches(GeneratedKey(spelling.at).view());
-    return key.matches(view(spelling));
+    return key.size < 0 || !m_text.wide.isNull() ? FoldedKey(text(key)) : FoldedKey(view(key));
 }
 
 int Entries::find(const QString& key) const
 {
     if (m_slots.empty())
         return -1;
-    const FoldedKey folded(key);
-    const auto isKey = [&](Piece other) { return matches(folded, other); };
-    return int(m_slots[slotOf(folded.hash(), isKey)]) - 1;
+    const FoldedKey foldedKey(key);
+    return int(m_slots[slotOf(foldedKey, foldedKey.hash())]) - 1;
 }
 
 void Entries::put(const QString& key, const QString& value)
 {
-    const FoldedKey folded(key);
+    const FoldedKey foldedKey(key);
+    const quint32 hash = foldedKey.hash();
     reserveSlots(m_entries.size() + 1);
-    const auto isKey = [&](Piece other) { return matches(folded, other); };
-    quint32& slot = m_slots[slotOf(folded.hash(), isKey)];
+    quint32& slot = m_slots[slotOf(foldedKey, hash)];
     if (slot != 0) {
         setRawValue(int(slot) - 1, value);
         return;
     }
     const Piece ownKey = ownPiece(key);
     const Piece ownValue = ownPiece(value);
-    m_entries.push_back({folded.hash(), ownKey, ownValue});
+    m_entries.push_back({hash, ownKey, ownValue});
     slot = quint32(m_entries.size());
 }
 
-// Before a pair there are as many comments as the pair's place is behind its ordinal.
+// Before a pair there are as many comments as the pair's place is after its ordinal.
 int Entries::placeOfPair(int ordinal) const
 {
     const auto later =
@@ -192,51 +144,31 @@ int Entries::placeOfPair(int ordinal) const
     return ordinal + int(later - m_comments.begin());
 }
 
-QString Entries::key(int place) const
-{
-    return text(m_entries[std::size_t(place)].key);
-}
-
-QString Entries::rawValue(int place) const
-{
-    return text(valueOf(place));
-}
-
 QString Entries::value(int place) const
 {
-    const Piece value = valueOf(place);
-    return value.size < 0 ? withoutComment(text(value)) : QString(withoutComment(view(value)));
+    const Piece value = holder(place).value;
+    return value.size < 0 ? withoutComment(text(value)) : m_text.text(withoutComment(view(value)));
 }
 
 void Entries::setRawValue(int place, const QString& value)
 {
-    Piece& piece = m_entries[std::size_t(firstOf(place))].value;
-    if (piece.size == Piece::own)
-        m_own[piece.at] = value;
+    const auto first = std::size_t(&holder(place) - m_entries.data());
+    if (m_entries[first].value.size == Piece::own)
+        m_own[m_entries[first].value.at] = value;
     else
-        piece = ownPiece(value);
+        m_entries[first].value = ownPiece(value);
 }
 
 /** The first entry that has the key of an entry; it holds the value of all of them. */
-int Entries::firstOf(int place) const
+const Entries::Entry& Entries::holder(int place) const
 {
-    const Piece value = m_entries[std::size_t(place)].value;
-    return value.size == Piece::shared ? int(value.at) : place;
+    const Entry& found = entry(place);
+    return found.value.size == Piece::shared ? m_entries[found.value.at] : found;
 }
 
-Entries::Piece Entries::valueOf(int place) const
+Entries::Piece Entries::pieceOf(QLatin1String part) const
 {
-    return m_entries[std::size_t(firstOf(place))].value;
-}
-
-Entries::Piece Entries::pieceOf(QLatin1String text) const
-{
-    return {quint32(text.data() - m_text.constData()), qint32(text.size())};
-}
-
-Entries::Piece Entries::pieceOf(QStringView text)
-{
-    return ownPiece(text.toString());
+    return {quint32(part.data() - m_text.bytes.constData()), qint32(part.size())};
 }
 
 Entries::Piece Entries::ownPiece(const QString& text)
@@ -247,50 +179,45 @@ Entries::Piece Entries::ownPiece(const QString& text)
 
 QLatin1String Entries::view(Piece piece) const
 {
-    return QLatin1String(m_text.constData() + piece.at, piece.size);
+    return QLatin1String(m_text.bytes.constData() + piece.at, piece.size);
 }
 
 QString Entries::text(Piece piece) const
 {
     if (piece.size == Piece::own)
         return m_own[piece.at];
-    return piece.size == Piece::numbered ? QString(GeneratedKey(piece.at).view()) : view(piece);
+    return piece.size == Piece::numbered ? generatedKey(piece.at) : m_text.text(view(piece));
 }
 
-template <typename Out>
-void Entries::writePiece(Out& out, Piece piece) const
+void Entries::append(QString& out, Piece piece) const
 {
-    if (piece.size == Piece::own)
-        appendText(out, m_own[piece.at]);
+    out.append(text(piece));
+}
+
+void Entries::append(QByteArray& out, Piece piece) const
+{
+    if (piece.size < 0)
+        appendText(out, text(piece));
     else
         appendText(out, view(piece));
 }
 
-template <typename Out>
-void Entries::writeLines(Out& out) const
+template <typename Text>
+void Entries::write(Text& out) const
 {
     for (int place = 0; place < int(m_entries.size()); ++place) {
-        const Piece key = m_entries[std::size_t(place)].key;
-        const bool bare =
-            key.size == Piece::numbered ||
-            (key.size == Piece::own ? isCommentKey(m_own[key.at]) : isCommentKey(view(key)));
+        const Piece key = entry(place).key;
+        const bool bare = key.size < 0 ? isCommentKey(text(key)) : isCommentKey(view(key));
         if (!bare) {
-            writePiece(out, key);
+            append(out, key);
             appendText(out, PLKeyword::Text::KeyEnd);
         }
-        writePiece(out, valueOf(place));
+        append(out, holder(place).value);
         appendText(out, PLKeyword::Text::LineEnd);
     }
 }
 
-void Entries::write(QString& text) const
-{
-    writeLines(text);
-}
-
-void Entries::write(QByteArray& text) const
-{
-    writeLines(text);
-}
+template void Entries::write(QString& out) const;
+template void Entries::write(QByteArray& out) const;
 
 } // namespace ovparser::internal

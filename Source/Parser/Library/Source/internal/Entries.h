@@ -9,6 +9,7 @@
 #define OVPARSER_INTERNAL_ENTRIES_H
 
 #include "InfoText.h"
+#include "Keys.h"
 
 #include <vector>
 
@@ -17,9 +18,9 @@ namespace ovparser::internal {
 /**
  * The entries of a section in file order, found by key in any letter case.
  *
- * Keys and values that stand in a Latin-1 text are kept as places in it: a QString is made of one
- * when somebody asks. Whatever was set is kept as it was given. A key that occurs again in a text
- * has an entry of its own, whose value is that of the first one. A comment line is an entry with a
+ * Keys and values that stand in a text are kept as places in it: a QString is made of one when
+ * somebody asks. Whatever was set is kept as it was given. A key that occurs again in a text has an
+ * entry of its own, whose value is that of the first one. A comment line is an entry with a
  * generated key.
  *
  * Every operation may throw std::bad_alloc; the entries are then as they were, unless it reads.
@@ -28,10 +29,7 @@ class Entries
 {
 public:
     /** Reads the lines of a section body, which stands in a text that is shared from then on. */
-    void read(const QByteArray& text, QLatin1String body);
-
-    /** Reads the lines of a section body, which are copied. */
-    void read(QStringView body);
+    void read(const SourceText& text, QLatin1String body);
 
     /** Removes every entry; the memory is kept for the next body. */
     void clear();
@@ -49,10 +47,10 @@ public:
     [[nodiscard]] int placeOfPair(int ordinal) const;
 
     /** The key of an entry as it is spelled. */
-    [[nodiscard]] QString key(int place) const;
+    [[nodiscard]] QString key(int place) const { return text(entry(place).key); }
 
     /** The stored value of an entry, its comment included. */
-    [[nodiscard]] QString rawValue(int place) const;
+    [[nodiscard]] QString rawValue(int place) const { return text(holder(place).value); }
 
     /** The value of an entry without its comment. */
     [[nodiscard]] QString value(int place) const;
@@ -61,8 +59,8 @@ public:
     void setRawValue(int place, const QString& value);
 
     /** Appends the entries as they are written: a line each, ending in CR LF. */
-    void write(QString& text) const;
-    void write(QByteArray& text) const; ///< @overload, as Latin-1
+    template <typename Text>
+    void write(Text& out) const;
 
 private:
     /** Where a key or value stands: at a place of the text, unless the size says otherwise. */
@@ -83,26 +81,20 @@ private:
         Piece value;
     };
 
-    template <typename Text>
-    void readLines(Text body);
-    void append(Piece key, quint32 hash, Piece value);
+    void append(Piece key, Piece value);
     void reserveSlots(std::size_t entries);
-    template <typename Matches>
-    [[nodiscard]] std::size_t slotOf(quint32 hash, Matches matches) const;
-    [[nodiscard]] bool matches(const FoldedKey& key, Piece spelling) const;
-    [[nodiscard]] int firstOf(int place) const;
-    [[nodiscard]] Piece valueOf(int place) const;
-    [[nodiscard]] Piece pieceOf(QLatin1String text) const;
-    [[nodiscard]] Piece pieceOf(QStringView text);
+    [[nodiscard]] std::size_t slotOf(const FoldedKey& key, quint32 hash) const;
+    [[nodiscard]] FoldedKey folded(Piece key) const;
+    [[nodiscard]] const Entry& entry(int place) const { return m_entries[std::size_t(place)]; }
+    [[nodiscard]] const Entry& holder(int place) const;
+    [[nodiscard]] Piece pieceOf(QLatin1String part) const;
     [[nodiscard]] Piece ownPiece(const QString& text);
     [[nodiscard]] QLatin1String view(Piece piece) const;
     [[nodiscard]] QString text(Piece piece) const;
-    template <typename Out>
-    void writePiece(Out& out, Piece piece) const;
-    template <typename Out>
-    void writeLines(Out& out) const;
+    void append(QString& out, Piece piece) const;
+    void append(QByteArray& out, Piece piece) const;
 
-    QByteArray m_text;
+    SourceText m_text;
     std::vector<Entry> m_entries;
     std::vector<quint32> m_slots;    ///< by hash: numbers of entries, counted from 1; 0 is free
     std::vector<quint32> m_comments; ///< the places of the comments

@@ -5,20 +5,15 @@
  * @file
  * The grammar of the info-file text: lines, blocks, header lines and body lines.
  *
- * Everything here looks at text without copying it; a returned view is good as long as the text.
- * A text is a QLatin1String, the bytes of a file, or a QStringView, what a caller hands in; both
- * have the same grammar. White space is ASCII white space: a no-break space that a user typed is
- * text and is kept.
+ * The grammar reads Latin-1 bytes, without copying them; a returned view is good as long as the
+ * bytes. White space is ASCII white space: a no-break space that a user typed is text and is kept.
  */
 #ifndef OVPARSER_INTERNAL_INFOTEXT_H
 #define OVPARSER_INTERNAL_INFOTEXT_H
 
-#include "Keys.h"
-
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <QtCore/QStringView>
 
 #include <optional>
 
@@ -30,35 +25,64 @@ namespace ovparser::internal {
     return QLatin1String(bytes.constData(), int(bytes.size()));
 }
 
-/** A copy of the text, which is not null. */
-[[nodiscard]] QString toText(QStringView text);
-[[nodiscard]] QString toText(QLatin1String text); ///< @overload
+/**
+ * A text, and the Latin-1 bytes that the grammar reads in its place. A character that Latin-1 lacks
+ * is '?' in the bytes, which is text to the grammar, too, so that both have the same places.
+ */
+struct SourceText
+{
+    SourceText() = default;
+    explicit SourceText(const QByteArray& latin1)
+        : bytes(latin1)
+    {}
+    explicit SourceText(const QString& text);
+
+    [[nodiscard]] QLatin1String view() const { return latin1View(bytes); }
+
+    /** The text of a part of the bytes. */
+    [[nodiscard]] QString text(QLatin1String part) const;
+
+    QByteArray bytes;
+    QString wide; ///< the text where the bytes do not tell all of it; otherwise null
+};
 
 /** Appends to a text, or to the Latin-1 bytes of one, which have '?' for what Latin-1 lacks. */
-void appendText(QString& out, QLatin1String text);
-void appendText(QString& out, const QString& text);    ///< @overload
-void appendText(QByteArray& out, QLatin1String text);  ///< @overload
-void appendText(QByteArray& out, const QString& text); ///< @overload
+inline void appendText(QString& out, const QString& text)
+{
+    out.append(text);
+}
+inline void appendText(QString& out, QLatin1String text) ///< @overload
+{
+    out.append(text);
+}
+inline void appendText(QByteArray& out, const QString& text) ///< @overload
+{
+    out.append(text.toLatin1());
+}
+inline void appendText(QByteArray& out, QLatin1String text) ///< @overload
+{
+    out.append(text.data(), int(text.size()));
+}
 
 /** The text without white space at both ends. */
-[[nodiscard]] QStringView trimmed(QStringView text);
-[[nodiscard]] QLatin1String trimmed(QLatin1String text); ///< @overload
+[[nodiscard]] QLatin1String trimmed(QLatin1String text);
+[[nodiscard]] QString trimmed(const QString& text); ///< @overload
 
 /** The text with every run of white space as one blank, and none at both ends. */
-[[nodiscard]] QString simplified(QStringView text);
+[[nodiscard]] QString simplified(QLatin1String text);
 
 /** The text before the first '#', trimmed; a text without '#' as it is. */
-[[nodiscard]] QString withoutComment(const QString& text);
-[[nodiscard]] QLatin1String withoutComment(QLatin1String text); ///< @overload
+[[nodiscard]] QLatin1String withoutComment(QLatin1String text);
+[[nodiscard]] QString withoutComment(const QString& text); ///< @overload
 
 /** `text` with the comment of `old` (from its first '#' on), if only `old` has one. */
 [[nodiscard]] QString withCommentOf(const QString& old, const QString& text);
 
 /** The name of a file in a path that separates folders by '/'. */
-[[nodiscard]] QString fileName(const QString& path);
+[[nodiscard]] QString fileNameInPath(const QString& path);
 
 /** The folder part of a path, up to and including its last '/'; empty without one. */
-[[nodiscard]] QString folderOf(const QString& path);
+[[nodiscard]] QString folderInPath(const QString& path);
 
 /** Turns CR LF, and then every remaining CR, into LF. */
 [[nodiscard]] QByteArray withLineFeeds(QByteArray bytes);
@@ -72,40 +96,26 @@ void appendText(QByteArray& out, const QString& text); ///< @overload
 /** The same as text, with LF line ends: each byte one character. */
 [[nodiscard]] QString decodeInfoText(QByteArray bytes);
 
-/** Whether Latin-1 has every character of the text. */
-[[nodiscard]] bool isLatin1(QStringView text);
-
-/** The text as Latin-1 keeps it: every other character is '?'. */
-[[nodiscard]] QString latin1Form(const QString& text);
-
 /** Cuts a text into lines; each line keeps its LF. */
-template <typename Text>
-class BasicLineReader
+class LineReader
 {
 public:
-    explicit BasicLineReader(Text text)
-        : m_text(text)
+    explicit LineReader(QLatin1String text)
+        : m_unread(text)
     {}
 
     /** Gives the next line; false at the end of the text. */
-    bool next(Text* line);
-
-    /** Where the next line starts. */
-    [[nodiscard]] qsizetype position() const { return m_position; }
+    bool next(QLatin1String* line);
 
 private:
-    Text m_text;
-    qsizetype m_position = 0;
+    QLatin1String m_unread;
 };
 
-using LineReader = BasicLineReader<QStringView>;
-
 /** Whether the first word of the line begins with three asterisks. */
-[[nodiscard]] bool isHeaderLine(QStringView line);
+[[nodiscard]] bool isHeaderLine(QLatin1String line);
 
 /** The first line of a text, with its LF. */
-[[nodiscard]] QStringView firstLine(QStringView text);
-[[nodiscard]] QLatin1String firstLine(QLatin1String text); ///< @overload
+[[nodiscard]] QLatin1String firstLine(QLatin1String text);
 
 /** Cuts a text into blocks: a header line and what follows up to the next header line. */
 class BlockReader
@@ -125,12 +135,10 @@ private:
 };
 
 /** The lines before the first header line, each trimmed. */
-[[nodiscard]] QStringList preambleOf(QStringView text);
-[[nodiscard]] QStringList preambleOf(QLatin1String text); ///< @overload
+[[nodiscard]] QStringList preambleOf(const SourceText& text);
 
 /** A line cut at its first ':'. */
-template <typename Text>
-struct BasicColonCut
+struct ColonCut
 {
     enum Kind {
         NoColon,   ///< the line holds no ':'
@@ -140,33 +148,24 @@ struct BasicColonCut
 
     Kind kind = NoColon;
     qsizetype colon = -1; ///< position of the first ':', -1 without one
-    Text before;          ///< trimmed text before the ':', when a pair
-    Text after;           ///< trimmed text after the ':', when a pair
+    QLatin1String before; ///< trimmed text before the ':', when a pair
+    QLatin1String after;  ///< trimmed text after the ':', when a pair
 };
 
-using ColonCut = BasicColonCut<QStringView>;
-
-[[nodiscard]] BasicColonCut<QStringView> cutAtColon(QStringView line);
-[[nodiscard]] BasicColonCut<QLatin1String> cutAtColon(QLatin1String line); ///< @overload
+[[nodiscard]] ColonCut cutAtColon(QLatin1String line);
 
 /** The text of a line after its section marker; nothing without one. */
-[[nodiscard]] std::optional<QStringView> afterMarker(QStringView line);
+[[nodiscard]] std::optional<QLatin1String> afterMarker(QLatin1String line);
 
 /** The section key of a header line (marker, key, ':', name); nothing when it is malformed. */
-[[nodiscard]] std::optional<QStringView> headerKey(QStringView header);
-[[nodiscard]] std::optional<QLatin1String> headerKey(QLatin1String header); ///< @overload
+[[nodiscard]] std::optional<QLatin1String> headerKey(QLatin1String header);
 
 /**
- * The click number that a block gives: the name on its header line, with "X" in front unless it
- * starts with an ASCII letter, 31 characters at most. Nothing when the line does not end in LF.
+ * The click number that a block of a text gives: the name on its header line, with "X" in front
+ * unless it starts with an ASCII letter, 31 characters at most. Nothing when the line does not end
+ * in LF.
  */
-[[nodiscard]] std::optional<QString> clickNumberOf(QStringView block);
-
-/**
- * Where the section that opens the text ends: at the next header mark on a line that does not begin
- * with '#', or at the end.
- */
-[[nodiscard]] qsizetype sectionLength(QStringView text);
+[[nodiscard]] std::optional<QString> clickNumberOf(const SourceText& text, QLatin1String block);
 
 } // namespace ovparser::internal
 

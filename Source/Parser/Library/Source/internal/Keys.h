@@ -27,31 +27,24 @@ namespace ovparser::internal {
 [[nodiscard]] bool isCommentKey(QLatin1String key);
 [[nodiscard]] bool isCommentKey(const QString& key); ///< @overload
 
-/** A number that is the same for all spellings of a key; the same as that of a FoldedKey. */
-[[nodiscard]] quint32 keyHash(QLatin1String key);
-
 /** A key in the form in which it is looked up. Nothing is allocated for a usual one. */
 class FoldedKey
 {
 public:
+    explicit FoldedKey(QLatin1String key);
     explicit FoldedKey(const QString& key);
 
-    [[nodiscard]] quint32 hash() const { return m_hash; }
+    /** A number that is the same for all spellings of a key, as long as the process runs. */
+    [[nodiscard]] quint32 hash() const;
 
-    /** Whether this is a spelling of the key. */
-    [[nodiscard]] bool matches(QLatin1String spelling) const;
-    [[nodiscard]] bool matches(const QString& spelling) const; ///< @overload
+    [[nodiscard]] bool operator==(const FoldedKey& other) const { return m_bytes == other.m_bytes; }
 
 private:
-    [[nodiscard]] QLatin1String ascii() const
-    {
-        return QLatin1String(m_ascii.data(), int(m_ascii.size()));
-    }
-    bool foldAscii(const QString& key);
+    template <typename Text>
+    bool foldAscii(Text key);
 
-    QVarLengthArray<char, 128> m_ascii; ///< the key in lower case, while it is ASCII
-    QString m_lower;                    ///< the key in lower case when it is not; otherwise null
-    quint32 m_hash = 0;
+    /** A number of the process, which seeds the hash, and the key in lower case. */
+    QVarLengthArray<char, 128> m_bytes;
 };
 
 } // namespace ovparser::internal

@@ -39,7 +39,7 @@ QString qtGeneralText(double value)
     return QString::number(value, 'g', 6);
 }
 
-QString realText(double value)
+QString printfGeneralText(double value)
 {
     // An ordinary NaN has its sign bit set on x86, and "-nan" does not read as a number.
     return printed(std::isnan(value) ? std::fabs(value) : value, std::chars_format::general);

@@ -27,7 +27,7 @@ namespace ovparser::internal {
  * Six significant digits as printf's "%g": also "-0", and ties as printf rounds them; but "nan" for
  * every NaN, without a sign.
  */
-[[nodiscard]] QString realText(double value);
+[[nodiscard]] QString printfGeneralText(double value);
 
 /** The text of a number that a section is given. */
 template <typename Number>

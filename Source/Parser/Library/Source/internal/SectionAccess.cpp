@@ -25,32 +25,21 @@ void writeSection(const QString& key, const QString& name, const Entries& entrie
 
 } // namespace
 
-QLatin1String SectionAccess::bodyOf(const CPLSection& section)
-{
-    return QLatin1String(section.fileText.constData() + section.bodyStart, section.bodySize);
-}
-
-std::unique_ptr<CPLSection> SectionAccess::make(const QString& key, const QString& name,
-                                                const QByteArray& text, QLatin1String body)
-{
-    auto section = std::make_unique<CPLSection>(key, name);
-    section->fileText = text;
-    section->bodyStart = int(body.data() - text.constData());
-    section->bodySize = int(body.size());
-    return section;
-}
-
-void SectionAccess::load(CPLSection& section, const QString& body)
+void SectionAccess::load(CPLSection& section, const SourceText& text, QLatin1String body)
 {
     section.clearKeyValuePairs();
-    if (isLatin1(body)) {
-        section.fileText = body.toLatin1();
-        section.bodySize = int(section.fileText.size());
-        return;
-    }
-    auto entries = std::make_unique<Entries>();
-    entries->read(QStringView(body));
-    section.openEntries = entries.release();
+    section.fileText = text.bytes;
+    section.wideText = text.wide;
+    section.bodyStart = int(body.data() - text.bytes.constData());
+    section.bodySize = int(body.size());
+}
+
+void SectionAccess::read(const CPLSection& section, Entries& entries)
+{
+    SourceText text(section.fileText);
+    text.wide = section.wideText;
+    const char* const body = section.fileText.constData() + section.bodyStart;
+    entries.read(text, QLatin1String(body, section.bodySize));
 }
 
 // Most sections of a document are loaded and saved, but never looked into: a body is taken apart
@@ -60,11 +49,12 @@ const Entries& SectionAccess::entries(const CPLSection& section)
     Entries* known = section.openEntries.load(std::memory_order_acquire);
     if (known)
         return *known;
-    auto read = std::make_unique<Entries>();
-    read->read(section.fileText, bodyOf(section));
-    if (!section.openEntries.compare_exchange_strong(known, read.get(), std::memory_order_acq_rel))
+    auto opened = std::make_unique<Entries>();
+    read(section, *opened);
+    if (!section.openEntries.compare_exchange_strong(known, opened.get(),
+                                                     std::memory_order_acq_rel))
         return *known;
-    return *read.release();
+    return *opened.release();
 }
 
 Entries& SectionAccess::entries(CPLSection& section)
@@ -83,7 +73,7 @@ void SectionAccess::write(const CPLSection& section, Entries& unopened, QByteArr
     const Entries* entries = section.openEntries.load(std::memory_order_acquire);
     if (!entries) {
         unopened.clear();
-        unopened.read(section.fileText, bodyOf(section));
+        read(section, unopened);
         entries = &unopened;
     }
     writeSection(section.sectionKey, section.sectionName, *entries, text);

@@ -21,12 +21,8 @@ namespace ovparser::internal {
 /** What the library may do with a section beyond what everybody may. */
 struct SectionAccess
 {
-    /** A section whose body stands in a text, which is shared. */
-    [[nodiscard]] static std::unique_ptr<CPLSection>
-    make(const QString& key, const QString& name, const QByteArray& text, QLatin1String body);
-
-    /** Replaces the entries by those of a body; without memory there are none. */
-    static void load(CPLSection& section, const QString& body);
+    /** Replaces the entries by those of a body that stands in a text, which is shared. */
+    static void load(CPLSection& section, const SourceText& text, QLatin1String body);
 
     [[nodiscard]] static const Entries& entries(const CPLSection& section);
     [[nodiscard]] static Entries& entries(CPLSection& section);
@@ -48,7 +44,7 @@ struct SectionAccess
     static void write(const CPLSection& section, QString& text); ///< @overload
 
 private:
-    [[nodiscard]] static QLatin1String bodyOf(const CPLSection& section);
+    static void read(const CPLSection& section, Entries& entries);
 };
 
 /** Reads a value without its comment, as CPLSection::getValue() does. */
@@ -114,19 +110,21 @@ inline void addPair(CPLSection& section, const QString& key, const QString& valu
         SectionAccess::entries(section).put(key, value);
 }
 
-/**
- * A section made of a block: its name from the header line, its entries from the rest, which is all
- * that the block is left holding.
- *
- * @param header  the block's first line, cut
- */
-[[nodiscard]] inline std::unique_ptr<CPLSection> sectionOfBlock(const QString& key, QString& block,
-                                                                const ColonCut& header)
+/** A section whose name and body stand in a text. */
+[[nodiscard]] inline std::unique_ptr<CPLSection>
+makeSection(const QString& key, const SourceText& text, QLatin1String name, QLatin1String body)
 {
-    auto section = std::make_unique<CPLSection>(key, toText(header.after));
-    block.remove(0, int(firstLine(block).size()));
-    SectionAccess::load(*section, block);
+    auto section = std::make_unique<CPLSection>(key, text.text(name));
+    SectionAccess::load(*section, text, body);
     return section;
+}
+
+/** A section made of a whole text: its name from the header line, its entries from the rest. */
+[[nodiscard]] inline std::unique_ptr<CPLSection>
+makeSection(const QString& key, const SourceText& block, const ColonCut& header)
+{
+    const QLatin1String body(firstLine(block.view()).end(), block.view().end());
+    return makeSection(key, block, header.after, body);
 }
 
 } // namespace ovparser::internal

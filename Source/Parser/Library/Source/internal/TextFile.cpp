@@ -211,8 +211,11 @@ bool openToWrite(QFile& file, QIODevice::OpenMode how)
 tag_estatus readFile(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
-    if (!openToRead(file))
-        return eSTATUS_FILE_OPEN_FAILED;
+    return openToRead(file) ? readAll(file, bytes) : eSTATUS_FILE_OPEN_FAILED;
+}
+
+tag_estatus readAll(QFile& file, QByteArray* bytes)
+{
     if (file.size() > maxTextFileSize)
         return eSTATUS_OUT_OF_MEMORY;
     QByteArray content = readBounded(file, maxTextFileSize);

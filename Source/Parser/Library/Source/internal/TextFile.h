@@ -47,6 +47,7 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
  *         size, eSTATUS_OUT_OF_MEMORY
  */
 [[nodiscard]] tag_estatus readFile(const QString& path, QByteArray* bytes);
+[[nodiscard]] tag_estatus readAll(QFile& file, QByteArray* bytes); ///< The same of an open file.
 
 /**
  * Reads a file of info text, each byte one character: trimmed, with LF line ends. The form with

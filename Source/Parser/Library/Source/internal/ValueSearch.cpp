@@ -8,6 +8,8 @@
 #include <QtCore/QIODevice>
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace ovparser::internal {
 
@@ -19,17 +21,15 @@ QChar folded(char byte)
     return byte == '\r' ? QChar(u'\n') : QChar(QLatin1Char(byte)).toCaseFolded();
 }
 
-} // namespace
-
-ValueSearch::ValueSearch(const QString& key)
-    : m_foldedKey(key)
+bool endsWithKey(std::string_view text, const QString& foldedKey)
 {
-    for (QChar& c : m_foldedKey)
-        c = c.toCaseFolded();
+    return text.size() >= std::size_t(foldedKey.size()) &&
+           std::equal(foldedKey.rbegin(), foldedKey.rend(), text.rbegin(),
+                      [](QChar a, char b) { return a == folded(b); });
 }
 
 // Every match ends in ':', so only what stands before a ':' is looked at.
-std::optional<QString> ValueSearch::in(std::string_view piece) const
+std::optional<QString> valueIn(std::string_view piece, const QString& foldedKey)
 {
     constexpr std::string_view whiteSpace = " \t\n\v\f\r";
     const std::size_t start = piece.find_first_not_of(whiteSpace);
@@ -38,46 +38,66 @@ std::optional<QString> ValueSearch::in(std::string_view piece) const
     const std::string_view text = piece.substr(start);
     for (std::size_t colon = 0; (colon = text.find(':', colon)) != std::string_view::npos;) {
         const std::string_view before = text.substr(0, colon++);
-        if (endsWithKey(before))
+        if (endsWithKey(before, foldedKey))
             return decodeInfoText(QByteArray(text.data() + colon, int(text.size() - colon)));
     }
     return std::nullopt;
 }
 
-bool ValueSearch::endsWithKey(std::string_view text) const
+/** Reads a device line by line; a line beyond the limit comes in several pieces. */
+class PieceReader
 {
-    return text.size() >= std::size_t(m_foldedKey.size()) &&
-           std::equal(m_foldedKey.rbegin(), m_foldedKey.rend(), text.rbegin(),
-                      [](QChar a, char b) { return a == folded(b); });
-}
+public:
+    PieceReader(QIODevice& device, int limit)
+        : m_device(device)
+        , m_limit(std::size_t(limit))
+    {}
 
-std::size_t pieceLength(std::string_view text, std::size_t limit)
-{
-    const std::string_view piece = text.substr(0, limit);
-    const std::size_t lineEnd = piece.find('\n');
-    return lineEnd == std::string_view::npos ? piece.size() : lineEnd + 1;
-}
-
-bool PieceReader::next(std::string_view* piece)
-{
-    if (m_unread.size() < maxPiece && !m_atEnd)
-        refill();
-    const std::size_t length = pieceLength(m_unread, maxPiece);
-    *piece = m_unread.substr(0, length);
-    m_unread.remove_prefix(length);
-    return length > 0;
-}
-
-void PieceReader::refill()
-{
-    std::copy(m_unread.begin(), m_unread.end(), m_buffer.begin());
-    std::size_t size = m_unread.size();
-    while (size < maxPiece && !m_atEnd) {
-        const qint64 read = m_device.read(m_buffer.data() + size, qint64(m_buffer.size() - size));
-        m_atEnd = read <= 0;
-        size += m_atEnd ? 0 : std::size_t(read);
+    /** The next piece, which is good until the call after; empty at the end. */
+    std::string_view next()
+    {
+        if (m_unread.size() < m_limit && !m_atEnd)
+            refill();
+        const std::string_view piece = m_unread.substr(0, m_limit);
+        const std::size_t lineEnd = piece.find('\n');
+        const std::size_t length = lineEnd == std::string_view::npos ? piece.size() : lineEnd + 1;
+        m_unread.remove_prefix(length);
+        return piece.substr(0, length);
     }
-    m_unread = {m_buffer.data(), size};
+
+private:
+    void refill()
+    {
+        std::copy(m_unread.begin(), m_unread.end(), m_buffer.begin());
+        std::size_t size = m_unread.size();
+        while (size < m_limit && !m_atEnd) {
+            const qint64 room = qint64(m_buffer.size() - size);
+            const qint64 read = m_device.read(m_buffer.data() + size, room);
+            m_atEnd = read <= 0;
+            size += m_atEnd ? 0 : std::size_t(read);
+        }
+        m_unread = {m_buffer.data(), size};
+    }
+
+    QIODevice& m_device;
+    std::size_t m_limit;
+    std::array<char, 16384> m_buffer = {};
+    std::string_view m_unread;
+    bool m_atEnd = false;
+};
+
+} // namespace
+
+std::optional<QString> findValue(QIODevice& device, int limit, const QString& key)
+{
+    QString foldedKey = key;
+    for (QChar& c : foldedKey)
+        c = c.toCaseFolded();
+    PieceReader pieces(device, limit);
+    std::optional<QString> value;
+    for (std::string_view piece; !value && !(piece = pieces.next()).empty();)
+        value = valueIn(piece, foldedKey);
+    return value;
 }
 
 } // namespace ovparser::internal
