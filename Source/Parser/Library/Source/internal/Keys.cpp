@@ -9,30 +9,51 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace ovparser::internal {
 
 namespace {
 
-constexpr ushort code(QChar c)
+constexpr quint64 everyByte = Q_UINT64_C(0x0101010101010101);
+constexpr quint64 isWide = Q_UINT64_C(1) << 32U; ///< beyond every size
+
+template <typename Character>
+constexpr Character lowerAscii(Character c)
 {
-    return c.unicode();
+    return Character(c | (unsigned(c - 'A') < 26U ? 0x20 : 0));
 }
 
-constexpr ushort code(char c)
+/** Eight ASCII characters in lower case. */
+constexpr quint64 lowerAscii(quint64 bytes)
 {
-    return uchar(c);
+    const quint64 fromA = bytes + everyByte * (0x80 - 'A');
+    const quint64 beyondZ = bytes + everyByte * (0x7F - 'Z');
+    return bytes | (fromA & ~beyondZ & (everyByte * 0x80)) >> 2U;
 }
 
-constexpr ushort lowerAscii(ushort c)
+void copyNarrow(QLatin1String text, char* bytes)
 {
-    return ushort(c | (unsigned(c - 'A') < 26U ? 0x20 : 0));
+    std::copy(text.begin(), text.end(), bytes);
+}
+
+/** The characters as bytes; those beyond ASCII are not told apart. */
+void copyNarrow(QStringView text, char* bytes)
+{
+    std::transform(text.begin(), text.end(), bytes,
+                   [](QChar c) { return char(c.unicode() < 0x80 ? c.unicode() : 0x80); });
+}
+
+bool isAscii(const QString& text)
+{
+    ushort bits = 0;
+    for (const QChar c : text)
+        bits |= c.unicode();
+    return bits < 0x80;
 }
 
 // The address differs from process to process: no file can be made of keys that collide.
-quintptr hashSeed()
+quint64 hashSeed()
 {
     static const char place = 0;
     return reinterpret_cast<quintptr>(&place);
@@ -44,14 +65,13 @@ quintptr hashSeed()
 // in place.
 QString mapKey(QString key)
 {
-    const auto isWide = [](QChar c) { return c > u'\x7F'; };
-    if (std::any_of(key.cbegin(), key.cend(), isWide))
+    if (!isAscii(key))
         return std::move(key).toLower();
     const auto isUpper = [](QChar c) { return c >= u'A' && c <= u'Z'; };
     if (std::none_of(key.cbegin(), key.cend(), isUpper))
         return key;
     for (QChar& c : key)
-        c = QChar(lowerAscii(code(c)));
+        c = QChar(lowerAscii(c.unicode()));
     return key;
 }
 
@@ -66,7 +86,7 @@ bool isKeySelected(const QString& candidate, const QString& key, const QString& 
 bool isCommentKey(QLatin1String key)
 {
     const QLatin1String reserved = PLKeyword::Text::CommentKey;
-    const auto isSame = [](char a, char b) { return lowerAscii(code(a)) == lowerAscii(code(b)); };
+    const auto isSame = [](char a, char b) { return lowerAscii(a) == lowerAscii(b); };
     return std::search(key.begin(), key.end(), reserved.begin(), reserved.end(), isSame) !=
            key.end();
 }
@@ -90,35 +110,39 @@ FoldedKey::FoldedKey(const QString& key)
     const QString lower = key.toLower();
     if (foldAscii(QStringView(lower)))
         return;
-    constexpr int headSize = sizeof(quintptr) + 1; // no ASCII key has the byte after the seed
-    const auto size = int(lower.size()) * int(sizeof(QChar));
-    m_bytes.resize(headSize + size);
-    m_bytes[headSize - 1] = char(0xFF);
-    std::memcpy(m_bytes.data() + headSize, lower.constData(), std::size_t(size));
+    const auto size = std::size_t(lower.size()) * sizeof(QChar);
+    std::memcpy(makeRoom(size, isWide), lower.constData(), size);
+}
+
+char* FoldedKey::makeRoom(std::size_t size, quint64 kind)
+{
+    m_words.resize(1 + int((size + sizeof(quint64) - 1) / sizeof(quint64)));
+    m_words.last() = 0;
+    m_words.first() = kind + size;
+    return reinterpret_cast<char*>(m_words.data() + 1);
 }
 
 /** Folds a key that is ASCII; false for another. */
 template <typename Text>
 bool FoldedKey::foldAscii(Text key)
 {
-    const quintptr seed = hashSeed();
-    const auto size = int(key.size());
-    const auto* const characters = key.data();
-    m_bytes.resize(int(sizeof(seed)) + size);
-    char* const bytes = m_bytes.data() + sizeof(seed);
-    std::memcpy(m_bytes.data(), &seed, sizeof(seed));
-    ushort bits = 0;
-    for (int i = 0; i < size; ++i) {
-        bits |= code(characters[i]);
-        bytes[i] = char(lowerAscii(code(characters[i])));
-    }
-    return bits <= 0x7F;
+    copyNarrow(key, makeRoom(std::size_t(key.size()), 0));
+    quint64 bits = 0;
+    std::for_each(m_words.begin() + 1, m_words.end(), [&](quint64& word) {
+        bits |= word;
+        word = lowerAscii(word);
+    });
+    return (bits & (everyByte * 0x80)) == 0;
 }
 
 quint32 FoldedKey::hash() const
 {
-    const std::string_view bytes(m_bytes.data(), std::size_t(m_bytes.size()));
-    return quint32(std::hash<std::string_view>()(bytes));
+    quint64 hash = hashSeed();
+    for (const quint64 word : m_words) {
+        hash = (hash ^ word) * Q_UINT64_C(0x9E3779B97F4A7C15);
+        hash ^= hash >> 32U;
+    }
+    return quint32(hash);
 }
 
 } // namespace ovparser::internal

@@ -37,14 +37,15 @@ public:
     /** A number that is the same for all spellings of a key, as long as the process runs. */
     [[nodiscard]] quint32 hash() const;
 
-    [[nodiscard]] bool operator==(const FoldedKey& other) const { return m_bytes == other.m_bytes; }
+    [[nodiscard]] bool operator==(const FoldedKey& other) const { return m_words == other.m_words; }
 
 private:
+    char* makeRoom(std::size_t size, quint64 kind);
     template <typename Text>
     bool foldAscii(Text key);
 
-    /** A number of the process, which seeds the hash, and the key in lower case. */
-    QVarLengthArray<char, 128> m_bytes;
+    /** What kind of key it is and how long; then its characters in lower case, padded with NUL. */
+    QVarLengthArray<quint64, 16> m_words;
 };
 
 } // namespace ovparser::internal
