@@ -107,7 +107,10 @@ bool overwrite(QFile& file, const QByteArray& bytes)
     struct stat info = {};
     if (::fstat(file.handle(), &info) != 0 || !S_ISREG(info.st_mode))
         return file.write(bytes) == bytes.size();
+    // What cannot be put back is not overwritten.
     const QByteArray old = file.read(bytes.size());
+    if (old.size() < qMin(qint64(bytes.size()), qint64(info.st_size)))
+        return false;
     if (store(file, bytes, bytes.size()))
         return true;
     store(file, old, info.st_size);
