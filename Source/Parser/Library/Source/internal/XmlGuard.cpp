@@ -229,15 +229,14 @@ private:
             {PLKeyword::keyword("<?"), PLKeyword::keyword("?>")},
             {PLKeyword::keyword("<![CDATA["), PLKeyword::keyword("]]>")},
         };
-        for (const auto& [start, end] : spans) {
-            if (!at(start))
-                continue;
-            ++m_nodes;
-            m_position += start.size();
-            movePast(end);
-            return true;
-        }
-        return false;
+        const auto* const span = std::find_if(std::begin(spans), std::end(spans),
+                                              [&](const auto& each) { return at(each[0]); });
+        if (span == std::end(spans))
+            return false;
+        ++m_nodes;
+        m_position += (*span)[0].size();
+        movePast((*span)[1]);
+        return true;
     }
 
     void passTag()
