@@ -358,6 +358,8 @@ private:
             m_nodes += 2; // the parser ends a text, and adds a node for what it leaves out
             return nullptr;
         }
+        if (value->isNull())
+            return nullptr; // predefined
         m_expansion += value->size() + 1;
         if (depth == m_entities.size())
             return "an entity refers to itself";
