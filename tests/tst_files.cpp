@@ -443,6 +443,23 @@ private Q_SLOTS:
         QCOMPARE(support::readFile(file), QByteArray("newer"));
     }
 
+    void overwritesOnlyWhatCanBePutBack()
+    {
+        const QString file = m_folder.filePath("unread"_s);
+        const QByteArray name = QFile::encodeName(file);
+        support::writeFile(file, "old");
+        QCOMPARE(::link(name.constData(), (name + '2').constData()), 0);
+        QVERIFY(::geteuid() != 0 || ::chown(name.constData(), 65534, 65534) == 0);
+        QCOMPARE(::chmod(name.constData(), 0200), 0);
+        const tag_estatus status = [&] {
+            const OrdinaryUser user;
+            return ovparser::internal::writeFile(file, "new", ovparser::internal::WriteMode::Replace);
+        }();
+        QCOMPARE(::chmod(name.constData(), 0600), 0);
+        QCOMPARE(status, eSTATUS_FAILED);
+        QCOMPARE(support::readFile(file), QByteArray("old"));
+    }
+
     void filesThatChange_data()
     {
         QTest::addColumn<int>("told");

@@ -11,8 +11,10 @@
 #include <QtCore/QRegularExpression>
 
 #include <clocale>
+#include <cstdlib>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <sys/file.h>
 
 class TestOvinfo : public QObject
@@ -531,6 +533,20 @@ private Q_SLOTS:
                      "2\n"_s);
     }
 
+    // What programs get exactly, too, unless it is a terminal that gets it.
+    void spellsControlCharactersOnATerminal()
+    {
+        const QString folder = m_folder.filePath("shown"_s);
+        const QString file = folder + "/ClickInfo.txt"_s;
+        QVERIFY(QDir().mkpath(folder));
+        support::writeFile(file, "*** ClickNumber: A\nk: v\n*** User Input:\nGroup: a\x1b\x9b\n");
+        QCOMPARE(onTerminal({"get"_s, file, "User Input"_s, "Group"_s}), "a\\x1b\\x9b\r\n"_s);
+        const QString csv = onTerminal({"study"_s, "--recursive"_s, "--csv"_s, folder});
+        QVERIFY2(csv.contains(",a\\x1b\\x9b,"_s), qPrintable(csv));
+        QCOMPARE(csv.count(u'\r'), 2);
+        QVERIFY(onTerminal({"show"_s, "--keys"_s, file}).contains("User Input\tGroup\r\n"_s));
+    }
+
     void tellsWhatIsForbidden()
     {
         const QString folder = m_folder.filePath("closed"_s);
@@ -716,6 +732,21 @@ private:
             return {};
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};
+    }
+
+    /** What a terminal is given, which makes CR LF of LF. */
+    static QString onTerminal(const QStringList& words)
+    {
+        QFile terminal;
+        const int handle = ::posix_openpt(O_RDWR | O_NOCTTY);
+        if (handle < 0 || ::grantpt(handle) != 0 || ::unlockpt(handle) != 0 ||
+            !terminal.open(handle, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
+            return {};
+        QProcess process;
+        process.setStandardOutputFile(QFile::decodeName(::ptsname(handle)));
+        process.start(QStringLiteral(OVPARSER_OVINFO), words);
+        process.waitForFinished();
+        return QString::fromUtf8(terminal.read(4096));
     }
 
     static QStringList namesIn(const QString& text, const QString& pattern)

@@ -44,9 +44,9 @@ constexpr FaultText sequenceFaults[] = {
     {HeaderFault::EmptyKey, "header-without-key",
      "a header without a section key; the section is passed over"},
     {HeaderFault::TooFar, "colon-too-far",
-     "the ':' of this mark stands far behind the next mark; the section is passed over"},
+     "the ':' of this mark stands far after the next mark; the section is passed over"},
     {HeaderFault::Spans, "colon-behind-next-mark",
-     "the ':' of this mark stands behind the next mark; the section key holds that mark"},
+     "the ':' of this mark stands after the next mark; the section key holds that mark"},
 };
 
 template <std::size_t N>

@@ -62,6 +62,12 @@ QString textOf(const QJsonObject& object, QJsonDocument::JsonFormat format)
     return spelled(QString::fromUtf8(QJsonDocument(object).toJson(format)), isLeft, "\\u", 4);
 }
 
+void write(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+}
+
 } // namespace
 
 QString printable(const QString& text)
@@ -72,7 +78,7 @@ QString printable(const QString& text)
 void print(const QString& text)
 {
     const auto isSpelled = [](QChar c) { return c != u'\n' && isControl(c); };
-    printExact(spelled(text, isSpelled, "\\x", 2));
+    write(spelled(text, isSpelled, "\\x", 2));
 }
 
 bool showsOutput()
@@ -86,8 +92,11 @@ bool showsOutput()
 
 void printExact(const QString& text)
 {
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
+    if (!showsOutput())
+        return write(text);
+    const auto isSpelled = [](QChar c) { return c != u'\n' && c != u'\t' && isControl(c); };
+    const QString lines = QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    write(spelled(lines, isSpelled, "\\x", 2));
 }
 
 ExitCode fail(ExitCode code, const QString& message)

@@ -32,7 +32,10 @@ QString printable(const QString& text);
 /** Prints lines for people on the standard output, printable but for the line ends. */
 void print(const QString& text);
 
-/** Prints what programs read: exactly the text. */
+/**
+ * Prints what programs read, exactly. On a terminal lines end in LF, and other control characters
+ * but TAB are spelled as print() does.
+ */
 void printExact(const QString& text);
 
 /** Whether what is printed on the standard output is shown on a terminal. */

@@ -72,7 +72,7 @@ public:
     /**
      * Fills the slots from the text of a "User Label Name Set" section.
      *
-     * The values of a label are the rest of the line behind the first place, anywhere in the text,
+     * The values of a label are the rest of the line after the first place, anywhere in the text,
      * where the label is followed by ':'. A label without values leaves its slot as it was.
      *
      * @param text        the section

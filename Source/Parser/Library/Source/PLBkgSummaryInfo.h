@@ -38,7 +38,7 @@ public:
      * @param block       the block; left holding the body only once the header was read
      * @param sectionKey  the key of the section; the one in the header does not count
      * @return eSTATUS_BAD_FORMAT for an empty block and for a header without ':' or with a '#'
-     *         before it, eSTATUS_OUT_OF_MEMORY, else the status of addSection()
+     *         before it, eSTATUS_OUT_OF_MEMORY, otherwise the status of addSection()
      */
     tag_estatus loadSectionData(QString& block, QString sectionKey) override;
 
@@ -65,8 +65,8 @@ public:
      * Loads a background summary, as loadTextBuffer() reads it.
      *
      * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened (the document is unchanged);
-     *         else eSTATUS_SUCCESS, also for a malformed file: the sections before the fault are
-     *         loaded then, and the file section count is 0
+     *         otherwise eSTATUS_SUCCESS, also for a malformed file: the sections before the fault
+     *         are loaded then, and the file section count is 0
      */
     virtual tag_estatus load(QString path);
 

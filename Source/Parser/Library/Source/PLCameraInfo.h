@@ -67,8 +67,8 @@ public:
      * spell its name, goes to the Qt log.
      *
      * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file of more than
-     *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); else the status of
-     *         loadTextBuffer()
+     *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); otherwise the
+     *         status of loadTextBuffer()
      */
     tag_estatus load(QString path);
     ///@}
@@ -132,8 +132,9 @@ public:
     [[nodiscard]] bool isVEXAKestrel() const;
 
     /**
-     * The controller value is "yes", "output 1", "output 2" or "cni32"; else there is one on a VEXA
-     * 200 that gives no value, and where a USB I/O or UAC board is. The operator can say otherwise.
+     * The controller value is "yes", "output 1", "output 2" or "cni32"; otherwise there is one on a
+     * VEXA 200 that gives no value, and where a USB I/O or UAC board is. The operator can decide
+     * differently.
      */
     [[nodiscard]] bool isOmegaInstalled() const;
 

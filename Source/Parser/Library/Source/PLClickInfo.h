@@ -96,9 +96,9 @@ public:
      * @param path        the file
      * @param appendUser  whether to add the label set and the "User Input" section where missing
      * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file of more than
-     *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); else the status of
-     *         loadTextBuffer() or of appendUserSpecificSections(). Sections read before a failure
-     *         stay.
+     *         512 MiB, eSTATUS_OUT_OF_MEMORY (the document is unchanged then); otherwise the
+     *         status of loadTextBuffer() or of appendUserSpecificSections(). Sections read before a
+     *         failure stay.
      */
     tag_estatus loadClickInfo(QString path, bool appendUser);
 
@@ -116,7 +116,7 @@ public:
      *
      * @param buffer  the text; need not end in NUL
      * @param length  its length in bytes
-     * @return eSTATUS_NULL_ARGUMENT when `buffer` is null, else as loadClickInfo()
+     * @return eSTATUS_NULL_ARGUMENT when `buffer` is null, otherwise as loadClickInfo()
      */
     tag_estatus loadClickInfoDcm(const char* buffer, int length);
 
@@ -169,7 +169,8 @@ public:
      * synced, so that a crash, a full disk or a reader meets the old document or the new one. Links
      * are followed; owner, rights and attributes stay. Where replacing would change what the file
      * is (hard links, a device, somebody else's file, a folder that takes no other), it is
-     * overwritten instead, and only a crash in the middle can damage it.
+     * overwritten instead: a full disk leaves the old document then, but a crash in the middle
+     * leaves a mixture, and a reader may meet one. A crash in an append leaves a part of the text.
      *
      * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened, eSTATUS_FAILED when fewer
      *         bytes than asked could be stored; the file is then as it was before
@@ -256,7 +257,7 @@ public:
     /**
      * Reads a value of a section, as CPLSection::getValue() does.
      *
-     * @return eSTATUS_SECTION_NOT_FOUND, else the section's status
+     * @return eSTATUS_SECTION_NOT_FOUND, otherwise the section's status
      */
     tag_estatus getValue(QString sectionKey, QString key, QString* value) const;
     tag_estatus getValue(QString sectionKey, QString key, int* value) const;      ///< @overload
@@ -271,7 +272,7 @@ public:
     /**
      * Changes a value of a section, as CPLSection::setValue() does; never adds a key.
      *
-     * @return eSTATUS_SECTION_NOT_FOUND, else the section's status
+     * @return eSTATUS_SECTION_NOT_FOUND, otherwise the section's status
      */
     tag_estatus setValue(QString sectionKey, QString key, QString value);
     tag_estatus setValue(QString sectionKey, QString key, int value);      ///< @overload
@@ -303,9 +304,13 @@ public:
     /**
      * Adds the section of an image with the keys that belong to its type.
      *
-     * Read-bias, read-sigma and dark-charge sections go right behind a held "readbiasonly image"
+     * Read-bias, read-sigma and dark-charge sections go right after a held "readbiasonly image"
      * section, others to the end. Without settings, a luminescent or fluorescent-reference image
      * also adds the section of its corrected image.
+     *
+     * Date and time of the acquisition are local: in the time zone that the environment names at
+     * the moment of the call, also where the process has changed it. Both are empty for a moment
+     * that the C runtime cannot convert.
      *
      * @param name      file name of the image
      * @param type      type of the image

@@ -185,7 +185,7 @@ public:
     tag_estatus getKeylistFromKeyAndSubkey(QString key, QString subkey, QStringList* keys) const;
 
     /**
-     * The multi-view angle: the value of "RDX-2 Angle", else of "RoDX Angle".
+     * The multi-view angle: the value of "RDX-2 Angle", otherwise of "RoDX Angle".
      *
      * @param angle  receives the angle in degrees
      * @return eSTATUS_NULL_ARGUMENT when `angle` is null, eSTATUS_KEY_NOT_FOUND when neither key

@@ -50,7 +50,7 @@ public:
      *
      * Click numbers, name and the empty-sequence mark change only if the file holds the section
      * that sets them. A malformed section is passed over, and so is one whose ':' stands more than
-     * 128 bytes behind the next section mark; a mark without any ':' after it ends the reading.
+     * 128 bytes after the next section mark; a mark without any ':' after it ends the reading.
      * Text before the first mark is not kept. The path is handed to the file system as Latin-1; if
      * there is no such file, in the platform's own encoding. Pipes and devices are not opened.
      *
@@ -58,8 +58,8 @@ public:
      * @return eSTATUS_INVALID_ARGUMENT for an empty path, the document is unchanged then;
      *         eSTATUS_FILE_NOT_FOUND, eSTATUS_FILE_READ_FAILED or, for a file of more than
      *         512 MiB, eSTATUS_OUT_OF_MEMORY, the document holds no sections then;
-     * eSTATUS_NO_CLICK_NUMBERS or, for a sequence marked as empty, eSTATUS_EMPTY_SEQUENCE when no
-     * click numbers are listed, the sections are loaded all the same
+     *         eSTATUS_NO_CLICK_NUMBERS or, for a sequence marked as empty, eSTATUS_EMPTY_SEQUENCE
+     *         when no click numbers are listed, the sections are loaded all the same
      */
     tag_estatus loadFile(QString path);
 

@@ -57,7 +57,7 @@ public:
      *
      * @param path  the settings file; not used in folder mode
      * @return eSTATUS_INVALID_ARGUMENT when the file or folder path is empty,
-     *         eSTATUS_FOLDER_NOT_FOUND, else the status of loadClickInfo()
+     *         eSTATUS_FOLDER_NOT_FOUND, otherwise the status of loadClickInfo()
      */
     tag_estatus load(const QString& path);
 
@@ -68,7 +68,8 @@ public:
      * Writes the document to a file, in every mode, as saveClickInfo() does. The remembered
      * settings file stays.
      *
-     * @return eSTATUS_INVALID_ARGUMENT when the path is empty, else the status of saveClickInfo()
+     * @return eSTATUS_INVALID_ARGUMENT when the path is empty, otherwise the status of
+     *         saveClickInfo()
      */
     tag_estatus save(const QString& path) const;
 
@@ -157,8 +158,8 @@ public:
      * Adds a setting under the next available section key of the prefix. The form with a file name
      * always stores the menu name as a value.
      *
-     * @return eSTATUS_OUT_OF_MEMORY, else the status of addSection(); eSTATUS_SUCCESS also when the
-     *         key is taken and nothing was added
+     * @return eSTATUS_OUT_OF_MEMORY, otherwise the status of addSection(); eSTATUS_SUCCESS also
+     *         when the key is taken and nothing was added
      */
     tag_estatus addSection(const QString& prefix, const QString& menuName);
 

@@ -189,7 +189,7 @@ public:
     void setClickNumberROIProperties(QString roi, _tagsROIProperties properties, bool withContour);
 
     /**
-     * Writes measurements into an element of their own behind the region of interest;
+     * Writes measurements into an element of their own after the region of interest;
      * getClickAndROIInformationForIndex() does not find them there.
      */
     void setROIMeasurementsProperties(QString filterLabel, double totalFlux,

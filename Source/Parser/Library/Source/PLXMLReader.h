@@ -120,8 +120,8 @@ public:
     QDomElement getFirstChild(QDomElement e);             ///< To the first child.
     QDomElement getLastChild(QDomElement e);              ///< To the last child.
     QDomElement getParentElement(QDomElement e);          ///< To the parent.
-    QDomElement getNextSiblingElement(QDomElement e);     ///< To the node behind.
-    QDomElement getPreviousSiblingElement(QDomElement e); ///< To the node in front.
+    QDomElement getNextSiblingElement(QDomElement e);     ///< To the node after.
+    QDomElement getPreviousSiblingElement(QDomElement e); ///< To the node before.
     ///@}
 
     /**

@@ -73,11 +73,10 @@ bool makeAlike(int file, int model)
 /** Opens a file to write over it, and to read what it holds where that is allowed. */
 bool openInPlace(const QByteArray& path, int flags, QFile* file)
 {
-    int handle = -1;
-    for (const int access : {O_RDWR, O_WRONLY}) {
-        if (handle < 0)
-            handle = ::open(path.constData(), access | flags | O_CLOEXEC | O_NOCTTY, 0666);
-    }
+    flags |= O_CLOEXEC | O_NOCTTY;
+    int handle = ::open(path.constData(), O_RDWR | flags, 0666);
+    if (handle < 0)
+        handle = ::open(path.constData(), O_WRONLY | flags, 0666);
     return handle >= 0 && file->open(handle, QIODevice::ReadWrite | QIODevice::Unbuffered,
                                      QFileDevice::AutoCloseHandle);
 }
@@ -108,7 +107,10 @@ bool overwrite(QFile& file, const QByteArray& bytes)
     struct stat info = {};
     if (::fstat(file.handle(), &info) != 0 || !S_ISREG(info.st_mode))
         return file.write(bytes) == bytes.size();
+    // What cannot be put back is not overwritten.
     const QByteArray old = file.read(bytes.size());
+    if (old.size() < qMin(qint64(bytes.size()), qint64(info.st_size)))
+        return false;
     if (store(file, bytes, bytes.size()))
         return true;
     store(file, old, info.st_size);
@@ -229,10 +231,9 @@ tag_estatus readAll(QFile& file, QByteArray* bytes)
 
 tag_estatus readInfoText(const QString& path, QByteArray* text)
 {
-    QByteArray bytes;
-    const tag_estatus status = readFile(path, &bytes);
+    const tag_estatus status = readFile(path, text);
     if (status == eSTATUS_SUCCESS)
-        *text = infoBytes(std::move(bytes));
+        *text = infoBytes(std::move(*text));
     return status;
 }
 

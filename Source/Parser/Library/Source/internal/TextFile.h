@@ -65,16 +65,19 @@ enum class WriteMode {
 };
 
 /**
- * Saves bytes in a file so that no failure, kill or reader at the same time meets half of them.
+ * Saves bytes in a file so that, but for the cases below, no failure, kill or reader at the same
+ * time meets half of them.
  *
  * A second file in the same folder, synced to the disk, takes the place of the first, behind its
  * links, with its owner, rights, access control lists and extended attributes. Where that would
  * change what the file is, the bytes go over the old ones, and the file is cut to their length
  * then: a device, a file with several hard links, an owner, group or attribute that cannot be
- * given, a folder in which no file can be made or renamed. If that falls short, the old bytes are
- * put back, where they could be read. A kill in the middle of it leaves a mixture.
+ * given, a folder in which no file can be made or renamed, a name too long for that of a second
+ * file. If that falls short, the old bytes are put back; a file whose old bytes cannot be read is
+ * left alone. A kill in the middle of it leaves a mixture, and a reader may meet one.
  *
- * An appended text is one write; if it falls short, the file is cut back to its earlier length.
+ * An appended text is one write; if it falls short, the file is cut back to its earlier length. A
+ * kill in the middle of it leaves a part of the text.
  *
  * @return eSTATUS_FILE_OPEN_FAILED when the file cannot be opened to write; eSTATUS_FAILED when
  *         fewer bytes than asked were stored; the file is as it was then, and no other is left
