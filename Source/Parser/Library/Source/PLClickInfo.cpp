@@ -7,6 +7,7 @@
 #include "internal/Guard.h"
 #include "internal/ImageSections.h"
 #include "internal/InfoText.h"
+#include "internal/Keys.h"
 #include "internal/LabelSets.h"
 #include "internal/LocalTime.h"
 #include "internal/SectionStore.h"
@@ -436,7 +437,7 @@ CPLSection* CPLClickInfo::operator[](QString sectionKey) const
 
 CPLSection* CPLClickInfo::find(const QString& sectionKey) const
 {
-    return sections.value(mapKey(sectionKey));
+    return isMapKey(sectionKey) ? sections.value(sectionKey) : sections.value(mapKey(sectionKey));
 }
 
 CPLSection* CPLClickInfo::operator[](int index) const

@@ -98,16 +98,27 @@ std::size_t Entries::slotOf(const FoldedKey& key, quint32 hash) const
     std::size_t slot = hash & mask;
     while (m_slots[slot] != 0) {
         const Entry& other = m_entries[m_slots[slot] - 1];
-        if (other.hash == hash && folded(other.key) == key)
+        if (other.hash == hash && matches(key, other.key))
             break;
         slot = (slot + 1) & mask;
     }
     return slot;
 }
 
+/** Whether the bytes tell all of a piece. */
+bool Entries::isLatin1(Piece piece) const
+{
+    return piece.size >= 0 && m_text.wide.isNull();
+}
+
 FoldedKey Entries::folded(Piece key) const
 {
-    return key.size < 0 || !m_text.wide.isNull() ? FoldedKey(text(key)) : FoldedKey(view(key));
+    return isLatin1(key) ? FoldedKey(view(key)) : FoldedKey(text(key));
+}
+
+bool Entries::matches(const FoldedKey& key, Piece spelling) const
+{
+    return isLatin1(spelling) ? key.matches(view(spelling)) : key == FoldedKey(text(spelling));
 }
 
 int Entries::find(const QString& key) const

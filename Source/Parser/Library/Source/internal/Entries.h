@@ -84,7 +84,9 @@ private:
     void append(Piece key, Piece value);
     void reserveSlots(std::size_t entries);
     [[nodiscard]] std::size_t slotOf(const FoldedKey& key, quint32 hash) const;
+    [[nodiscard]] bool isLatin1(Piece piece) const;
     [[nodiscard]] FoldedKey folded(Piece key) const;
+    [[nodiscard]] bool matches(const FoldedKey& key, Piece spelling) const;
     [[nodiscard]] const Entry& entry(int place) const { return m_entries[std::size_t(place)]; }
     [[nodiscard]] const Entry& holder(int place) const;
     [[nodiscard]] Piece pieceOf(QLatin1String part) const;

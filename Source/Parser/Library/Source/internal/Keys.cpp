@@ -24,17 +24,25 @@ constexpr Character lowerAscii(Character c)
     return Character(c | (unsigned(c - 'A') < 26U ? 0x20 : 0));
 }
 
-/** Eight ASCII characters in lower case. */
+/** Eight bytes with the ASCII letters among them in lower case. */
 constexpr quint64 lowerAscii(quint64 bytes)
 {
-    const quint64 fromA = bytes + everyByte * (0x80 - 'A');
-    const quint64 beyondZ = bytes + everyByte * (0x7F - 'Z');
-    return bytes | (fromA & ~beyondZ & (everyByte * 0x80)) >> 2U;
+    const quint64 low = bytes & (everyByte * 0x7F);
+    const quint64 fromA = low + everyByte * (0x80 - 'A');
+    const quint64 beyondZ = low + everyByte * (0x7F - 'Z');
+    return bytes | (fromA & ~beyondZ & ~bytes & (everyByte * 0x80)) >> 2U;
+}
+
+quint64 wordAt(const char* bytes)
+{
+    quint64 word = 0;
+    std::memcpy(&word, bytes, sizeof(word));
+    return word;
 }
 
 void copyNarrow(QLatin1String text, char* bytes)
 {
-    std::copy(text.begin(), text.end(), bytes);
+    std::memcpy(bytes, text.data(), std::size_t(text.size()));
 }
 
 /** The characters as bytes; those beyond ASCII are not told apart. */
@@ -61,15 +69,24 @@ quint64 hashSeed()
 
 } // namespace
 
+bool isMapKey(const QString& key)
+{
+    ushort others = 0;
+    for (const QChar c : key) {
+        others |= c.unicode() & 0xFF80U;
+        others |= ushort(ushort(c.unicode() - 'A') < 26U);
+    }
+    return others == 0;
+}
+
 // Nearly all keys are ASCII, which needs no Unicode tables; a key that nobody else holds is changed
 // in place.
 QString mapKey(QString key)
 {
+    if (isMapKey(key))
+        return key;
     if (!isAscii(key))
         return std::move(key).toLower();
-    const auto isUpper = [](QChar c) { return c >= u'A' && c <= u'Z'; };
-    if (std::none_of(key.cbegin(), key.cend(), isUpper))
-        return key;
     for (QChar& c : key)
         c = QChar(lowerAscii(c.unicode()));
     return key;
@@ -133,6 +150,23 @@ bool FoldedKey::foldAscii(Text key)
         word = lowerAscii(word);
     });
     return (bits & (everyByte * 0x80)) == 0;
+}
+
+bool FoldedKey::matches(QLatin1String spelling) const
+{
+    if (m_words.first() >= isWide)
+        return *this == FoldedKey(spelling);
+    const auto size = std::size_t(spelling.size());
+    if (m_words.first() != size)
+        return false;
+    const char* const lower = reinterpret_cast<const char*>(m_words.data() + 1);
+    std::size_t i = 0;
+    for (; i + sizeof(quint64) <= size; i += sizeof(quint64)) {
+        if (wordAt(lower + i) != lowerAscii(wordAt(spelling.data() + i)))
+            return false;
+    }
+    return std::equal(lower + i, lower + size, spelling.data() + i,
+                      [](char a, char b) { return a == lowerAscii(b); });
 }
 
 quint32 FoldedKey::hash() const

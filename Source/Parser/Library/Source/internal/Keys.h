@@ -16,6 +16,9 @@ namespace ovparser::internal {
 /** The form of a key under which maps hold it: in lower case. */
 [[nodiscard]] QString mapKey(QString key);
 
+/** Whether a key is ASCII, and in the form under which maps hold it. */
+[[nodiscard]] bool isMapKey(const QString& key);
+
 /**
  * Whether a candidate starts with a key and contains a subkey, in any letter case. A null subkey is
  * contained in every candidate, an empty one in none.
@@ -38,6 +41,9 @@ public:
     [[nodiscard]] quint32 hash() const;
 
     [[nodiscard]] bool operator==(const FoldedKey& other) const { return m_words == other.m_words; }
+
+    /** Whether this is a spelling of the key. */
+    [[nodiscard]] bool matches(QLatin1String spelling) const;
 
 private:
     char* makeRoom(std::size_t size, quint64 kind);
