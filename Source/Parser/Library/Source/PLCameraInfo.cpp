@@ -191,10 +191,7 @@ void reportRefused(const QString& extension, const QString& reason)
 template <typename Choice>
 void storeGuarded(QLatin1String key, const Choice& choice)
 {
-    guarded([&] {
-        storeChoice(key, choice);
-        return eSTATUS_SUCCESS;
-    });
+    guarded([&] { storeChoice(key, choice); });
 }
 
 } // namespace

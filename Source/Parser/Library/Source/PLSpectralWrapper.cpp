@@ -315,11 +315,7 @@ bool allGiven(const Pointers*... pointers)
 template <typename Write>
 void writeAll(std::unique_ptr<CPLXMLWriter>& writer, Write write)
 {
-    const bool done = answerOf([&] {
-        write();
-        return true;
-    });
-    if (!done)
+    if (guarded(write) != eSTATUS_SUCCESS)
         writer.reset();
 }
 

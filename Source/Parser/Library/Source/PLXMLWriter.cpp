@@ -54,11 +54,7 @@ AttrMap::~AttrMap() = default;
 template <typename Operation>
 void CPLXMLWriter::attempt(Operation operation)
 {
-    const bool done = answerOf([&] {
-        operation();
-        return true;
-    });
-    failed = failed || !done;
+    failed = guarded(operation) != eSTATUS_SUCCESS || failed;
 }
 
 CPLXMLWriter::CPLXMLWriter(QIODevice* device, QTextCodec* codec)
