@@ -24,7 +24,7 @@ struct CommentedText
     QString comment;
 };
 
-CommentedText withoutComment(const QString& raw);
+CommentedText cutComment(const QString& raw);
 
 /** A pair, or a comment line: then the key is null and the value empty. */
 struct Entry

@@ -81,21 +81,12 @@ std::optional<QByteArray> readFile(const QString& path, QString* problem)
     *problem = otherThanFile(path);
     if (!problem->isEmpty())
         return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *problem = explained(eSTATUS_FILE_OPEN_FAILED, path);
-        return std::nullopt;
-    }
-    if (file.size() > ovparser::internal::maxTextFileSize) {
-        *problem = explained(eSTATUS_OUT_OF_MEMORY, path);
-        return std::nullopt;
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        *problem = explained(eSTATUS_FILE_READ_FAILED, path);
-        return std::nullopt;
-    }
-    return bytes;
+    QByteArray bytes;
+    const tag_estatus status = ovparser::internal::readFile(path, &bytes);
+    if (status == eSTATUS_SUCCESS)
+        return bytes;
+    *problem = explained(status, path);
+    return std::nullopt;
 }
 
 bool saveFile(const QString& path, const QByteArray& bytes)
