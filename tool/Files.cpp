@@ -5,6 +5,7 @@
 
 #include "internal/TextFile.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -12,6 +13,7 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/file.h>
+#include <sys/stat.h>
 #endif
 
 using ovparser::internal::writeFile;
@@ -74,6 +76,21 @@ QString otherThanFile(const QString& path)
     if (info.isDir())
         return QStringLiteral("a folder, not a file");
     return info.exists() && !info.isFile() ? QStringLiteral("not a regular file") : QString();
+}
+
+FileStamp stampOf(const QString& path)
+{
+#ifdef Q_OS_LINUX
+    // Qt would make a local time of it, for which the C runtime looks for the time zone each time.
+    struct stat info = {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return {};
+    return {info.st_size,
+            qint64(info.st_mtim.tv_sec) * 1000 + qint64(info.st_mtim.tv_nsec) / 1000000};
+#else
+    const QFileInfo info(path);
+    return {info.size(), info.lastModified().toMSecsSinceEpoch()};
+#endif
 }
 
 std::optional<QByteArray> readFile(const QString& path, QString* problem)
