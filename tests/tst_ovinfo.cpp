@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Ovinfo.h"
 #include "support/Support.h"
 
 #include <QtCore/QDir>
@@ -701,23 +702,6 @@ private Q_SLOTS:
     }
 
 private:
-    struct Answer
-    {
-        int code = -1;
-        QString output;
-        QString error;
-    };
-
-    static Answer run(const QStringList& words)
-    {
-        QProcess process;
-        process.start(QStringLiteral(OVPARSER_OVINFO), words);
-        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-            return {};
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
-
     static QStringList namesIn(const QString& text, const QString& pattern)
     {
         QStringList names;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Ovinfo.h"
 #include "support/Support.h"
 
 #include <QtCore/QDir>
@@ -200,25 +201,6 @@ private Q_SLOTS:
     }
 
 private:
-    struct Answer
-    {
-        int code = -1;
-        QByteArray bytes;
-        QString error;
-        QString output;
-    };
-
-    static Answer run(const QStringList& words)
-    {
-        QProcess process;
-        process.start(QStringLiteral(OVPARSER_OVINFO), words);
-        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-            return {};
-        const QByteArray output = process.readAllStandardOutput();
-        return {process.exitCode(), output, QString::fromUtf8(process.readAllStandardError()),
-                QString::fromUtf8(output)};
-    }
-
     static QList<QJsonObject> recordsOf(const QString& text)
     {
         QList<QJsonObject> records;

@@ -71,20 +71,17 @@ QString quoted(const QString& text)
 /** Where a key or section key stood first. */
 using Places = QHash<QString, int>;
 
-class Checker
+class Checker : public Findings
 {
 public:
-    Checker(const QByteArray& bytes, CheckedFile* result)
+    explicit Checker(const QByteArray& bytes)
         : m_bytes(bytes)
-        , m_result(*result)
     {}
 
     void checkText(const Document& document, bool loads);
     void checkSequence(const Document& document);
     void checkIndex(const Document& document);
     void checkWrittenForm(const Document& document, const QByteArray& written);
-    void problem(int line, const char* code, const QString& message);
-    void note(int line, const char* code, const QString& message);
 
 private:
     void checkEncoding(const Document& document);
@@ -101,20 +98,9 @@ private:
     void checkPieces(const InfoLine& line, const QString& name);
 
     const QByteArray& m_bytes;
-    CheckedFile& m_result;
     bool m_hasClickNumber = false;
     bool m_onlyAdded = false; ///< whether the pairs go into another document, and nothing else
 };
-
-void Checker::problem(int line, const char* code, const QString& message)
-{
-    m_result.findings.push_back({line, true, code, message});
-}
-
-void Checker::note(int line, const char* code, const QString& message)
-{
-    m_result.findings.push_back({line, false, code, message});
-}
 
 bool hasText(const InfoLine& line)
 {
@@ -231,7 +217,7 @@ void Checker::checkText(const Document& document, bool loads)
     bool goesOn = true;
     for (auto block = blocks.begin() + 1; goesOn && block != blocks.end(); ++block)
         goesOn = checkBlock(*block, catalogue, &sections);
-    if (!loads && m_result.problems() == 0)
+    if (!loads && problems() == 0)
         problem(0, "not-loaded", document.problem());
 }
 
@@ -476,9 +462,9 @@ void checkSpectral(const QString& path, const Document& document, Checker* check
 }
 
 /** Checks what the document is made of, in the way of its kind. */
-void checkContent(const QString& path, const Document& document, bool loads, CheckedFile* result)
+std::vector<Finding> checkContent(const QString& path, const Document& document, bool loads)
 {
-    Checker checker(document.bytes(), result);
+    Checker checker(document.bytes());
     if (!loads && document.isDicom() && document.textStart() == 0) {
         checker.problem(0, "not-loaded", document.problem());
     } else if (document.kind() == FileKind::SpectralAnalysis) {
@@ -494,6 +480,7 @@ void checkContent(const QString& path, const Document& document, bool loads, Che
     const auto written = loads ? document.writtenForm() : std::nullopt;
     if (written)
         checker.checkWrittenForm(document, *written);
+    return checker.findings;
 }
 
 void add(const std::vector<Finding>& findings, CheckedFile* result)
@@ -503,7 +490,7 @@ void add(const std::vector<Finding>& findings, CheckedFile* result)
 
 } // namespace
 
-int CheckedFile::problems() const
+int Findings::problems() const
 {
     return int(std::count_if(findings.begin(), findings.end(),
                              [](const Finding& finding) { return finding.isProblem; }));
@@ -520,7 +507,7 @@ CheckedFile checkFile(const QString& path)
     }
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
-    checkContent(path, document, loads, &result);
+    add(checkContent(path, document, loads), &result);
     add(damageOf(document, loads), &result);
     if (loads)
         add(checkKind(path, document), &result);

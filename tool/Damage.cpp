@@ -44,7 +44,7 @@ QString namesIn(QLatin1String line)
     return isUtf8(latin1View(names)) ? QString::fromUtf8(names) : QString::fromLatin1(names);
 }
 
-class DamageSearch
+class DamageSearch : public Findings
 {
 public:
     explicit DamageSearch(const Document& document)
@@ -55,8 +55,6 @@ public:
 
     void checkLine(const InfoLine& line);
     void checkEnd(int lastLine);
-
-    std::vector<Finding> findings;
 
 private:
     bool checkNuls(const InfoLine& line);
@@ -82,10 +80,10 @@ bool DamageSearch::checkNuls(const InfoLine& line)
 {
     const auto nuls = std::count(line.text.begin(), line.text.end(), '\0');
     if (nuls > 0)
-        findings.push_back({line.number, true, "nul-bytes",
-                            QStringLiteral("%1 NUL bytes in this line; the text that stood there "
-                                           "is lost")
-                                .arg(nuls)});
+        problem(line.number, "nul-bytes",
+                QStringLiteral("%1 NUL bytes in this line; the text that stood there "
+                               "is lost")
+                    .arg(nuls));
     return nuls > 0;
 }
 
@@ -107,10 +105,9 @@ void DamageSearch::checkPreamble(const InfoLine& line)
         beforeMark.size() < text.size() &&
         std::any_of(beforeMark.cbegin(), beforeMark.cend(), [](char c) { return c < 0; });
     if (hidesHeader || std::any_of(text.cbegin(), text.cend(), isUnknown))
-        findings.push_back(
-            {line.number, true, "unknown-bytes",
-             QStringLiteral("bytes before the first section that are no text%1")
-                 .arg(QLatin1String(hidesHeader ? "; the header after them is not seen" : ""))});
+        problem(line.number, "unknown-bytes",
+                QStringLiteral("bytes before the first section that are no text%1")
+                    .arg(QLatin1String(hidesHeader ? "; the header after them is not seen" : "")));
 }
 
 /** A save ends with empty lines, so a text without them was cut, or is by another hand. */

@@ -220,7 +220,6 @@ std::vector<InfoBlock> sequenceBlocksOf(const Document& document)
     auto line = lines.begin();
     const char* colon = text.begin();
     const char* next = nullptr;
-    int previous = 0; // the line of the mark before
     for (const char* mark = findMark(text, Text::Marker); mark != text.end(); mark = next) {
         const char* const keyStart = mark + Text::Marker.size();
         next = findMark(view(keyStart, text.end()), Text::Marker);
@@ -228,19 +227,16 @@ std::vector<InfoBlock> sequenceBlocksOf(const Document& document)
             ++line;
         colon = std::find(std::max(colon, keyStart), text.end(), ':');
         if (colon == text.end()) {
-            InfoBlock last;
-            last.header = {line->number, view(mark, next)};
-            last.fault = HeaderFault::NoColon;
-            blocks.push_back(last);
+            blocks.emplace_back();
+            blocks.back().header = {line->number, view(mark, next)};
+            blocks.back().fault = HeaderFault::NoColon;
             break;
         }
         // The library makes the key of the bytes as they stand: a CR in it stays.
         const char* const key = document.bytes().constData() + document.placeOf(keyStart);
         blocks.push_back(
             chunkBlock(view(mark, next), view(key, key + (colon - keyStart)), line->number));
-        blocks.back().inLine =
-            previous == line->number || trimmed(view(line->text.begin(), mark)).size() > 0;
-        previous = line->number;
+        blocks.back().inLine = trimmed(view(line->text.begin(), mark)).size() > 0;
     }
     return blocks;
 }

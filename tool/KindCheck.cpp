@@ -26,7 +26,7 @@ QString quoted(const QString& text)
     return QLatin1Char('\'') + text + QLatin1Char('\'');
 }
 
-class KindChecker
+class KindChecker : public Findings
 {
 public:
     KindChecker(const QString& path, const Document& document);
@@ -41,11 +41,7 @@ public:
     void checkSummary();
     void checkSpectral();
 
-    std::vector<Finding> findings;
-
 private:
-    void problem(int line, const char* code, const QString& message);
-    void note(int line, const char* code, const QString& message);
     [[nodiscard]] int lineOf(const QString& sectionKey) const;
     [[nodiscard]] QSet<QString> menuKeys() const;
     void checkMenuName(const CPLSection& section);
@@ -65,16 +61,6 @@ KindChecker::KindChecker(const QString& path, const Document& document)
 {
     for (auto block = m_blocks.rbegin(); block != m_blocks.rend(); ++block)
         m_places.insert(block->key.toLower(), block->header.number);
-}
-
-void KindChecker::problem(int line, const char* code, const QString& message)
-{
-    findings.push_back({line, true, code, message});
-}
-
-void KindChecker::note(int line, const char* code, const QString& message)
-{
-    findings.push_back({line, false, code, message});
 }
 
 int KindChecker::lineOf(const QString& sectionKey) const
