@@ -154,6 +154,12 @@ private Q_SLOTS:
         check("a sequence");
         write("s1/B/b.dcm", QByteArray(128, '\0') + "DICM\xFF*** ClickNumber: E\nk: v\n");
         check("one more file in a sequence");
+        write("s1/A/ClickInfo.txt", "*** ClickNumber: A\nk: v\n");
+        write("s2/C/c.dcm", QByteArray(128, '\0') + "DICM\xFF*** ClickNumber: F\nk: v\n");
+        check("a file, and one more after it");
+        write("s1/B/ClickInfo.txt", "*** ClickNumber: B\nkey: longer value\n");
+        QVERIFY(QFile::remove(m_archive + "/s2/C/c.dcm"_s));
+        check("a file, and the last one gone");
         write(".before/ClickInfo.txt", "*** ClickNumber: N\nk: v\n");
         check("a folder before all others");
         QVERIFY(QFile::remove(m_archive + "/s1/SequenceInfo.txt"_s));

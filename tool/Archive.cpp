@@ -18,6 +18,9 @@ namespace {
 /** So many files per thread may be on their way; it bounds the memory. */
 constexpr int windowPerThread = 64;
 
+/** So many folders are kept from the look for files to that for folders, for the same reason. */
+constexpr int mostListings = 1000;
+
 QString inFolder(const QString& folder, const QString& name)
 {
     return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
@@ -243,7 +246,7 @@ bool ArchiveWalk::tellListed(const Place& place, const QString& clickNumber, con
     if (!isFollowed(folder))
         return true;
     const Listing listing = listingOf(folder);
-    if (m_options.recursive && listing.isReadable)
+    if (m_options.recursive && listing.isReadable && m_listings.size() < mostListings)
         m_listings.insert(folder, listing);
     return tellFiles(place, folder, listing, found);
 }
