@@ -126,7 +126,7 @@ void IndexUpdate::look(Found* found)
 FileRow IndexUpdate::oldRow()
 {
     const bool isThere = m_old->run(&m_rowById, {m_seen}) && m_rowById.next();
-    const FileRow row = isThere ? fileRowOf(m_rowById) : FileRow();
+    FileRow row = isThere ? fileRowOf(m_rowById) : FileRow();
     m_rowById.finish();
     return row;
 }
