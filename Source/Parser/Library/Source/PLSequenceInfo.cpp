@@ -31,13 +31,6 @@ namespace Value = PLKeyword::Value;
 
 namespace {
 
-/**
- * A section mark may have its ':' behind the next mark; its key then spans both. A section whose
- * ':' lies further behind that mark is passed over: without a limit, many marks before one ':'
- * would take quadratic memory.
- */
-constexpr std::ptrdiff_t maxSpanningKey = 128;
-
 QString clickNumberKey(int number)
 {
     char digits[16];

@@ -67,37 +67,10 @@ constexpr Field<Roi> roiContourFields[] = {
 };
 
 using Info = _tagSClickROIInformation;
-
-constexpr Field<Info> contourFields[] = {
-    {Attribute::ContourDirections, &Info::contourDirections},
-    {Attribute::ContourStartX, &Info::contourStartX},
-    {Attribute::ContourStartY, &Info::contourStartY},
-    {Attribute::ContourPeakX, &Info::contourPeakX},
-    {Attribute::ContourPeakY, &Info::contourPeakY},
-    {Attribute::ContourXDelta, &Info::contourXDelta},
-    {Attribute::ContourYDelta, &Info::contourYDelta},
-};
-
-constexpr Field<Info> measurementFields[] = {
-    {Attribute::AverageRadiance, &Info::averageRadiance},
-    {Attribute::FilterLabel, &Info::filterLabel},
-    {Attribute::TotalFlux, &Info::totalFlux},
-};
-
 using SpectralResults = _tagSROISpectralResults;
 
 constexpr Field<SpectralResults> resultFields[] = {
     {Attribute::Roi, &SpectralResults::roi},
-};
-
-constexpr Field<SpectralResults> fluxFields[] = {
-    {Attribute::TotalFlux, &SpectralResults::totalFlux},
-    {Attribute::FluxStdDev, &SpectralResults::fluxStdDev},
-};
-
-constexpr Field<SpectralResults> depthFields[] = {
-    {Attribute::AverageDepth, &SpectralResults::averageDepth},
-    {Attribute::DepthStdDev, &SpectralResults::depthStdDev},
 };
 
 /** The elements of a plot or fit: the whole, the attribute with its size, and one value. */
