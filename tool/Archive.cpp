@@ -141,9 +141,11 @@ bool ArchiveWalk::visit(Place place)
     m_visited.insert(place.canonical);
     const Listing listing =
         m_listings.contains(place.folder) ? m_listings.take(place.folder) : listingOf(place.folder);
-    if (!listing.isReadable)
+    if (!listing.isReadable) {
+        const char* const obstacle = obstacleOf(place.folder, Access::Read);
         return fail(place, Found::Folder, place.folder,
-                    QStringLiteral("the folder cannot be read"));
+                    QLatin1String(obstacle ? obstacle : "the folder cannot be read"));
+    }
     QSet<QString> listed;
     return tellOwn(place, listing, &listed) &&
            (!m_options.recursive || visitChildren(place, listing, listed));

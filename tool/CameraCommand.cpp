@@ -7,7 +7,7 @@
 #include "Terminal.h"
 
 #include "ParserLibrary.h"
-#include "internal/Capabilities.h"
+#include "internal/sections/Capabilities.h"
 
 #include <optional>
 

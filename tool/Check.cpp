@@ -9,7 +9,7 @@
 #include "Files.h"
 #include "InfoScan.h"
 #include "KindCheck.h"
-#include "internal/Capabilities.h"
+#include "internal/sections/Capabilities.h"
 
 #include <QtCore/QHash>
 

@@ -6,7 +6,7 @@
 #include "Json.h"
 
 #include "PLKeywords.h"
-#include "internal/InfoText.h"
+#include "internal/text/InfoText.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #define OVINFO_ENTRIES_H
 
 #include "PLSection.h"
-#include "internal/InfoText.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>

@@ -3,7 +3,7 @@
 
 #include "Files.h"
 
-#include "internal/TextFile.h"
+#include "internal/text/TextFile.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>

@@ -6,7 +6,7 @@
 #include "Dicom.h"
 #include "Files.h"
 #include "Json.h"
-#include "internal/InfoText.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QFile>
 

@@ -13,7 +13,7 @@
 
 #include "Document.h"
 
-#include "internal/InfoText.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

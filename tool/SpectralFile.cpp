@@ -4,7 +4,7 @@
 #include "SpectralFile.h"
 
 #include "Files.h"
-#include "internal/SpectralFields.h"
+#include "SpectralFields.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QMap>

@@ -5,9 +5,9 @@
 
 #include "PLCameraInfo.h"
 #include "PLKeywords.h"
-#include "internal/Capabilities.h"
-#include "internal/DataFolders.h"
-#include "internal/Guard.h"
+#include "internal/sections/Capabilities.h"
+#include "internal/text/DataFolders.h"
+#include "internal/text/Guard.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>

@@ -4,12 +4,12 @@
 #include "PLSequenceInfo.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/InfoText.h"
-#include "internal/LabelSets.h"
-#include "internal/SectionStore.h"
-#include "internal/TextFile.h"
-#include "internal/VersionStamp.h"
+#include "internal/sections/LabelSets.h"
+#include "internal/sections/SectionStore.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/TextFile.h"
+#include "internal/text/VersionStamp.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>

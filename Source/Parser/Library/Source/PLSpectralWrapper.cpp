@@ -4,10 +4,10 @@
 #include "PLSpectralWrapper.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/NumberFormat.h"
-#include "internal/SpectralFields.h"
-#include "internal/TextFile.h"
+#include "SpectralFields.h"
+#include "internal/text/Guard.h"
+#include "internal/text/NumberFormat.h"
+#include "internal/text/TextFile.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>

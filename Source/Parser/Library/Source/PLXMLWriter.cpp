@@ -4,7 +4,7 @@
 #include "PLXMLWriter.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
+#include "internal/text/Guard.h"
 
 #include <QtCore/QFileDevice>
 

@@ -6,8 +6,8 @@
  * Which attributes of a spectral-analysis file are which fields of the records, and how their texts
  * are read.
  */
-#ifndef OVPARSER_INTERNAL_SPECTRALFIELDS_H
-#define OVPARSER_INTERNAL_SPECTRALFIELDS_H
+#ifndef OVPARSER_SPECTRALFIELDS_H
+#define OVPARSER_SPECTRALFIELDS_H
 
 #include "PLKeywords.h"
 #include "PLSpectralWrapper.h"
