@@ -196,7 +196,7 @@ private:
     QStringList clickNumbers;
     QString sequenceInfoPath;
     QString datasetName;
-    QString userId;
+    QString userId; ///< of the "User Input" section read last; nothing gives it out yet
     int datasetCount = 0;
     bool emptySequence = false;
     QMap<QString, CPLSection*> sections;

@@ -71,7 +71,7 @@ private:
         std::copy(m_unread.begin(), m_unread.end(), m_buffer.begin());
         std::size_t size = m_unread.size();
         while (size < m_limit && !m_atEnd) {
-            const qint64 room = qint64(m_buffer.size() - size);
+            const auto room = qint64(m_buffer.size() - size);
             const qint64 read = m_device.read(m_buffer.data() + size, room);
             m_atEnd = read <= 0;
             size += m_atEnd ? 0 : std::size_t(read);
