@@ -8,7 +8,7 @@
  */
 #include "support/Support.h"
 
-#include "internal/TextFile.h"
+#include "internal/text/TextFile.h"
 
 #include <QtCore/QBuffer>
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Ovinfo.h"
 #include "support/Support.h"
 
 #include <QtCore/QDir>
@@ -717,23 +718,6 @@ private Q_SLOTS:
     }
 
 private:
-    struct Answer
-    {
-        int code = -1;
-        QString output;
-        QString error;
-    };
-
-    static Answer run(const QStringList& words)
-    {
-        QProcess process;
-        process.start(QStringLiteral(OVPARSER_OVINFO), words);
-        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-            return {};
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
-
     /** What a terminal is given, which makes CR LF of LF. */
     static QString onTerminal(const QStringList& words)
     {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Ovinfo.h"
 #include "support/Support.h"
 
 #include <QtCore/QDir>
@@ -153,6 +154,12 @@ private Q_SLOTS:
         check("a sequence");
         write("s1/B/b.dcm", QByteArray(128, '\0') + "DICM\xFF*** ClickNumber: E\nk: v\n");
         check("one more file in a sequence");
+        write("s1/A/ClickInfo.txt", "*** ClickNumber: A\nk: v\n");
+        write("s2/C/c.dcm", QByteArray(128, '\0') + "DICM\xFF*** ClickNumber: F\nk: v\n");
+        check("a file, and one more after it");
+        write("s1/B/ClickInfo.txt", "*** ClickNumber: B\nkey: longer value\n");
+        QVERIFY(QFile::remove(m_archive + "/s2/C/c.dcm"_s));
+        check("a file, and the last one gone");
         write(".before/ClickInfo.txt", "*** ClickNumber: N\nk: v\n");
         check("a folder before all others");
         QVERIFY(QFile::remove(m_archive + "/s1/SequenceInfo.txt"_s));
@@ -200,25 +207,6 @@ private Q_SLOTS:
     }
 
 private:
-    struct Answer
-    {
-        int code = -1;
-        QByteArray bytes;
-        QString error;
-        QString output;
-    };
-
-    static Answer run(const QStringList& words)
-    {
-        QProcess process;
-        process.start(QStringLiteral(OVPARSER_OVINFO), words);
-        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-            return {};
-        const QByteArray output = process.readAllStandardOutput();
-        return {process.exitCode(), output, QString::fromUtf8(process.readAllStandardError()),
-                QString::fromUtf8(output)};
-    }
-
     static QList<QJsonObject> recordsOf(const QString& text)
     {
         QList<QJsonObject> records;

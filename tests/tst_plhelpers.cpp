@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-#include "internal/InfoText.h"
-#include "internal/VersionStamp.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/VersionStamp.h"
 #include "support/Support.h"
 
 #include <QtCore/QRegularExpression>

@@ -3,7 +3,7 @@
 
 #include "support/Support.h"
 
-#include "internal/QtVersion.h"
+#include "internal/text/QtVersion.h"
 
 #include <QTextCodec>
 

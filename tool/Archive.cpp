@@ -18,42 +18,12 @@ namespace {
 /** So many files per thread may be on their way; it bounds the memory. */
 constexpr int windowPerThread = 64;
 
+/** So many folders are kept from the look for files to that for folders, for the same reason. */
+constexpr int mostListings = 1000;
+
 QString inFolder(const QString& folder, const QString& name)
 {
     return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
-}
-
-/** A folder in a folder. */
-struct Child
-{
-    QString name;
-    bool isLink = false;
-    bool isSpelled = true; ///< false: its name is none in this locale, and Qt cannot open it
-};
-
-bool operator<(const Child& a, const Child& b)
-{
-    return a.name < b.name;
-}
-
-/** The folders in a folder in the order of their names; it is read once. */
-std::vector<Child> subfolders(const QString& folder, bool follow)
-{
-    using Entries = std::filesystem::directory_iterator;
-    std::vector<Child> children;
-    std::error_code error;
-    Entries entry(QFile::encodeName(folder).toStdString(), error);
-    for (; !error && entry != Entries(); entry.increment(error)) {
-        std::error_code unknown;
-        const bool isLink = entry->is_symlink(unknown);
-        if (!entry->is_directory(unknown) || (isLink && !follow))
-            continue;
-        const std::string name = entry->path().filename().string();
-        const QString spelled = QFile::decodeName(name.c_str());
-        children.push_back({spelled, isLink, QFile::encodeName(spelled) == name.c_str()});
-    }
-    std::sort(children.begin(), children.end());
-    return children;
 }
 
 /** Whether a click number can name a folder in the one of its sequence. */
@@ -67,6 +37,37 @@ bool isPlainName(const QString& name)
 }
 
 } // namespace
+
+bool ArchiveWalk::Listing::mayHold(const QString& name) const
+{
+    return names.contains(name, Qt::CaseInsensitive);
+}
+
+ArchiveWalk::Listing ArchiveWalk::listingOf(const QString& folder) const
+{
+    using Entries = std::filesystem::directory_iterator;
+    Listing listing;
+    std::error_code error;
+    Entries entry(QFile::encodeName(folder).toStdString(), error);
+    listing.isReadable = !error;
+    for (; !error && entry != Entries(); entry.increment(error)) {
+        std::error_code unknown;
+        const std::string name = entry->path().filename().string();
+        const QString spelled = QFile::decodeName(name.c_str());
+        const bool isLink = entry->is_symlink(unknown);
+        listing.names += spelled;
+        if (entry->is_directory(unknown) && (m_options.follow || !isLink))
+            listing.folders.push_back(
+                {spelled, isLink, QFile::encodeName(spelled) == name.c_str()});
+        else if (spelled.endsWith(PLKeyword::File::DicomSuffix, Qt::CaseInsensitive) &&
+                 entry->is_regular_file(unknown))
+            listing.images += spelled;
+    }
+    std::sort(listing.folders.begin(), listing.folders.end(),
+              [](const Child& a, const Child& b) { return a.name < b.name; });
+    listing.images.sort();
+    return listing;
+}
 
 void ArchiveWalk::walk(QStringList folders)
 {
@@ -133,46 +134,56 @@ bool ArchiveWalk::fail(const Place& place, Found::Kind kind, const QString& path
 
 bool ArchiveWalk::visit(Place place)
 {
-    const QFileInfo info(place.folder);
     if (place.canonical.isEmpty())
-        place.canonical = info.canonicalFilePath();
+        place.canonical = QFileInfo(place.folder).canonicalFilePath();
     if (m_visited.contains(place.canonical))
         return true;
     m_visited.insert(place.canonical);
-    if (!info.isReadable())
+    const Listing listing =
+        m_listings.contains(place.folder) ? m_listings.take(place.folder) : listingOf(place.folder);
+    if (!listing.isReadable) {
+        const char* const obstacle = obstacleOf(place.folder, Access::Read);
         return fail(place, Found::Folder, place.folder,
-                    QStringLiteral("the folder cannot be read"));
+                    QLatin1String(obstacle ? obstacle : "the folder cannot be read"));
+    }
     QSet<QString> listed;
-    return tellOwn(place, &listed) && (!m_options.recursive || visitChildren(place, listed));
+    return tellOwn(place, listing, &listed) &&
+           (!m_options.recursive || visitChildren(place, listing, listed));
 }
 
 /** Tells of what a folder itself holds. @param listed  receives the folders of its sequence */
-bool ArchiveWalk::tellOwn(const Place& place, QSet<QString>* listed)
+bool ArchiveWalk::tellOwn(const Place& place, const Listing& listing, QSet<QString>* listed)
 {
+    const auto holds = [&](const QString& name) {
+        const QString file = inFolder(place.folder, name);
+        return listing.mayHold(name) && QFileInfo::exists(file) && isFollowed(file);
+    };
     const QString sequence = inFolder(place.folder, PLKeyword::File::SequenceInfo);
     Found found;
     found.name = QFileInfo(place.folder).fileName();
     found.file = inFolder(place.folder, PLKeyword::File::ClickInfo);
-    if (QFileInfo::exists(sequence) && isFollowed(sequence)) {
+    if (holds(PLKeyword::File::SequenceInfo)) {
         if (!readSequence(place, sequence, listed))
             return false;
-    } else if (QFileInfo::exists(found.file) && isFollowed(found.file)) {
-        if (!place.listed && !tell(place, found))
+    } else if (place.listed) {
+        return true;
+    } else if (holds(PLKeyword::File::ClickInfo)) {
+        if (!tell(place, found))
             return false;
     } else if (!m_options.recursive) {
         return fail(place, Found::Folder, place.folder,
                     QStringLiteral("holds no SequenceInfo.txt; --recursive reads what lies below"));
     }
-    return place.listed || tellFiles(place, place.folder, found);
+    return place.listed || tellFiles(place, place.folder, listing, found);
 }
 
-bool ArchiveWalk::visitChildren(const Place& place, const QSet<QString>& listed)
+bool ArchiveWalk::visitChildren(const Place& place, const Listing& listing,
+                                const QSet<QString>& listed)
 {
-    const std::vector<Child> children = subfolders(place.folder, m_options.follow);
-    const double step = place.span / double(qMax(1, int(children.size())));
+    const double step = place.span / double(qMax(1, int(listing.folders.size())));
     Place inner = place;
     inner.span = step;
-    for (const Child& child : children) {
+    for (const Child& child : listing.folders) {
         inner.folder = inFolder(place.folder, child.name);
         inner.canonical = child.isLink ? QString() : inFolder(place.canonical, child.name);
         inner.listed = listed.contains(child.name);
@@ -184,6 +195,8 @@ bool ArchiveWalk::visitChildren(const Place& place, const QSet<QString>& listed)
             return false;
         inner.start += step;
     }
+    if (!listed.isEmpty())
+        m_listings.clear();
     return true;
 }
 
@@ -230,11 +243,19 @@ bool ArchiveWalk::tellListed(const Place& place, const QString& clickNumber, con
     const QString folder = folderOf(file);
     if (!isFollowed(folder) || !isFollowed(file))
         found.problem = QStringLiteral("a link; not followed");
-    return tell(place, found) && (!isFollowed(folder) || tellFiles(place, folder, found));
+    if (!tell(place, found))
+        return false;
+    if (!isFollowed(folder))
+        return true;
+    const Listing listing = listingOf(folder);
+    if (m_options.recursive && listing.isReadable && m_listings.size() < mostListings)
+        m_listings.insert(folder, listing);
+    return tellFiles(place, folder, listing, found);
 }
 
 /** Tells of the other files of an acquisition's folder. */
-bool ArchiveWalk::tellFiles(const Place& place, const QString& folder, Found found)
+bool ArchiveWalk::tellFiles(const Place& place, const QString& folder, const Listing& listing,
+                            Found found)
 {
     const auto tellOne = [&](Found::Kind kind, const QString& name) {
         found.kind = kind;
@@ -243,11 +264,10 @@ bool ArchiveWalk::tellFiles(const Place& place, const QString& folder, Found fou
         return !isFollowed(found.file) || tell(place, found);
     };
     const QString analyzed = PLKeyword::File::AnalyzedClickInfo;
-    if (QFileInfo::exists(inFolder(folder, analyzed)) && !tellOne(Found::AnalyzedFile, analyzed))
+    if (listing.mayHold(analyzed) && QFileInfo::exists(inFolder(folder, analyzed)) &&
+        !tellOne(Found::AnalyzedFile, analyzed))
         return false;
-    const QStringList images = QDir(folder).entryList(
-        {QLatin1Char('*') + PLKeyword::File::DicomSuffix}, QDir::Files | QDir::Hidden, QDir::Name);
-    return std::all_of(images.cbegin(), images.cend(),
+    return std::all_of(listing.images.cbegin(), listing.images.cend(),
                        [&](const QString& name) { return tellOne(Found::DicomFile, name); });
 }
 

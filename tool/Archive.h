@@ -11,6 +11,7 @@
 #include "Found.h"
 #include "Shard.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QSet>
 #include <QtCore/QString>
 
@@ -50,6 +51,26 @@ public:
     void walk(QStringList folders);
 
 private:
+    /** A folder in a folder. */
+    struct Child
+    {
+        QString name;
+        bool isLink = false;
+        bool isSpelled = true; ///< false: its name is none in this locale, and Qt cannot open it
+    };
+
+    /** What a folder holds, read once. */
+    struct Listing
+    {
+        bool isReadable = false;
+        QStringList names;
+        QStringList images; ///< the DICOM files, in the order of their names
+        std::vector<Child> folders;
+
+        /** False when there is no file of the name; some systems find it in any letter case. */
+        [[nodiscard]] bool mayHold(const QString& name) const;
+    };
+
     /** A folder, and which part of the progress it is. */
     struct Place
     {
@@ -62,12 +83,13 @@ private:
 
     bool walkInto(const Place& place);
     bool visit(Place place);
-    bool tellOwn(const Place& place, QSet<QString>* listed);
-    bool visitChildren(const Place& place, const QSet<QString>& listed);
+    [[nodiscard]] Listing listingOf(const QString& folder) const;
+    bool tellOwn(const Place& place, const Listing& listing, QSet<QString>* listed);
+    bool visitChildren(const Place& place, const Listing& listing, const QSet<QString>& listed);
     bool readSequence(const Place& place, const QString& file, QSet<QString>* listed);
     bool tellListed(const Place& place, const QString& clickNumber, const QString& file,
                     const Found& sequence);
-    bool tellFiles(const Place& place, const QString& folder, Found found);
+    bool tellFiles(const Place& place, const QString& folder, const Listing& listing, Found found);
     bool tell(const Place& place, Found found);
     bool fail(const Place& place, Found::Kind kind, const QString& path, const QString& problem);
     [[nodiscard]] QString told(const QString& path) const;
@@ -77,6 +99,7 @@ private:
     std::function<bool(Found)> m_found;
     QString m_top; ///< the folder that is walked through
     QSet<QString> m_visited;
+    QHash<QString, Listing> m_listings; ///< of acquisitions that are still to be visited
 };
 
 /** Reads files on several threads and hands them on in the order in which they came. */

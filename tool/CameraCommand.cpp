@@ -7,8 +7,7 @@
 #include "Terminal.h"
 
 #include "ParserLibrary.h"
-
-#include <QtCore/QRegularExpression>
+#include "internal/sections/Capabilities.h"
 
 #include <optional>
 
@@ -133,15 +132,13 @@ Family familyOf(EVEXA_Types type)
 
 QList<StagePosition> stagePositions(const CPLCameraInfo& info)
 {
-    static const QRegularExpression name(QStringLiteral("\\s(\\w)\\s"),
-                                         QRegularExpression::UseUnicodePropertiesOption);
     const CPLSection& section = *info.getCameraInfoSection();
     QStringList keys;
     info.getKeylistFromKeyAndSubkey(Key::ShelfPosition, Key::FovPart, &keys);
     QList<StagePosition> positions;
     for (const QString& key : qAsConst(keys)) {
         StagePosition position;
-        position.name = name.match(key).captured(1);
+        position.name = ovparser::internal::positionName(key);
         if (position.name.isEmpty())
             continue;
         bool isNumber = false;

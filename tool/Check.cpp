@@ -9,10 +9,13 @@
 #include "Files.h"
 #include "InfoScan.h"
 #include "KindCheck.h"
+#include "internal/sections/Capabilities.h"
 
 #include <QtCore/QHash>
 
 #include <algorithm>
+
+using namespace ovparser::internal;
 
 namespace {
 
@@ -68,20 +71,17 @@ QString quoted(const QString& text)
 /** Where a key or section key stood first. */
 using Places = QHash<QString, int>;
 
-class Checker
+class Checker : public Findings
 {
 public:
-    Checker(const QByteArray& bytes, CheckedFile* result)
+    explicit Checker(const QByteArray& bytes)
         : m_bytes(bytes)
-        , m_result(*result)
     {}
 
     void checkText(const Document& document, bool loads);
     void checkSequence(const Document& document);
     void checkIndex(const Document& document);
-    void checkWrittenForm(const QByteArray& written);
-    void problem(int line, const char* code, const QString& message);
-    void note(int line, const char* code, const QString& message);
+    void checkWrittenForm(const Document& document, const QByteArray& written);
 
 private:
     void checkEncoding(const Document& document);
@@ -98,38 +98,24 @@ private:
     void checkPieces(const InfoLine& line, const QString& name);
 
     const QByteArray& m_bytes;
-    CheckedFile& m_result;
     bool m_hasClickNumber = false;
     bool m_onlyAdded = false; ///< whether the pairs go into another document, and nothing else
 };
 
-void Checker::problem(int line, const char* code, const QString& message)
+bool hasText(const InfoLine& line)
 {
-    m_result.findings.push_back({line, true, code, message});
-}
-
-void Checker::note(int line, const char* code, const QString& message)
-{
-    m_result.findings.push_back({line, false, code, message});
-}
-
-/** Whether something stands in the lines. */
-bool hasText(const QByteArray& bytes, const InfoLines& lines)
-{
-    return std::any_of(lines.begin(), lines.end(),
-                       [&](const InfoLine& line) { return !textOf(bytes, line.span).isEmpty(); });
+    return trimmed(line.text).size() > 0;
 }
 
 /** The library reads an info text as Latin-1, whatever it looks like. */
 void Checker::checkEncoding(const Document& document)
 {
-    const QByteArray text = m_bytes.mid(document.textStart());
+    const QLatin1String text = document.text();
     const auto isAscii = [](char c) { return c >= 0; };
     const auto* const other = std::find_if_not(text.begin(), text.end(), isAscii);
     if (document.isDicom() || other == text.end() || !isUtf8(text))
         return;
-    const InfoLines before = linesOf(text, {0, int(other - text.begin())}, 1);
-    note(before.empty() ? 1 : before.back().number, "looks-like-utf8",
+    note(lineAt(text, int(other - text.begin())), "looks-like-utf8",
          QStringLiteral("looks like UTF-8; the library reads each byte as one Latin-1 character"));
 }
 
@@ -160,30 +146,37 @@ bool Checker::checkLoneNumber(int line)
     return m_hasClickNumber;
 }
 
+/** The click number that the library takes from a header line. */
+QString clickNumberOf(QLatin1String header)
+{
+    CPLClickInfo info;
+    QString number;
+    info.loadTextBuffer(header + QLatin1String("\nk:\n"));
+    info.getClickNumber(&number);
+    return number;
+}
+
 /** The click number that a "ClickNumber" section gives; false when the load stops. */
 bool Checker::checkClickNumber(const InfoBlock& block)
 {
-    constexpr int longest = 31;
     const int line = block.header.number;
-    if (!hasText(m_bytes, block.lines))
+    if (std::none_of(block.lines.begin(), block.lines.end(), hasText))
         return checkLoneNumber(line);
     m_hasClickNumber = true;
-    const QString number =
-        decoded(block, textOf(m_bytes, cutLine(m_bytes, block.header.span).after));
-    const bool prefixed =
-        !number.isEmpty() && number.at(0).unicode() < 128 && number.at(0).isLetter();
+    const QString number = cutAtColon(block.header.text).after;
+    const QString read = clickNumberOf(block.header.text);
     if (number.isEmpty())
         problem(line, "click-number-missing",
                 QStringLiteral("section 'ClickNumber' gives no number; the click number is 'X'"));
-    else if (!prefixed)
+    else if (!read.startsWith(number.at(0)))
         problem(line, "click-number-prefixed",
                 QStringLiteral("click number %1 does not begin with a letter; it is read as %2")
-                    .arg(quoted(number), quoted((QLatin1Char('X') + number).left(longest))));
-    else if (number.size() > longest)
+                    .arg(quoted(number), quoted(read)));
+    else if (number.size() > read.size())
         problem(line, "click-number-cut",
                 QStringLiteral("the click number is longer than %1 characters; it is read as %2")
-                    .arg(longest)
-                    .arg(quoted(number.left(longest))));
+                    .arg(read.size())
+                    .arg(quoted(read)));
     return true;
 }
 
@@ -214,7 +207,7 @@ void Checker::checkText(const Document& document, bool loads)
 {
     checkEncoding(document);
     m_onlyAdded = document.kind() == FileKind::FilterWheel;
-    std::vector<InfoBlock> blocks = blocksOf(m_bytes, document.textStart());
+    std::vector<InfoBlock> blocks = blocksOf(document.text());
     if (document.startsWithoutHeader())
         checkLines(blocks.front());
     else if (blocks.size() == 1)
@@ -224,46 +217,36 @@ void Checker::checkText(const Document& document, bool loads)
     bool goesOn = true;
     for (auto block = blocks.begin() + 1; goesOn && block != blocks.end(); ++block)
         goesOn = checkBlock(*block, catalogue, &sections);
-    if (!loads && m_result.problems() == 0)
+    if (!loads && problems() == 0)
         problem(0, "not-loaded", document.problem());
 }
 
-/** A key that the library reads as a number, or what such keys begin with and hold. */
+/** A key that the library reads as a number, as it does those of stage positions. */
 struct NumberKey
 {
     QLatin1String key;
     bool isWhole = true;
-    QLatin1String part = {};
 };
 
 constexpr NumberKey numberKeys[] = {
-    {Key::EmptySequence},
-    {Key::ElectronicsTrayPartNumber},
-    {Key::LightsControlPolarity},
-    {Key::StructuredLightDelay},
-    {Key::RotationStageMotorDriver},
-    {Key::Rdx2Angle, false},
+    {Key::EmptySequence},        {Key::ElectronicsTrayPartNumber}, {Key::LightsControlPolarity},
+    {Key::StructuredLightDelay}, {Key::RotationStageMotorDriver},  {Key::Rdx2Angle, false},
     {Key::RodxAngle, false},
-    {Key::ShelfPosition, false, Key::FovPart},
 };
-
-bool isOf(const NumberKey& row, const QString& key)
-{
-    if (row.part.isEmpty())
-        return key.compare(row.key, Qt::CaseInsensitive) == 0;
-    return key.startsWith(row.key, Qt::CaseInsensitive) &&
-           key.contains(row.part, Qt::CaseInsensitive);
-}
 
 /** A key without a value is given no number, so nothing is wrong with it. */
 void Checker::checkNumber(int line, const QString& key, const QString& value)
 {
-    const auto* const row = std::find_if(std::begin(numberKeys), std::end(numberKeys),
-                                         [&](const NumberKey& r) { return isOf(r, key); });
-    if (row == std::end(numberKeys) || value.isEmpty())
+    const auto* const row =
+        std::find_if(std::begin(numberKeys), std::end(numberKeys), [&](const NumberKey& r) {
+            return key.compare(r.key, Qt::CaseInsensitive) == 0;
+        });
+    const bool isKnown = row != std::end(numberKeys);
+    if (value.isEmpty() || (!isKnown && !isPositionKey(key)))
         return;
+    const bool isWhole = isKnown && row->isWhole;
     bool isNumber = false;
-    if (row->isWhole)
+    if (isWhole)
         value.toInt(&isNumber);
     else
         value.toFloat(&isNumber);
@@ -271,13 +254,13 @@ void Checker::checkNumber(int line, const QString& key, const QString& value)
         problem(line, "number-expected",
                 QStringLiteral("key %1 has the value %2, not %3; it is read as 0")
                     .arg(quoted(key), quoted(value),
-                         QLatin1String(row->isWhole ? "a whole number" : "a number")));
+                         QLatin1String(isWhole ? "a whole number" : "a number")));
 }
 
 void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const LineCut& cut,
                         Places* keys)
 {
-    const QString key = decoded(block, textOf(m_bytes, cut.before));
+    const QString key = decoded(block, cut.before);
     const auto first = keys->constFind(key.toLower());
     if (key.isEmpty())
         problem(line.number, "key-missing",
@@ -295,7 +278,7 @@ void Checker::checkPair(const InfoBlock& block, const InfoLine& line, const Line
                     .arg(quoted(key)));
     if (first == keys->constEnd())
         keys->insert(key.toLower(), line.number);
-    checkNumber(line.number, key, withoutComment(decoded(block, textOf(m_bytes, cut.after))).text);
+    checkNumber(line.number, key, decoded(block, withoutComment(cut.after)));
 }
 
 void Checker::checkLines(const InfoBlock& block)
@@ -305,14 +288,16 @@ void Checker::checkLines(const InfoBlock& block)
                                  : "it is kept as a comment, and a save puts a '#' in front");
     Places keys;
     for (const InfoLine& line : block.lines) {
-        const LineCut cut = cutLine(m_bytes, line.span);
-        const QString text = decoded(block, textOf(m_bytes, line.span));
+        const LineCut cut = cutAtColon(line.text);
+        const QString text = decoded(block, trimmed(line.text));
+        if (text.isEmpty() || text.startsWith(QLatin1Char('#')))
+            continue;
         if (cut.kind == LineCut::Pair)
             checkPair(block, line, cut, &keys);
         else if (cut.kind == LineCut::NoColon)
             problem(line.number, "line-without-colon",
                     QStringLiteral("no ':' in %1; %2").arg(quoted(text), fate));
-        else if (cut.kind == LineCut::CommentedColon)
+        else if (cut.kind == LineCut::Commented)
             problem(
                 line.number, "key-commented",
                 QStringLiteral("a '#' stands before the ':' of %1; %2").arg(quoted(text), fate));
@@ -325,7 +310,7 @@ void Checker::checkCharacters(const InfoBlock& block)
     if (!block.open)
         lines.insert(lines.begin(), block.header);
     for (const InfoLine& line : lines) {
-        const QString text = decoded(block, textOf(m_bytes, line.span));
+        const QString text = decoded(block, trimmed(line.text));
         const auto* const other =
             std::find_if(text.begin(), text.end(), [](QChar c) { return c.unicode() > 255; });
         if (block.utf8 && other != text.end())
@@ -368,7 +353,8 @@ void Checker::checkChunk(const InfoBlock& block, Places* sections)
         return;
     }
     sections->insert(block.key, line);
-    if (textOf(m_bytes, cutLine(m_bytes, block.header.span).after).contains('#'))
+    const QLatin1String name = cutAtColon(block.header.text).after;
+    if (withoutComment(name) != name)
         note(line, "name-comment",
              QStringLiteral("a comment after the section name; a save drops it"));
     if (block.open)
@@ -381,12 +367,11 @@ void Checker::checkChunk(const InfoBlock& block, Places* sections)
 
 void Checker::checkSequence(const Document& document)
 {
-    const std::vector<InfoBlock> blocks = sequenceBlocksOf(m_bytes, document.textStart());
-    const int start = blocks.empty() ? int(m_bytes.size()) : blocks.front().header.span.start;
-    const InfoLines lines = linesOf(m_bytes, {document.textStart(), start}, 1);
-    const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
-        return !textOf(m_bytes, line.span).isEmpty();
-    });
+    const std::vector<InfoBlock> blocks = sequenceBlocksOf(document);
+    const QLatin1String whole = document.text();
+    const char* const start = blocks.empty() ? whole.end() : blocks.front().header.text.begin();
+    const InfoLines lines = linesOf(QLatin1String(whole.begin(), start));
+    const auto text = std::find_if(lines.begin(), lines.end(), hasText);
     if (text != lines.end())
         problem(text->number, "text-before-first-section",
                 QStringLiteral("text before the first section; a save drops it"));
@@ -407,11 +392,12 @@ void Checker::checkSequence(const Document& document)
 
 void Checker::checkPieces(const InfoLine& line, const QString& name)
 {
-    const int mark = int(m_bytes.indexOf(Text::BareMarker.data(), line.span.start));
-    if (!textOf(m_bytes, {line.span.start, mark}).isEmpty())
+    const QByteArray content(line.text.data(), int(line.text.size()));
+    const int mark = int(content.indexOf(Text::BareMarker.data()));
+    if (!content.left(mark).trimmed().isEmpty())
         problem(line.number, "text-before-mark",
                 QStringLiteral("text before the mark; it is not read"));
-    const QByteArray pairs = textOf(m_bytes, {mark + int(Text::BareMarker.size()), line.span.end});
+    const QByteArray pairs = content.mid(mark + int(Text::BareMarker.size())).trimmed();
     bool named = false;
     for (const QByteArray& piece : pairs.split(';')) {
         const QString text = QString::fromLatin1(piece.constData(), piece.size());
@@ -425,38 +411,39 @@ void Checker::checkPieces(const InfoLine& line, const QString& name)
                 QStringLiteral("no key %1; the line is passed over").arg(quoted(name)));
 }
 
+bool hasMark(QLatin1String line)
+{
+    const QLatin1String mark = Text::BareMarker;
+    return std::search(line.begin(), line.end(), mark.begin(), mark.end()) != line.end();
+}
+
 void Checker::checkIndex(const Document& document)
 {
-    const QString name = document.kind() == FileKind::StructureReferences
-                             ? Key::StructureReference
-                             : Key::FluorescentReference;
-    const Span text = trimmed(m_bytes, {document.textStart(), int(m_bytes.size())});
-    for (const InfoLine& line : linesOf(m_bytes, {document.textStart(), text.end}, 1)) {
-        const QByteArray content = textOf(m_bytes, line.span);
-        if (line.span.end <= text.start)
+    const QLatin1String text = trimmed(document.text());
+    for (const InfoLine& line : linesOf(QLatin1String(document.text().begin(), text.end()))) {
+        if (line.text.end() <= text.begin())
             continue;
-        if (!content.contains(Text::BareMarker.data())) {
+        if (!hasMark(line.text)) {
             problem(line.number, "line-without-mark",
                     QStringLiteral("no '***' in this line; reading ends here, the rest of the "
                                    "file is not read"));
             return;
         }
-        checkPieces(line, name);
+        checkPieces(line, document.referenceName());
     }
 }
 
 /** What a save would do to a file that is not in the form in which files are written. */
-void Checker::checkWrittenForm(const QByteArray& written)
+void Checker::checkWrittenForm(const Document& document, const QByteArray& written)
 {
     if (written == m_bytes)
         return;
     const auto place =
         std::mismatch(m_bytes.cbegin(), m_bytes.cend(), written.cbegin(), written.cend());
     const int same = int(place.first - m_bytes.cbegin());
-    const InfoLines lines = linesOf(m_bytes, {0, qMin(same + 1, int(m_bytes.size()))}, 1);
     const int lineEnds = int(m_bytes.count("\r\n"));
     const bool mixed = m_bytes.count('\n') != lineEnds || m_bytes.count('\r') != lineEnds;
-    note(lines.empty() ? 1 : lines.back().number, "not-in-written-form",
+    note(lineAt(document.text(), same - document.textStart()), "not-in-written-form",
          QStringLiteral("a save would lay the file out anew from here on%1")
              .arg(QLatin1String(mixed ? ", with CR LF line ends" : "")));
 }
@@ -475,9 +462,9 @@ void checkSpectral(const QString& path, const Document& document, Checker* check
 }
 
 /** Checks what the document is made of, in the way of its kind. */
-void checkContent(const QString& path, const Document& document, bool loads, CheckedFile* result)
+std::vector<Finding> checkContent(const QString& path, const Document& document, bool loads)
 {
-    Checker checker(document.bytes(), result);
+    Checker checker(document.bytes());
     if (!loads && document.isDicom() && document.textStart() == 0) {
         checker.problem(0, "not-loaded", document.problem());
     } else if (document.kind() == FileKind::SpectralAnalysis) {
@@ -492,7 +479,8 @@ void checkContent(const QString& path, const Document& document, bool loads, Che
     }
     const auto written = loads ? document.writtenForm() : std::nullopt;
     if (written)
-        checker.checkWrittenForm(*written);
+        checker.checkWrittenForm(document, *written);
+    return checker.findings;
 }
 
 void add(const std::vector<Finding>& findings, CheckedFile* result)
@@ -502,7 +490,7 @@ void add(const std::vector<Finding>& findings, CheckedFile* result)
 
 } // namespace
 
-int CheckedFile::problems() const
+int Findings::problems() const
 {
     return int(std::count_if(findings.begin(), findings.end(),
                              [](const Finding& finding) { return finding.isProblem; }));
@@ -519,7 +507,7 @@ CheckedFile checkFile(const QString& path)
     }
     result.kind = loads ? document.kindName() : QString();
     result.title = loads ? document.title() : QStringLiteral("cannot be loaded");
-    checkContent(path, document, loads, &result);
+    add(checkContent(path, document, loads), &result);
     add(damageOf(document, loads), &result);
     if (loads)
         add(checkKind(path, document), &result);

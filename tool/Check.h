@@ -22,14 +22,29 @@ struct Finding
     QString message;
 };
 
-struct CheckedFile
+/** Collects what is found. */
+struct Findings
+{
+    void problem(int line, const char* code, const QString& message)
+    {
+        findings.push_back({line, true, code, message});
+    }
+
+    void note(int line, const char* code, const QString& message)
+    {
+        findings.push_back({line, false, code, message});
+    }
+
+    [[nodiscard]] int problems() const;
+
+    std::vector<Finding> findings;
+};
+
+struct CheckedFile : Findings
 {
     QString failure; ///< why the file could not be read at all; empty when it was
     QString kind;    ///< as programs know it; empty when the file does not load
     QString title;
-    std::vector<Finding> findings; ///< in the order of their lines
-
-    [[nodiscard]] int problems() const;
 };
 
 CheckedFile checkFile(const QString& path);

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace ovparser::internal;
+
 namespace {
 
 namespace Text = PLKeyword::Text;
@@ -31,31 +33,28 @@ bool isSecondControl(QChar c)
 }
 
 /** What a line names: a key, or the key and name of a section. */
-QString namesIn(const QByteArray& bytes, Span line)
+QString namesIn(QLatin1String line)
 {
-    const LineCut cut = cutLine(bytes, line);
+    const LineCut cut = cutAtColon(line);
     if (cut.kind != LineCut::Pair)
         return {};
-    QByteArray names = textOf(bytes, cut.before);
+    QByteArray names(cut.before.data(), int(cut.before.size()));
     if (names.startsWith(Text::BareMarker.data()))
-        names += textOf(bytes, cut.after).split('#').first();
-    return isUtf8(names) ? QString::fromUtf8(names) : QString::fromLatin1(names);
+        appendText(names, withoutComment(cut.after));
+    return isUtf8(latin1View(names)) ? QString::fromUtf8(names) : QString::fromLatin1(names);
 }
 
-class DamageSearch
+class DamageSearch : public Findings
 {
 public:
     explicit DamageSearch(const Document& document)
         : m_document(document)
-        , m_bytes(document.bytes())
-        , m_firstHeader(document.startsWithoutHeader() ? 0
-                                                       : firstHeader(m_bytes, document.textStart()))
+        , m_sections(document.startsWithoutHeader() ? document.text().begin()
+                                                    : beforeHeaders(document.text()).end())
     {}
 
     void checkLine(const InfoLine& line);
     void checkEnd(int lastLine);
-
-    std::vector<Finding> findings;
 
 private:
     bool checkNuls(const InfoLine& line);
@@ -63,15 +62,14 @@ private:
     void checkPreamble(const InfoLine& line);
 
     const Document& m_document;
-    const QByteArray& m_bytes;
-    int m_firstHeader;
+    const char* m_sections; ///< where they begin
 };
 
 void DamageSearch::checkLine(const InfoLine& line)
 {
     if (checkNuls(line))
         return;
-    if (line.span.start < m_firstHeader)
+    if (line.text.begin() < m_sections)
         checkPreamble(line);
     else
         checkNames(line);
@@ -80,19 +78,18 @@ void DamageSearch::checkLine(const InfoLine& line)
 /** Whether there are any. */
 bool DamageSearch::checkNuls(const InfoLine& line)
 {
-    const char* const bytes = m_bytes.constData();
-    const auto nuls = std::count(bytes + line.span.start, bytes + line.span.end, '\0');
+    const auto nuls = std::count(line.text.begin(), line.text.end(), '\0');
     if (nuls > 0)
-        findings.push_back({line.number, true, "nul-bytes",
-                            QStringLiteral("%1 NUL bytes in this line; the text that stood there "
-                                           "is lost")
-                                .arg(nuls)});
+        problem(line.number, "nul-bytes",
+                QStringLiteral("%1 NUL bytes in this line; the text that stood there "
+                               "is lost")
+                    .arg(nuls));
     return nuls > 0;
 }
 
 void DamageSearch::checkNames(const InfoLine& line)
 {
-    const QString names = namesIn(m_bytes, line.span);
+    const QString names = namesIn(line.text);
     const bool control = std::any_of(names.cbegin(), names.cend(), isControl);
     if (control || std::any_of(names.cbegin(), names.cend(), isSecondControl))
         findings.push_back({line.number, control, "control-character",
@@ -102,23 +99,22 @@ void DamageSearch::checkNames(const InfoLine& line)
 /** A header is not seen when bytes that are no text stand before its mark. */
 void DamageSearch::checkPreamble(const InfoLine& line)
 {
-    const QByteArray text = textOf(m_bytes, line.span);
+    const QByteArray text(line.text.data(), int(line.text.size()));
     const QByteArray beforeMark = text.mid(0, text.indexOf(Text::BareMarker.data()));
     const bool hidesHeader =
         beforeMark.size() < text.size() &&
         std::any_of(beforeMark.cbegin(), beforeMark.cend(), [](char c) { return c < 0; });
     if (hidesHeader || std::any_of(text.cbegin(), text.cend(), isUnknown))
-        findings.push_back(
-            {line.number, true, "unknown-bytes",
-             QStringLiteral("bytes before the first section that are no text%1")
-                 .arg(QLatin1String(hidesHeader ? "; the header after them is not seen" : ""))});
+        problem(line.number, "unknown-bytes",
+                QStringLiteral("bytes before the first section that are no text%1")
+                    .arg(QLatin1String(hidesHeader ? "; the header after them is not seen" : "")));
 }
 
 /** A save ends with empty lines, so a text without them was cut, or is by another hand. */
 void DamageSearch::checkEnd(int lastLine)
 {
     constexpr int lineEnds = 4; // of the last line, of its section, and two of the document
-    QByteArray tail = m_bytes.right(2 * lineEnds).replace("\r\n", "\n");
+    QByteArray tail = m_document.bytes().right(2 * lineEnds).replace("\r\n", "\n");
     const char end = tail.contains('\n') ? '\n' : '\r';
     int found = 0;
     for (; tail.endsWith(end); tail.chop(1))
@@ -159,7 +155,7 @@ std::vector<Finding> damageOf(const Document& document, bool loads)
         search.findings.push_back(
             {1, false, "byte-order-mark",
              QStringLiteral("a byte order mark; it is passed over, and a save leaves it out")});
-    const InfoLines lines = linesOf(bytes, {document.textStart(), int(bytes.size())}, 1);
+    const InfoLines lines = linesOf(document.text());
     for (const InfoLine& line : lines)
         search.checkLine(line);
     if (loads && hasEnd(document))

@@ -3,6 +3,8 @@
 
 #include "Dicom.h"
 
+#include "PLKeywords.h"
+
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -144,7 +146,18 @@ std::optional<int> ElementWalk::end()
 
 std::optional<int> dataSetEnd(const QByteArray& bytes)
 {
-    if (bytes.mid(preambleSize, 4) != "DICM")
-        return std::nullopt;
-    return ElementWalk(bytes).end();
+    return isDicom(bytes) ? ElementWalk(bytes).end() : std::nullopt;
+}
+
+bool isDicom(const QByteArray& bytes)
+{
+    return bytes.mid(preambleSize, 4) == "DICM";
+}
+
+std::optional<int> appendedText(const QByteArray& bytes)
+{
+    const QByteArray header =
+        QByteArray(PLKeyword::Text::Marker.data()) + PLKeyword::Section::ClickNumber.data() + ':';
+    const auto start = bytes.toLower().lastIndexOf(header.toLower());
+    return start < 0 ? std::nullopt : std::optional(int(start));
 }

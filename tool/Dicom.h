@@ -3,7 +3,7 @@
 
 /**
  * @file
- * Where the data set of a DICOM file ends.
+ * Where the data set of a DICOM file ends, and where click info begins after it.
  */
 #ifndef OVINFO_DICOM_H
 #define OVINFO_DICOM_H
@@ -20,5 +20,10 @@
  * a sequence that cannot be followed
  */
 std::optional<int> dataSetEnd(const QByteArray& bytes);
+
+bool isDicom(const QByteArray& bytes);
+
+/** Where the click info begins that was appended last: at its "ClickNumber" header, if any. */
+std::optional<int> appendedText(const QByteArray& bytes);
 
 #endif

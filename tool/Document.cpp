@@ -3,11 +3,14 @@
 
 #include "Document.h"
 
+#include "Dicom.h"
 #include "Entries.h"
 #include "Files.h"
 #include "InfoScan.h"
 
 #include <algorithm>
+
+using namespace ovparser::internal;
 
 namespace {
 
@@ -102,13 +105,6 @@ QList<CPLSection*> allSections(const Sections& document)
     return sections;
 }
 
-/** The text of bytes that are Latin-1, with LF line ends. */
-QString decode(QByteArray bytes)
-{
-    bytes.replace("\r\n", "\n").replace('\r', '\n');
-    return QString::fromLatin1(bytes.constData(), bytes.size());
-}
-
 constexpr const char* byteOrderMark = "\xEF\xBB\xBF"; // of UTF-8
 
 /** Whether the first character is '<', in any of the encodings of XML. */
@@ -121,14 +117,6 @@ bool isXml(const QByteArray& bytes)
             start.remove(0, int(qstrlen(mark)));
     }
     return start.trimmed().startsWith('<');
-}
-
-/** Where the click info begins that was appended last, at its "ClickNumber" header; or -1. */
-int appendedText(const QByteArray& bytes)
-{
-    const QByteArray header =
-        QByteArray(PLKeyword::Text::Marker.data()) + Section::ClickNumber.data() + ':';
-    return int(bytes.toLower().lastIndexOf(header.toLower()));
 }
 
 bool hasSection(const CPLClickInfo& text, QLatin1String part)
@@ -180,10 +168,11 @@ std::optional<FileKind> kindOfKeyLines(const CPLSection& lines)
 bool Document::load(const QString& file)
 {
     m_path = file;
-    const auto bytes = readFile(file, &m_problem);
+    const auto bytes = ::readFile(file, &m_problem);
     if (!bytes)
         return false;
     m_bytes = *bytes;
+    m_lines = withoutLoneReturns(m_bytes);
     m_wasRead = true;
     if (m_bytes.startsWith(byteOrderMark))
         m_textStart = int(qstrlen(byteOrderMark));
@@ -199,9 +188,20 @@ QString Document::kindName() const
     return namesOf(m_kind).name;
 }
 
+QLatin1String Document::text() const
+{
+    return QLatin1String(m_lines.constData() + m_textStart, int(m_lines.size()) - m_textStart);
+}
+
 bool Document::isDicom() const
 {
-    return m_bytes.mid(128, 4) == "DICM";
+    return ::isDicom(m_bytes);
+}
+
+QString Document::referenceName() const
+{
+    return m_kind == FileKind::StructureReferences ? Key::StructureReference
+                                                   : Key::FluorescentReference;
 }
 
 bool Document::isIndex() const
@@ -292,13 +292,14 @@ bool Document::loadSummary(const QString& file)
 
 bool Document::loadDicom()
 {
-    const int start = appendedText(m_bytes);
-    if (start < 0) {
+    const auto start = appendedText(m_bytes);
+    if (!start) {
         m_problem = QStringLiteral("a DICOM file without click info");
         return false;
     }
-    m_textStart = start;
-    const tag_estatus status = m_text.loadTextBuffer(decode(m_bytes.mid(m_textStart)));
+    m_textStart = *start;
+    const tag_estatus status =
+        m_text.loadTextBuffer(latin1View(withLineFeeds(m_bytes.mid(m_textStart))));
     if (status != eSTATUS_SUCCESS)
         return setProblem(status);
     setTextKind();
@@ -309,16 +310,19 @@ bool Document::loadDicom()
 // the lines of a filter wheel into that section.
 bool Document::loadKeyLines()
 {
-    const int headerStart = firstHeader(m_bytes, m_textStart);
+    const QLatin1String before = beforeHeaders(text());
+    const auto part = [this](int start, int length) -> QString {
+        return latin1View(withLineFeeds(m_bytes.mid(start, length)));
+    };
+    const int end = placeOf(before.end());
     const QString header =
         PLKeyword::Text::Marker + QString(Section::CameraSystemInfo) + QLatin1Char(':');
     CPLClickInfo lines;
-    lines.loadTextBuffer(header + QLatin1Char('\n') +
-                         decode(m_bytes.mid(m_textStart, headerStart - m_textStart)));
+    lines.loadTextBuffer(header + QLatin1Char('\n') + part(m_textStart, end - m_textStart));
     const auto kind = kindOfKeyLines(*lines[0]);
     if (!kind || (*kind == FileKind::FilterWheel && m_text[0]) ||
         m_bytes.toLower().contains(header.toLatin1().toLower()) ||
-        lines.loadTextBuffer(decode(m_bytes.mid(headerStart))) != eSTATUS_SUCCESS)
+        lines.loadTextBuffer(part(end, -1)) != eSTATUS_SUCCESS)
         return false;
     m_text = lines;
     m_kind = *kind;
@@ -348,11 +352,8 @@ QStringList Document::preamble() const
 {
     if (m_kind == FileKind::Sequence || isIndex() || m_startsWithoutHeader)
         return {};
-    const Span text = trimmed(m_bytes, {m_textStart, int(m_bytes.size())});
-    QStringList lines;
-    for (const InfoLine& line : linesOf(m_bytes, {text.start, firstHeader(m_bytes, text.start)}, 1))
-        lines += decode(textOf(m_bytes, line.span));
-    return lines;
+    const QLatin1String content = trimmed(text());
+    return preambleOf(SourceText(QByteArray::fromRawData(content.data(), int(content.size()))));
 }
 
 QString Document::clickNumber() const

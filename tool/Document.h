@@ -57,6 +57,9 @@ public:
     /** Whether the sections are made of the lines of an index of references. */
     [[nodiscard]] bool isIndex() const;
 
+    /** The key that every line of such an index has. */
+    [[nodiscard]] QString referenceName() const;
+
     /** The section with this key, in any letter case; null when there is none. */
     [[nodiscard]] CPLSection* section(const QString& key) const;
 
@@ -75,9 +78,14 @@ public:
     /** The bytes of the file. */
     [[nodiscard]] const QByteArray& bytes() const { return m_bytes; }
 
-    /** Where the text begins in them: after a byte order mark, or after the image of a DICOM file.
-     */
+    /** The text in them: after a byte order mark or the image of a DICOM file; LF for a lone CR. */
+    [[nodiscard]] QLatin1String text() const;
+
+    /** Where the text begins in the bytes. */
     [[nodiscard]] int textStart() const { return m_textStart; }
+
+    /** Where a place of the text is in the bytes. */
+    [[nodiscard]] int placeOf(const char* place) const { return int(place - m_lines.constData()); }
 
     /** Whether it is a DICOM file. */
     [[nodiscard]] bool isDicom() const;
@@ -101,6 +109,7 @@ private:
 
     QString m_path;
     QByteArray m_bytes;
+    QByteArray m_lines; ///< the same with LF for a lone CR
     bool m_wasRead = false;
     int m_textStart = 0;
     CPLClickInfo m_text;

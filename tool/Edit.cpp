@@ -21,20 +21,21 @@ std::optional<QByteArray> encoded(const QString& text, bool utf8)
 }
 
 /** The file with a value replaced. The comment stays unless the new value brings its own. */
-QByteArray withValue(QByteArray bytes, Span place, QByteArray value)
+QByteArray withValue(const Document& document, QLatin1String old, QByteArray value)
 {
-    const QByteArray old = bytes.mid(place.start, place.end - place.start);
-    const int sign = int(old.indexOf('#'));
-    if (sign >= 0 && !value.contains('#')) {
+    const char* const sign = std::find(old.begin(), old.end(), '#');
+    if (sign != old.end() && !value.contains('#')) {
         // What parts a value from its comment goes and comes with the value.
-        const Span both = {place.start, place.start + sign};
-        place = value.isEmpty() ? both : trimmed(bytes, both);
-        if (place.start == place.end && !value.isEmpty())
+        const QLatin1String both(old.begin(), sign);
+        old = value.isEmpty() ? both : trimmed(both);
+        if (old.size() == 0 && !value.isEmpty())
             value += '\t';
     }
-    if (place.start == place.end && !value.isEmpty() && bytes[place.start - 1] == ':')
+    QByteArray bytes = document.bytes();
+    const int place = document.placeOf(old.begin());
+    if (old.size() == 0 && !value.isEmpty() && bytes[place - 1] == ':')
         value.prepend('\t');
-    return bytes.replace(place.start, place.end - place.start, value);
+    return bytes.replace(place, int(old.size()), value);
 }
 
 /** How lines end in a file: as the first one does. */
@@ -48,50 +49,50 @@ QByteArray lineEndOf(const QByteArray& bytes, int start)
 }
 
 /** Where the last of some lines ends that is not blank. */
-int endOf(const QByteArray& bytes, const InfoLines& lines, int otherwise)
+int endOf(const Document& document, const InfoLines& lines, const char* otherwise)
 {
-    const auto last = std::find_if(lines.rbegin(), lines.rend(), [&](const InfoLine& line) {
-        return cutLine(bytes, line.span).kind != LineCut::Blank;
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](const InfoLine& line) {
+        return trimmed(line.text).size() > 0;
     });
-    return last == lines.rend() ? otherwise : last->span.end;
+    return document.placeOf(last == lines.rend() ? otherwise : last->text.end());
 }
 
 /** The file with a line added at the end of a block. */
-QByteArray withLine(QByteArray bytes, const InfoBlock& block, const QByteArray& line)
+QByteArray withLine(const Document& document, const InfoBlock& block, const QByteArray& line)
 {
-    const int end = endOf(bytes, block.lines, block.header.span.end);
-    return bytes.insert(end, lineEndOf(bytes, block.header.span.start) + line);
+    QByteArray bytes = document.bytes();
+    const QByteArray lineEnd = lineEndOf(bytes, document.placeOf(block.header.text.begin()));
+    return bytes.insert(endOf(document, block.lines, block.header.text.end()), lineEnd + line);
 }
 
 /** The file with a section added at the end. */
-QByteArray withSection(QByteArray bytes, int start, const QByteArray& key, const QByteArray& line)
+QByteArray withSection(const Document& document, const QByteArray& key, const QByteArray& line)
 {
-    const int end = endOf(bytes, linesOf(bytes, {start, int(bytes.size())}, 1), start);
-    const QByteArray lineEnd = lineEndOf(bytes, start);
-    return bytes.insert(end, lineEnd + lineEnd + Text::Marker.data() + key + Text::KeyEnd.data() +
-                                 lineEnd + line);
+    QByteArray bytes = document.bytes();
+    const QLatin1String text = document.text();
+    const QByteArray lineEnd = lineEndOf(bytes, document.textStart());
+    return bytes.insert(endOf(document, linesOf(text), text.begin()),
+                        lineEnd + lineEnd + Text::Marker.data() + key + Text::KeyEnd.data() +
+                            lineEnd + line);
 }
 
-bool hasKey(const QByteArray& bytes, const InfoBlock& block, const InfoLine& line,
-            const QString& key)
+bool hasKey(const InfoBlock& block, const InfoLine& line, const QString& key)
 {
-    const LineCut cut = cutLine(bytes, line.span);
-    return cut.kind == LineCut::Pair &&
-           decoded(block, textOf(bytes, cut.before)).toLower() == key.toLower();
+    const LineCut cut = cutAtColon(line.text);
+    return cut.kind == LineCut::Pair && decoded(block, cut.before).toLower() == key.toLower();
 }
 
 /** The file without the lines of a key. */
-QByteArray withoutKey(QByteArray bytes, const InfoBlock& block, const QString& key)
+QByteArray withoutKey(const Document& document, const InfoBlock& block, const QString& key)
 {
+    QByteArray bytes = document.bytes();
     for (auto line = block.lines.rbegin(); line != block.lines.rend(); ++line) {
-        if (!hasKey(bytes, block, *line, key))
+        if (!hasKey(block, *line, key))
             continue;
-        int end = line->span.end;
-        if (bytes.mid(end, 2) == "\r\n")
-            end += 2;
-        else if (end < bytes.size())
-            ++end;
-        bytes.remove(line->span.start, end - line->span.start);
+        const int start = document.placeOf(line->text.begin());
+        const int end = start + int(line->text.size());
+        const int lineEnd = bytes.mid(end, 2) == "\r\n" ? 2 : 1; // the last line may have none
+        bytes.remove(start, end + lineEnd - start);
     }
     return bytes;
 }
@@ -126,8 +127,8 @@ Edited added(const Document& document, const Edit& edit)
     if (!key || !line)
         return unencoded();
     Edited result;
-    result.bytes = noSection ? withSection(document.bytes(), document.textStart(), *key, *line)
-                             : withLine(document.bytes(), *block, *line);
+    result.bytes =
+        noSection ? withSection(document, *key, *line) : withLine(document, *block, *line);
     return result;
 }
 
@@ -140,7 +141,7 @@ Edited replaced(const Document& document, const Edit& edit)
     if (!value)
         return unencoded();
     Edited result;
-    result.bytes = withValue(document.bytes(), place->span, *value);
+    result.bytes = withValue(document, place->text, *value);
     return result;
 }
 
@@ -149,7 +150,7 @@ Edited removed(const Document& document, const Edit& edit)
     Edited result;
     const auto block = findBlock(document, edit.section);
     if (block)
-        result.bytes = withoutKey(document.bytes(), *block, edit.key);
+        result.bytes = withoutKey(document, *block, edit.key);
     else
         result.problem = QStringLiteral("nothing can be taken out of a file of this kind");
     return result;
@@ -169,7 +170,7 @@ QList<Entry> editedEntries(QList<Entry> entries, const Edit& edit)
         entries.erase(std::remove_if(entries.begin(), entries.end(), has), entries.end());
         return entries;
     }
-    const CommentedText value = withoutComment(edit.value);
+    const CommentedText value = cutComment(edit.value);
     if (std::none_of(entries.cbegin(), entries.cend(), has)) {
         int end = int(entries.size());
         while (end > 0 && !entries.at(end - 1).isPair() && entries.at(end - 1).comment.isEmpty())

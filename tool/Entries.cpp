@@ -6,8 +6,7 @@
 #include "Json.h"
 
 #include "PLKeywords.h"
-
-#include <algorithm>
+#include "internal/text/InfoText.h"
 
 namespace {
 
@@ -21,15 +20,7 @@ QJsonObject entryJson(const Entry& entry)
 
 } // namespace
 
-QString trimmed(const QString& text)
-{
-    const auto isSpace = [](QChar c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); };
-    const auto* const first = std::find_if_not(text.cbegin(), text.cend(), isSpace);
-    const auto* const last = std::find_if_not(text.crbegin(), text.crend(), isSpace).base();
-    return first < last ? text.mid(int(first - text.cbegin()), int(last - first)) : QString();
-}
-
-CommentedText withoutComment(const QString& raw)
+CommentedText cutComment(const QString& raw)
 {
     const auto sign = raw.indexOf(QLatin1Char('#'));
     if (sign < 0)
@@ -49,7 +40,7 @@ CommentedText nameOf(const CPLSection& section)
 {
     QString name;
     section.getSectionName(&name, true);
-    return withoutComment(name.remove(QLatin1Char('\n')));
+    return cutComment(name.remove(QLatin1Char('\n')));
 }
 
 QList<Entry> entriesOf(const CPLSection& section)
@@ -67,8 +58,7 @@ QList<Entry> entriesOf(const CPLSection& section)
             entries.append({QString(), QString(), line});
             continue;
         }
-        const CommentedText value =
-            withoutComment(line.mid(colon + PLKeyword::Text::KeyEnd.size()));
+        const CommentedText value = cutComment(line.mid(colon + PLKeyword::Text::KeyEnd.size()));
         entries.append({line.left(colon), value.text, value.comment});
     }
     return entries;

@@ -9,13 +9,13 @@
 #define OVINFO_ENTRIES_H
 
 #include "PLSection.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-/** A text without white space of ASCII at both ends, which is all that the library cuts off. */
-QString trimmed(const QString& text);
+using ovparser::internal::trimmed;
 
 /** A text without its comment, and the comment from its '#' on; empty when there is none. */
 struct CommentedText
@@ -24,7 +24,7 @@ struct CommentedText
     QString comment;
 };
 
-CommentedText withoutComment(const QString& raw);
+CommentedText cutComment(const QString& raw);
 
 /** A pair, or a comment line: then the key is null and the value empty. */
 struct Entry

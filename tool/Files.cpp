@@ -3,8 +3,9 @@
 
 #include "Files.h"
 
-#include "internal/TextFile.h"
+#include "internal/text/TextFile.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -12,6 +13,7 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/file.h>
+#include <sys/stat.h>
 #endif
 
 using ovparser::internal::writeFile;
@@ -76,26 +78,32 @@ QString otherThanFile(const QString& path)
     return info.exists() && !info.isFile() ? QStringLiteral("not a regular file") : QString();
 }
 
+FileStamp stampOf(const QString& path)
+{
+#ifdef Q_OS_LINUX
+    // Qt would make a local time of it, for which the C runtime looks for the time zone each time.
+    struct stat info = {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return {};
+    return {info.st_size,
+            qint64(info.st_mtim.tv_sec) * 1000 + qint64(info.st_mtim.tv_nsec) / 1000000};
+#else
+    const QFileInfo info(path);
+    return {info.size(), info.lastModified().toMSecsSinceEpoch()};
+#endif
+}
+
 std::optional<QByteArray> readFile(const QString& path, QString* problem)
 {
     *problem = otherThanFile(path);
     if (!problem->isEmpty())
         return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *problem = explained(eSTATUS_FILE_OPEN_FAILED, path);
-        return std::nullopt;
-    }
-    if (file.size() > ovparser::internal::maxTextFileSize) {
-        *problem = explained(eSTATUS_OUT_OF_MEMORY, path);
-        return std::nullopt;
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        *problem = explained(eSTATUS_FILE_READ_FAILED, path);
-        return std::nullopt;
-    }
-    return bytes;
+    QByteArray bytes;
+    const tag_estatus status = ovparser::internal::readFile(path, &bytes);
+    if (status == eSTATUS_SUCCESS)
+        return bytes;
+    *problem = explained(status, path);
+    return std::nullopt;
 }
 
 bool saveFile(const QString& path, const QByteArray& bytes)

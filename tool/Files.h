@@ -31,6 +31,16 @@ QString explained(tag_estatus status, const QString& path, Access access = Acces
 /** What a path names instead of a file: a folder, pipe or device; empty for a file or nothing. */
 QString otherThanFile(const QString& path);
 
+/** The size of a file, and when it was last changed, in milliseconds since 1970. */
+struct FileStamp
+{
+    qint64 size = 0;
+    qint64 time = 0;
+};
+
+/** The stamp of a file; zeros when there is none. */
+FileStamp stampOf(const QString& path);
+
 /**
  * Reads a file as a whole.
  *

@@ -3,14 +3,16 @@
 
 #include "Found.h"
 
+#include "Dicom.h"
 #include "Files.h"
 #include "Json.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QFile>
 
-namespace {
+using namespace ovparser::internal;
 
-namespace Section = PLKeyword::Section;
+namespace {
 
 /** What the kinds are called, and the form of their records. */
 struct KindRow
@@ -48,17 +50,6 @@ void readText(const Wanted& wanted, Found* found)
     take(status, info, wanted, found);
 }
 
-/** The click info that was appended last; empty when there is none. */
-QByteArray appendedText(QFile* file)
-{
-    const QByteArray header =
-        QByteArray(PLKeyword::Text::Marker.data()) + Section::ClickNumber.data() + ':';
-    file->seek(qMax(qint64(0), file->size() - dicomTail));
-    const QByteArray tail = file->readAll();
-    const auto start = tail.toLower().lastIndexOf(header.toLower());
-    return start < 0 ? QByteArray() : tail.mid(start);
-}
-
 void readDicom(const Wanted& wanted, Found* found)
 {
     QFile file(found->file);
@@ -66,14 +57,14 @@ void readDicom(const Wanted& wanted, Found* found)
         found->problem = explained(eSTATUS_FILE_OPEN_FAILED, found->file);
         return;
     }
-    QByteArray text = appendedText(&file);
-    found->empty = text.isEmpty();
+    file.seek(qMax(qint64(0), file.size() - dicomTail));
+    const QByteArray tail = file.readAll();
+    const auto start = appendedText(tail);
+    found->empty = !start;
     if (found->empty)
         return;
-    text.replace("\r\n", "\n").replace('\r', '\n');
     CPLClickInfo info;
-    const tag_estatus status =
-        info.loadTextBuffer(QString::fromLatin1(text.constData(), text.size()));
+    const tag_estatus status = info.loadTextBuffer(latin1View(withLineFeeds(tail.mid(*start))));
     take(status, info, wanted, found);
 }
 

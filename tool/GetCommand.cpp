@@ -43,7 +43,7 @@ tag_estatus find(const Document& document, Answer* answer)
     section->getRawValue(answer->key, &raw);
     // The last value of a reference keeps the line end of its file.
     answer->value = value.remove(QLatin1Char('\n'));
-    answer->comment = withoutComment(raw.remove(QLatin1Char('\n'))).comment;
+    answer->comment = cutComment(raw.remove(QLatin1Char('\n'))).comment;
     answer->key = spellingOf(*section, answer->key);
     answer->section = keyOf(*section);
     return eSTATUS_SUCCESS;

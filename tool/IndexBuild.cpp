@@ -38,6 +38,19 @@ QString insertInto(const char* table, int columns)
         .arg(QLatin1String(table), placeholders(columns));
 }
 
+/** An index of SQL, which is made when all rows are there. */
+struct IndexRow
+{
+    const char* name;
+    const char* columns;
+};
+
+constexpr IndexRow indexes[] = {
+    {"files_path", "files (path)"},
+    {"acquisitions_click_number", "acquisitions (\"clickNumber\")"},
+    {"entries_section_key", "entries (section, key)"},
+};
+
 /** A text that is no NULL in SQL, even if it is null. */
 QVariant textFor(const QString& text)
 {
@@ -84,6 +97,7 @@ void IndexBuild::closeStatements()
     m_insertFile = QSqlQuery();
     m_insertAcquisition = QSqlQuery();
     m_insertEntry = QSqlQuery();
+    m_sequenceBefore = QSqlQuery();
 }
 
 QString IndexBuild::problem() const
@@ -93,14 +107,37 @@ QString IndexBuild::problem() const
 
 bool IndexBuild::start()
 {
-    m_file = IndexFile::create(secondFile(), m_source, &m_problem);
-    if (!m_file)
-        return false;
+    m_file = IndexFile::create(secondFile(), &m_problem);
+    return m_file && open();
+}
+
+bool IndexBuild::startFromOld()
+{
+    m_file = IndexFile::createFrom(m_path, secondFile(), &m_problem);
+    m_hasIndexes = true;
+    return m_file && open();
+}
+
+bool IndexBuild::open()
+{
     m_insertFile = m_file->prepared(insertInto("files", 7));
     m_insertAcquisition =
         m_file->prepared(insertInto("acquisitions", int(recordColumns().size()) + 1));
     m_insertEntry = m_file->prepared(insertInto("entries", entryColumnCount));
+    m_sequenceBefore = m_file->prepared(QStringLiteral(
+        "SELECT id FROM main.files WHERE id < ? AND kind = ? ORDER BY id DESC LIMIT 1"));
     return true;
+}
+
+/** The row of the sequence that lists the file of a row. */
+qint64 IndexBuild::sequenceBefore(qint64 row)
+{
+    const bool found =
+        m_file->run(&m_sequenceBefore, {row, QString(kindName(Found::SequenceFile))}) &&
+        m_sequenceBefore.next();
+    const qint64 sequence = found ? m_sequenceBefore.value(0).toLongLong() : 0;
+    m_sequenceBefore.finish();
+    return sequence;
 }
 
 void IndexBuild::addFile(FileRow row)
@@ -117,6 +154,11 @@ void IndexBuild::addFile(FileRow row)
 void IndexBuild::add(FileRow row, const Found& found)
 {
     addFile(std::move(row));
+    addRows(found);
+}
+
+void IndexBuild::addRows(const Found& found)
+{
     if (found.isRecord()) {
         QVariantList values = {m_count};
         const QJsonArray cells = recordRow(recordOf(Wanted(), found));
@@ -189,22 +231,48 @@ void IndexBuild::copy(qint64 first, qint64 last)
                                "comment FROM source.entries WHERE file")
                     .arg(shift) +
                 range);
-    QSqlQuery sequence = m_file->prepared(
-        QStringLiteral("SELECT max(id) FROM main.files WHERE id > ? AND kind = ?"));
-    m_file->run(&sequence, {m_count, QString(kindName(Found::SequenceFile))});
-    if (sequence.next() && !sequence.isNull(0))
-        m_sequence = sequence.value(0).toLongLong();
     m_count += last - first + 1;
+    m_sequence = sequenceBefore(m_count + 1);
+}
+
+void IndexBuild::deleteRows(const char* condition, qint64 row)
+{
+    for (const char* const table :
+         {"entries WHERE file", "acquisitions WHERE file", "files WHERE id"})
+        m_file->run(QStringLiteral("DELETE FROM %1 %2 %3")
+                        .arg(QLatin1String(table), QLatin1String(condition))
+                        .arg(row));
+}
+
+void IndexBuild::replace(FileRow row, const Found& found)
+{
+    deleteRows("=", row.id);
+    m_count = row.id - 1;
+    m_sequence = sequenceBefore(row.id);
+    add(std::move(row), found);
+}
+
+void IndexBuild::cut(qint64 first)
+{
+    for (const IndexRow& index : indexes)
+        m_file->run(QStringLiteral("DROP INDEX ") + QLatin1String(index.name));
+    m_hasIndexes = false;
+    deleteRows(">=", first);
+    m_count = first - 1;
+    m_sequence = sequenceBefore(first);
 }
 
 bool IndexBuild::finish()
 {
     closeStatements();
-    for (const char* const statement :
-         {"CREATE INDEX files_path ON files (path)",
-          "CREATE INDEX acquisitions_click_number ON acquisitions (\"clickNumber\")",
-          "CREATE INDEX entries_section_key ON entries (section, key)", "COMMIT"})
-        m_file->run(QLatin1String(statement));
+    for (const IndexRow& index : indexes) {
+        if (!m_hasIndexes)
+            m_file->run(QStringLiteral("CREATE INDEX %1 ON %2")
+                            .arg(QLatin1String(index.name), QLatin1String(index.columns)));
+    }
+    // Counts how often tables were changed, which says nothing of what is in them.
+    m_file->run(QStringLiteral("PRAGMA schema_version = 1"));
+    m_file->run(QStringLiteral("COMMIT"));
     QFile::remove(finishedFile());
     // The layout of the pages then depends on the rows alone, not on how they came.
     QSqlQuery vacuum = m_file->prepared(QStringLiteral("VACUUM INTO ?"));
@@ -212,10 +280,10 @@ bool IndexBuild::finish()
     m_problem = m_file->problem();
     vacuum = QSqlQuery();
     m_file.reset();
-    return m_problem.isEmpty() && replace();
+    return m_problem.isEmpty() && takePlace();
 }
 
-bool IndexBuild::replace()
+bool IndexBuild::takePlace()
 {
     const QFileInfo old(m_path);
     const QString target = old.exists() ? old.canonicalFilePath() : m_path;

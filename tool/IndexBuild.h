@@ -27,11 +27,12 @@ public:
     /** Removes the second file when the build was not finished. */
     ~IndexBuild();
 
-    /** Takes the rows of another index over with copy(). To be called before start(). */
-    void setSource(const QString& path) { m_source = path; }
-
-    /** Makes the second file; false when that fails. */
+    /** Makes the second file without a row; false when that fails. */
     bool start();
+
+    /** Makes it of a copy of the index, which replace(), cut() and copy() change; false as above.
+     */
+    bool startFromOld();
 
     [[nodiscard]] bool isStarted() const { return m_file != nullptr; }
 
@@ -41,11 +42,14 @@ public:
     /** Adds a file with its rows in another index. */
     void add(FileRow row, IndexFile* other);
 
-    /** Adds the files from one row to another of the source, together. */
+    /** Adds the files from one row to another of the old index, together. */
     void copy(qint64 first, qint64 last);
 
-    /** How many files were added. */
-    [[nodiscard]] qint64 count() const { return m_count; }
+    /** Puts a file that was read in the place of the row with its number. */
+    void replace(FileRow row, const Found& found);
+
+    /** Takes the rows from one on out again; others are then added after those that stay. */
+    void cut(qint64 first);
 
     /** Puts the new index in place; false when something went wrong since start(). */
     bool finish();
@@ -54,22 +58,27 @@ public:
     [[nodiscard]] QString problem() const;
 
 private:
+    bool open();
+    [[nodiscard]] qint64 sequenceBefore(qint64 row);
     void addFile(FileRow row);
+    void addRows(const Found& found);
+    void deleteRows(const char* condition, qint64 row);
     void addEntries(const QList<SectionText>& sections);
     void addEntry(int place, const SectionText& section, const Entry& entry);
     void closeStatements(); ///< which must be gone before their connection
-    bool replace();
+    bool takePlace();
     [[nodiscard]] QString secondFile() const { return m_path + QLatin1String(".part"); }
     [[nodiscard]] QString finishedFile() const { return m_path + QLatin1String(".new"); }
 
     QString m_path;
-    QString m_source;
     std::unique_ptr<IndexFile> m_file;
     QSqlQuery m_insertFile;
     QSqlQuery m_insertAcquisition;
     QSqlQuery m_insertEntry;
-    qint64 m_count = 0;
+    QSqlQuery m_sequenceBefore;
+    qint64 m_count = 0;    ///< how many files were added
     qint64 m_sequence = 0; ///< the row of the sequence whose acquisitions are being added
+    bool m_hasIndexes = false;
     QString m_problem;
 };
 

@@ -4,6 +4,7 @@
 #include "ArchiveRequest.h"
 #include "Commands.h"
 #include "FailureList.h"
+#include "Files.h"
 #include "IndexMerge.h"
 #include "IndexUpdate.h"
 #include "Interrupt.h"
@@ -77,12 +78,16 @@ ExitCode indexCommand(const Request& request)
     const QString path = request.value(Options::indexFile);
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
         return fail(BadFile, QStringLiteral("Qt's driver for SQLite (QSQLITE) is not installed"));
-    QLockFile lock(path + QLatin1String(".lock"));
+    const QString lockPath = path + QLatin1String(".lock");
+    QLockFile lock(lockPath);
     lock.setStaleLockTime(0); // only a program that has ended leaves its lock to others
-    if (!lock.tryLock())
-        return fail(path, lock.error() == QLockFile::LockFailedError
-                              ? QStringLiteral("another run is writing it")
-                              : QStringLiteral("no file can be made in its folder"));
+    if (!lock.tryLock()) {
+        const char* const obstacle = obstacleOf(lockPath, Access::Write);
+        return fail(path,
+                    lock.error() == QLockFile::LockFailedError
+                        ? QStringLiteral("another run is writing it")
+                        : QLatin1String(obstacle ? obstacle : "no file can be made in its folder"));
+    }
     return request.has(Options::merge) ? mergeIndexes(request.files, path)
                                        : indexArchive(request, *archive, path);
 }

@@ -48,8 +48,7 @@ QStringList settings()
 
 QStringList tables()
 {
-    return {QStringLiteral("BEGIN"),
-            QStringLiteral("CREATE TABLE schema_version (version INTEGER NOT NULL)"),
+    return {QStringLiteral("CREATE TABLE schema_version (version INTEGER NOT NULL)"),
             QStringLiteral("INSERT INTO schema_version VALUES (%1)").arg(schemaVersion),
             QStringLiteral("CREATE TABLE files (id INTEGER PRIMARY KEY, path TEXT NOT NULL, "
                            "size INTEGER, mtime INTEGER, kind TEXT NOT NULL, "
@@ -118,21 +117,36 @@ QString IndexFile::refusal()
                : QStringLiteral("an index of version %1; left alone").arg(version);
 }
 
-std::unique_ptr<IndexFile> IndexFile::create(const QString& path, const QString& source,
-                                             QString* problem)
+std::unique_ptr<IndexFile> IndexFile::create(const QString& path, QString* problem)
 {
     QFile::remove(path);
+    return make(path, QStringList{QStringLiteral("BEGIN")} + tables(), problem);
+}
+
+std::unique_ptr<IndexFile> IndexFile::createFrom(const QString& source, const QString& path,
+                                                 QString* problem)
+{
+    QFile::remove(path);
+    if (!QFile::copy(source, path)) {
+        *problem = QStringLiteral("no second file can be made beside it");
+        return nullptr;
+    }
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    QString name = source;
+    name.replace(QLatin1Char('\''), QLatin1String("''"));
+    return make(path, {QStringLiteral("ATTACH '%1' AS source").arg(name), QStringLiteral("BEGIN")},
+                problem);
+}
+
+std::unique_ptr<IndexFile> IndexFile::make(const QString& path, const QStringList& statements,
+                                           QString* problem)
+{
     std::unique_ptr<IndexFile> file(new IndexFile(path));
     if (!file->m_database.open()) {
         *problem = file->m_database.lastError().text();
         return nullptr;
     }
-    for (const QString& statement : settings())
-        file->run(statement);
-    QSqlQuery attach = file->prepared(QStringLiteral("ATTACH ? AS source"));
-    if (!source.isEmpty())
-        file->run(&attach, {source});
-    for (const QString& statement : tables())
+    for (const QString& statement : settings() + statements)
         file->run(statement);
     *problem = file->problem();
     return problem->isEmpty() ? std::move(file) : nullptr;

@@ -41,13 +41,12 @@ public:
      */
     static std::unique_ptr<IndexFile> open(const QString& path, QString* problem);
 
-    /**
-     * Makes a file with the tables of an index, and begins its only transaction.
-     *
-     * @param source  an index that statements can name "source"; may be empty
-     */
-    static std::unique_ptr<IndexFile> create(const QString& path, const QString& source,
-                                             QString* problem);
+    /** Makes a file with the tables of an index, and begins its only transaction. */
+    static std::unique_ptr<IndexFile> create(const QString& path, QString* problem);
+
+    /** The same with all that an index holds, which statements can then name "source". */
+    static std::unique_ptr<IndexFile> createFrom(const QString& source, const QString& path,
+                                                 QString* problem);
 
     IndexFile(const IndexFile&) = delete;
     IndexFile& operator=(const IndexFile&) = delete;
@@ -70,6 +69,8 @@ public:
 
 private:
     explicit IndexFile(const QString& path);
+    static std::unique_ptr<IndexFile> make(const QString& path, const QStringList& statements,
+                                           QString* problem);
     QString refusal();
 
     QString m_path;

@@ -3,14 +3,21 @@
 
 #include "IndexUpdate.h"
 
-#include <QtCore/QDateTime>
+#include "Files.h"
+
 #include <QtCore/QFileInfo>
 
 namespace {
 
-FileRow rowFor(const Found& found)
+bool isListed(const Found& found)
+{
+    return found.kind != Found::SequenceFile && found.acquisition.sequence;
+}
+
+FileRow rowFor(const Found& found, qint64 id)
 {
     FileRow row;
+    row.id = id;
     row.path = found.acquisition.path;
     row.kind = kindName(found.kind);
     row.status =
@@ -19,12 +26,17 @@ FileRow rowFor(const Found& found)
         row.size = found.size;
         row.time = found.time;
     }
-    const bool isListed = found.kind != Found::SequenceFile && found.acquisition.sequence;
-    row.sequence = isListed ? 1 : 0;
+    row.sequence = isListed(found) ? 1 : 0;
     return row;
 }
 
-/** Whether a row tells of a file as it is now. */
+/** Whether a row is one of a file, be it as it was or not. */
+bool isOf(const FileRow& row, const Found& found)
+{
+    return row.id > 0 && row.path == found.acquisition.path && row.kind == kindName(found.kind);
+}
+
+/** Whether a row tells of its file as it is now. */
 bool isSame(const FileRow& row, const Found& found)
 {
     if (!found.problem.isEmpty())
@@ -48,74 +60,105 @@ bool IndexUpdate::open()
     m_old = IndexFile::open(m_path, &m_problem);
     if (!m_old)
         return false;
-    m_build.setSource(m_path);
+    m_old->run(QStringLiteral("BEGIN")); // locks it once, and not for each statement
     m_oldCount = m_old->fileCount();
+    m_inPlace = true;
+    m_rows = m_old->prepared(selectFiles() + QLatin1String(" WHERE id >= ? ORDER BY id"));
     m_rowById = m_old->prepared(selectFiles() + QLatin1String(" WHERE id = ?"));
-    m_rowByPath = m_old->prepared(selectFiles() + QLatin1String(" WHERE path = ? ORDER BY id"));
+    m_idByPath = m_old->prepared(
+        QStringLiteral("SELECT id FROM files WHERE path = ? AND kind = ? ORDER BY id"));
+    expectFrom(1);
     return true;
 }
 
-/** Whether a query gives a row of the file as it is now; of its sequence the same must be true. */
-bool IndexUpdate::isRow(QSqlQuery* query, const QVariant& wanted, const Found& found, FileRow* row)
+void IndexUpdate::expectFrom(qint64 row)
 {
-    const bool isListed = found.kind != Found::SequenceFile && found.acquisition.sequence;
-    const qint64 sequence = isListed ? m_knownSequence : 0;
-    if ((isListed && sequence == 0) || !m_old->run(query, {wanted}))
-        return false;
-    bool isFound = false;
-    while (!isFound && query->next()) {
-        *row = fileRowOf(*query);
-        isFound = row->path == found.acquisition.path && row->kind == kindName(found.kind) &&
-                  row->sequence == sequence && isSame(*row, found);
-    }
-    query->finish();
-    return isFound;
+    m_old->run(&m_rows, {row});
+    expectNext();
 }
 
+void IndexUpdate::expectNext()
+{
+    m_expected = m_rows.next() ? fileRowOf(m_rows) : FileRow();
+}
+
+/** Goes to the row of a file where the walk and the index do not agree. */
+void IndexUpdate::seek(const Found& found)
+{
+    const bool isThere =
+        m_old->run(&m_idByPath, {found.acquisition.path, QString(kindName(found.kind))}) &&
+        m_idByPath.next();
+    if (isThere)
+        expectFrom(m_idByPath.value(0).toLongLong());
+    m_idByPath.finish();
+}
+
+/** The row of a file as it is now; of its sequence the same must be true. */
 qint64 IndexUpdate::findRow(const Found& found)
 {
-    FileRow row;
-    const bool isFound = isRow(&m_rowById, m_next, found, &row) ||
-                         isRow(&m_rowByPath, found.acquisition.path, found, &row);
-    return isFound ? row.id : 0;
+    if (!isOf(m_expected, found))
+        seek(found);
+    if (!isOf(m_expected, found))
+        return 0;
+    const FileRow row = m_expected;
+    expectNext();
+    const bool needsSequence = isListed(found);
+    const bool isInSequence = row.sequence == (needsSequence ? m_knownSequence : 0);
+    return isInSequence && (!needsSequence || m_knownSequence > 0) && isSame(row, found) ? row.id
+                                                                                         : 0;
 }
 
 void IndexUpdate::look(Found* found)
 {
     if (found->toRead) {
-        const QFileInfo info(found->file);
-        found->size = info.size();
-        found->time = info.lastModified().toMSecsSinceEpoch();
+        const FileStamp stamp = stampOf(found->file);
+        found->size = stamp.size;
+        found->time = stamp.time;
     }
     if (m_old)
         found->known = findRow(*found);
     if (found->kind == Found::SequenceFile)
         m_knownSequence = found->known;
-    if (found->known == 0)
-        return;
-    found->toRead = false;
-    m_next = found->known + 1;
+    found->toRead = found->toRead && found->known == 0;
 }
 
-/** Whether the old index has the same row in the same place. */
-bool IndexUpdate::isAsBefore(const Found& found)
+/** The row of the old index in the place of the one that is made. */
+FileRow IndexUpdate::oldRow()
 {
-    if (found.known > 0)
-        return found.known == m_seen;
-    FileRow row;
-    if (found.problem.isEmpty() || !m_old->run(&m_rowById, {m_seen}) || !m_rowById.next())
-        return false;
-    row = fileRowOf(m_rowById);
+    const bool isThere = m_old->run(&m_rowById, {m_seen}) && m_rowById.next();
+    FileRow row = isThere ? fileRowOf(m_rowById) : FileRow();
     m_rowById.finish();
-    const FileRow wanted = rowFor(found);
-    return row.path == wanted.path && row.kind == wanted.kind && row.status == wanted.status &&
-           (row.sequence > 0) == (wanted.sequence > 0);
+    return row;
 }
 
-void IndexUpdate::startWriting()
+/** Whether a row is made over the one that has its place; otherwise the places move from here on.
+ */
+bool IndexUpdate::putInPlace(const Found& found)
 {
-    if (m_build.start() && m_seen > 1)
-        m_build.copy(1, m_seen - 1);
+    if (found.known == m_seen)
+        return true;
+    const FileRow old = oldRow();
+    const FileRow row = rowFor(found, m_seen);
+    if (found.known > 0 || !isOf(old, found))
+        return false;
+    const bool isAsBefore = !found.problem.isEmpty() && old.status == row.status &&
+                            (old.sequence > 0) == (row.sequence > 0);
+    if (!isAsBefore && startWriting())
+        m_build.replace(row, found);
+    return true;
+}
+
+bool IndexUpdate::startWriting()
+{
+    return m_build.isStarted() || m_build.startFromOld();
+}
+
+/** Lets the places move from the row that is made on. */
+void IndexUpdate::leavePlaces()
+{
+    m_inPlace = false;
+    if (startWriting())
+        m_build.cut(m_seen);
 }
 
 void IndexUpdate::flush()
@@ -128,18 +171,17 @@ void IndexUpdate::flush()
 void IndexUpdate::add(const Found& found)
 {
     ++m_seen;
-    if (!m_build.isStarted()) {
-        if (isAsBefore(found))
-            return;
-        startWriting();
-    }
+    if (m_inPlace && putInPlace(found))
+        return;
+    if (m_inPlace)
+        leavePlaces();
     if (!m_build.isStarted())
         return;
     const bool goesOn = found.known > 0 && m_firstKnown > 0 && found.known == m_lastKnown + 1;
     if (!goesOn)
         flush();
     if (found.known == 0) {
-        m_build.add(rowFor(found), found);
+        m_build.add(rowFor(found, m_seen), found);
         return;
     }
     if (!goesOn)
@@ -149,15 +191,15 @@ void IndexUpdate::add(const Found& found)
 
 bool IndexUpdate::finish()
 {
-    if (!m_build.isStarted() && m_seen == m_oldCount)
-        return true;
-    if (!m_build.isStarted()) {
-        ++m_seen;
-        startWriting();
-    }
+    ++m_seen;
+    if (m_inPlace && m_seen <= m_oldCount)
+        leavePlaces();
+    if (m_old && !m_build.isStarted())
+        return !isFailed();
     flush();
+    m_rows = QSqlQuery();
     m_rowById = QSqlQuery();
-    m_rowByPath = QSqlQuery();
+    m_idByPath = QSqlQuery();
     m_old.reset();
     return !isFailed() && m_build.finish();
 }

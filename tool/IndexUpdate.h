@@ -40,21 +40,27 @@ public:
     }
 
 private:
+    void expectFrom(qint64 row);
+    void expectNext();
+    void seek(const Found& found);
     qint64 findRow(const Found& found);
-    bool isRow(QSqlQuery* query, const QVariant& wanted, const Found& found, FileRow* row);
-    bool isAsBefore(const Found& found);
-    void startWriting();
+    FileRow oldRow();
+    bool putInPlace(const Found& found);
+    bool startWriting();
+    void leavePlaces();
     void flush();
 
     QString m_path;
     std::unique_ptr<IndexFile> m_old; ///< null when there is none
+    QSqlQuery m_rows;                 ///< what look() expects, row by row
     QSqlQuery m_rowById;
-    QSqlQuery m_rowByPath;
+    QSqlQuery m_idByPath;
+    FileRow m_expected; ///< without a number behind the last one
     IndexBuild m_build;
     QString m_problem;
+    bool m_inPlace = false; ///< whether every row has the place yet that it had before
     qint64 m_oldCount = 0;
     qint64 m_seen = 0;          ///< how many files were added
-    qint64 m_next = 1;          ///< the row of the old index that is expected by look()
     qint64 m_knownSequence = 0; ///< the old row of the sequence that look() is at; 0: not known
     qint64 m_firstKnown = 0;    ///< known rows that are still to be copied, from this one
     qint64 m_lastKnown = 0;     ///< to this one

@@ -5,166 +5,140 @@
 
 #include <algorithm>
 
+using namespace ovparser::internal;
+
 namespace {
 
 namespace Text = PLKeyword::Text;
 
-/** The ':' of a sequence's mark may stand so many bytes behind the next mark, but not more. */
-constexpr int maxSpanningKey = 128;
-
-bool isWhiteSpace(char c)
+QLatin1String view(const char* begin, const char* end)
 {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+    return QLatin1String(begin, end);
 }
 
-int find(const QByteArray& bytes, char c, Span span)
+const char* findMark(QLatin1String text, QLatin1String mark)
 {
-    const auto* const end = bytes.constData() + span.end;
-    const auto* const found = std::find(bytes.constData() + span.start, end, c);
-    return found == end ? -1 : int(found - bytes.constData());
+    return std::search(text.begin(), text.end(), mark.begin(), mark.end());
 }
 
-int findMark(const QByteArray& bytes, QLatin1String mark, Span span)
+QLatin1String withoutLineEnd(QLatin1String line)
 {
-    const auto* const end = bytes.constData() + span.end;
-    const auto* const found =
-        std::search(bytes.constData() + span.start, end, mark.begin(), mark.end());
-    return found == end ? -1 : int(found - bytes.constData());
-}
-
-bool isHeader(const QByteArray& bytes, Span line)
-{
-    int word = line.start;
-    while (word < line.end && (bytes[word] == ' ' || bytes[word] == '\t'))
-        ++word;
-    const int size = int(Text::BareMarker.size());
-    return line.end - word >= size &&
-           findMark(bytes, Text::BareMarker, {word, word + size}) == word;
-}
-
-/** Takes the first line off a range. */
-Span takeLine(const QByteArray& bytes, Span* range)
-{
-    int end = range->start;
-    while (end < range->end && bytes[end] != '\n' && bytes[end] != '\r')
-        ++end;
-    const Span line = {range->start, end};
-    const bool pair = end + 1 < range->end && bytes[end] == '\r' && bytes[end + 1] == '\n';
-    range->start = end + (pair ? 2 : 1);
-    return line;
-}
-
-/** Reads the key of a header line, or what is wrong with it. */
-void readHeader(const QByteArray& bytes, InfoBlock* block)
-{
-    const Span line = block->header.span;
-    const LineCut cut = cutLine(bytes, line);
-    if (cut.kind != LineCut::Pair) {
-        block->fault = cut.colon < 0 ? HeaderFault::NoColon : HeaderFault::CommentedColon;
-        return;
+    const char* end = line.end();
+    for (const char sign : {'\n', '\r'}) {
+        if (end != line.begin() && end[-1] == sign)
+            --end;
     }
-    int mark = findMark(bytes, Text::Marker, line);
-    const int size = int(mark < 0 ? Text::BareMarker.size() : Text::Marker.size());
-    if (mark < 0)
-        mark = findMark(bytes, Text::BareMarker, line);
-    if (mark + size > cut.colon) {
-        block->fault = HeaderFault::ColonBeforeMark;
-        return;
-    }
-    block->key = decoded(*block, textOf(bytes, {mark + size, cut.colon}));
-    if (block->key.isEmpty())
-        block->fault = HeaderFault::EmptyKey;
+    return view(line.begin(), end);
 }
 
-bool holdsLineEnd(const QByteArray& bytes, Span span)
+HeaderFault faultOf(QLatin1String header)
 {
-    return find(bytes, '\n', span) >= 0 || find(bytes, '\r', span) >= 0;
+    const LineCut cut = cutAtColon(header);
+    if (cut.kind != LineCut::Pair)
+        return cut.kind == LineCut::NoColon ? HeaderFault::NoColon : HeaderFault::CommentedColon;
+    const auto key = headerKey(header);
+    if (!key)
+        return HeaderFault::ColonBeforeMark;
+    return key->size() == 0 ? HeaderFault::EmptyKey : HeaderFault::None;
 }
 
-/** A chunk of a sequence: from a mark up to the next one. */
-InfoBlock chunkBlock(const QByteArray& bytes, Span chunk, int colon, int number)
+InfoBlock textBlock(QLatin1String text, int number)
 {
     InfoBlock block;
-    block.utf8 = isUtf8(bytes.mid(chunk.start, chunk.end - chunk.start));
-    block.lines = linesOf(bytes, chunk, number);
+    block.lines = linesOf(text, number);
     block.header = block.lines.front();
-    block.open = !holdsLineEnd(bytes, chunk);
+    block.lines.erase(block.lines.begin());
+    block.fault = faultOf(block.header.text);
+    if (block.fault == HeaderFault::None)
+        block.key = *headerKey(block.header.text);
+    return block;
+}
+
+/** A chunk of a sequence: from a mark up to the next one. @param key  up to its ':' */
+InfoBlock chunkBlock(QLatin1String chunk, QLatin1String key, int number)
+{
+    InfoBlock block;
+    block.utf8 = isUtf8(chunk);
+    block.lines = linesOf(chunk, number);
+    block.header = block.lines.front();
+    block.open = !firstLine(chunk).endsWith(QLatin1Char('\n'));
     if (!block.open) // a header line without a line end is read as a line of the section, too
         block.lines.erase(block.lines.begin());
-    if (colon - chunk.end >= maxSpanningKey) { // many such keys would take quadratic time
+    const auto behind = key.size() + Text::Marker.size() - chunk.size();
+    if (behind >= maxSpanningKey) { // many such keys would take quadratic time
         block.fault = HeaderFault::TooFar;
         return block;
     }
-    block.key = decoded(block, textOf(bytes, {chunk.start + int(Text::Marker.size()), colon}));
+    block.key = decoded(block, trimmed(key));
     if (block.key.isEmpty())
         block.fault = HeaderFault::EmptyKey;
-    else if (colon >= chunk.end)
+    else if (behind >= 0)
         block.fault = HeaderFault::Spans;
-    else if (cutLine(bytes, block.header.span).kind == LineCut::CommentedColon)
+    else if (cutAtColon(block.header.text).kind == LineCut::Commented)
         block.fault = HeaderFault::CommentedColon;
     return block;
 }
 
 /** The last pair of a block that has the key: its value counts. */
-std::optional<ValuePlace> lastValue(const QByteArray& bytes, const InfoBlock& block,
-                                    const QString& key)
+std::optional<ValuePlace> lastValue(const InfoBlock& block, const QString& key)
 {
     for (auto line = block.lines.rbegin(); line != block.lines.rend(); ++line) {
-        const LineCut cut = cutLine(bytes, line->span);
-        if (cut.kind == LineCut::Pair &&
-            decoded(block, textOf(bytes, cut.before)).toLower() == key.toLower())
+        const LineCut cut = cutAtColon(line->text);
+        if (cut.kind == LineCut::Pair && decoded(block, cut.before).toLower() == key.toLower())
             return ValuePlace{cut.after, block.utf8};
     }
     return std::nullopt;
 }
 
-/** The pairs of a line of an index: texts as they stand, cut at ';' and ':'. */
-std::vector<LineCut> piecesOf(const QByteArray& bytes, Span line)
+/** What follows the mark of a line; empty without one. */
+QLatin1String afterMark(QLatin1String line)
 {
-    std::vector<LineCut> pieces;
-    int mark = findMark(bytes, Text::Marker, line);
-    const int size = int(mark < 0 ? Text::BareMarker.size() : Text::Marker.size());
-    if (mark < 0)
-        mark = findMark(bytes, Text::BareMarker, line);
-    for (int start = mark < 0 ? line.end + 1 : mark + size; start <= line.end;) {
-        const int found = find(bytes, ';', {start, line.end});
-        const int end = found < 0 ? line.end : found;
-        const int colon = find(bytes, ':', {start, end});
-        if (colon >= 0)
-            pieces.push_back({LineCut::Pair, colon, {start, colon}, {colon + 1, end}});
+    for (const QLatin1String mark : {Text::Marker, Text::BareMarker}) {
+        const char* const found = findMark(line, mark);
+        if (found != line.end())
+            return view(found + mark.size(), line.end());
+    }
+    return {};
+}
+
+/** A pair of a line of an index: texts as they stand. */
+struct Piece
+{
+    QString key;
+    QLatin1String value;
+};
+
+/** The pairs of a line of an index, cut at ';' and ':'. */
+std::vector<Piece> piecesOf(QLatin1String line)
+{
+    std::vector<Piece> pieces;
+    const QLatin1String text = afterMark(line);
+    for (const char* start = text.begin(); start < text.end();) {
+        const char* const end = std::find(start, text.end(), ';');
+        const char* const colon = std::find(start, end, ':');
+        if (colon != end)
+            pieces.push_back({view(start, colon), view(colon + 1, end)});
         start = end + 1;
     }
     return pieces;
-}
-
-bool hasKey(const QByteArray& bytes, const LineCut& piece, const QString& key)
-{
-    const Span span = piece.before;
-    const QString text = QString::fromLatin1(bytes.constData() + span.start, span.end - span.start);
-    return text.toLower() == key.toLower();
 }
 
 /** The lines of an index become sections that are numbered; a line without the name is none. */
 std::optional<ValuePlace> valueOfIndex(const Document& document, const QString& section,
                                        const QString& key)
 {
-    const QByteArray& bytes = document.bytes();
-    const QString name = document.kind() == FileKind::StructureReferences
-                             ? PLKeyword::Key::StructureReference
-                             : PLKeyword::Key::FluorescentReference;
+    const auto is = [](const QString& wanted) {
+        return [&wanted](const Piece& piece) { return piece.key.toLower() == wanted.toLower(); };
+    };
+    const QString name = document.referenceName();
     int number = 0;
-    for (const InfoLine& line : linesOf(bytes, {0, int(bytes.size())}, 1)) {
-        const std::vector<LineCut> pieces = piecesOf(bytes, line.span);
-        const auto named = std::find_if(pieces.begin(), pieces.end(), [&](const LineCut& piece) {
-            return hasKey(bytes, piece, name);
-        });
-        if (named == pieces.end() ||
+    for (const InfoLine& line : linesOf(document.text())) {
+        const std::vector<Piece> pieces = piecesOf(line.text);
+        if (std::none_of(pieces.begin(), pieces.end(), is(name)) ||
             (name + QString::number(++number)).toLower() != section.toLower())
             continue;
-        const auto found = std::find_if(pieces.rbegin(), pieces.rend(), [&](const LineCut& piece) {
-            return hasKey(bytes, piece, key);
-        });
-        return found == pieces.rend() ? std::nullopt : std::optional(ValuePlace{found->after});
+        const auto found = std::find_if(pieces.rbegin(), pieces.rend(), is(key));
+        return found == pieces.rend() ? std::nullopt : std::optional(ValuePlace{found->value});
     }
     return std::nullopt;
 }
@@ -172,7 +146,9 @@ std::optional<ValuePlace> valueOfIndex(const Document& document, const QString& 
 /** The blocks under the keys that the document gives them. */
 std::vector<InfoBlock> documentBlocks(const Document& document)
 {
-    std::vector<InfoBlock> blocks = blocksOf(document.bytes(), document.textStart());
+    if (document.kind() == FileKind::Sequence)
+        return sequenceBlocksOf(document);
+    std::vector<InfoBlock> blocks = blocksOf(document.text());
     if (document.startsWithoutHeader()) {
         blocks.front().key = PLKeyword::Section::CameraSystemInfo;
         return blocks;
@@ -188,115 +164,76 @@ std::vector<InfoBlock> documentBlocks(const Document& document)
 
 } // namespace
 
-bool isUtf8(const QByteArray& bytes)
+bool isUtf8(QLatin1String bytes)
 {
-    return QString::fromUtf8(bytes.constData(), bytes.size()).toUtf8() == bytes;
+    return latin1View(QString::fromUtf8(bytes.data(), int(bytes.size())).toUtf8()) == bytes;
 }
 
-Span trimmed(const QByteArray& bytes, Span span)
-{
-    while (span.start < span.end && isWhiteSpace(bytes[span.start]))
-        ++span.start;
-    while (span.end > span.start && isWhiteSpace(bytes[span.end - 1]))
-        --span.end;
-    return span;
-}
-
-QByteArray textOf(const QByteArray& bytes, Span span)
-{
-    const Span text = trimmed(bytes, span);
-    return bytes.mid(text.start, text.end - text.start);
-}
-
-InfoLines linesOf(const QByteArray& bytes, Span range, int number)
+InfoLines linesOf(QLatin1String text, int number)
 {
     InfoLines lines;
-    while (range.start < range.end)
-        lines.push_back({number++, takeLine(bytes, &range)});
+    LineReader reader(text);
+    for (QLatin1String line; reader.next(&line);)
+        lines.push_back({number++, withoutLineEnd(line)});
     return lines;
 }
 
-int firstHeader(const QByteArray& bytes, int start)
+int lineAt(QLatin1String text, int place)
 {
-    Span rest = {start, int(bytes.size())};
-    while (rest.start < rest.end) {
-        const Span line = takeLine(bytes, &rest);
-        if (isHeader(bytes, line))
-            return line.start;
-    }
-    return rest.end;
+    const auto last = qMax(0, qMin(place, int(text.size()) - 1));
+    return 1 + int(std::count(text.begin(), text.begin() + last, '\n'));
 }
 
-LineCut cutLine(const QByteArray& bytes, Span line)
+QLatin1String beforeHeaders(QLatin1String text)
 {
-    LineCut cut;
-    const Span text = trimmed(bytes, line);
-    cut.colon = find(bytes, ':', text);
-    const int sign = find(bytes, '#', text);
-    if (text.start == text.end)
-        cut.kind = LineCut::Blank;
-    else if (sign == text.start)
-        cut.kind = LineCut::Comment;
-    else if (cut.colon < 0)
-        cut.kind = LineCut::NoColon;
-    else if (sign >= 0 && sign < cut.colon)
-        cut.kind = LineCut::CommentedColon;
-    else
-        cut = {LineCut::Pair, cut.colon, trimmed(bytes, {text.start, cut.colon}),
-               trimmed(bytes, {cut.colon + 1, line.end})};
-    return cut;
+    QLatin1String block;
+    const bool found = BlockReader(text).next(&block);
+    return found ? view(text.begin(), block.begin()) : text;
 }
 
-QString decoded(const InfoBlock& block, const QByteArray& text)
+QString decoded(const InfoBlock& block, QLatin1String text)
 {
-    return block.utf8 ? QString::fromUtf8(text.constData(), text.size())
-                      : QString::fromLatin1(text.constData(), text.size());
+    return block.utf8 ? QString::fromUtf8(text.data(), int(text.size())) : QString(text);
 }
 
-std::vector<InfoBlock> blocksOf(const QByteArray& bytes, int start)
+std::vector<InfoBlock> blocksOf(QLatin1String text)
 {
     std::vector<InfoBlock> blocks(1);
-    for (const InfoLine& line : linesOf(bytes, {start, int(bytes.size())}, 1)) {
-        if (!isHeader(bytes, line.span)) {
-            blocks.back().lines.push_back(line);
-            continue;
-        }
-        InfoBlock block;
-        block.header = line;
-        readHeader(bytes, &block);
-        blocks.push_back(block);
+    blocks.front().lines = linesOf(beforeHeaders(text));
+    int number = 1 + int(blocks.front().lines.size());
+    BlockReader reader(text);
+    for (QLatin1String block; reader.next(&block);) {
+        blocks.push_back(textBlock(block, number));
+        number += 1 + int(blocks.back().lines.size());
     }
     return blocks;
 }
 
-std::vector<InfoBlock> sequenceBlocksOf(const QByteArray& bytes, int start)
+std::vector<InfoBlock> sequenceBlocksOf(const Document& document)
 {
     std::vector<InfoBlock> blocks;
-    const int end = int(bytes.size());
-    const InfoLines lines = linesOf(bytes, {start, end}, 1);
+    const QLatin1String text = document.text();
+    const InfoLines lines = linesOf(text);
     auto line = lines.begin();
-    int colon = 0;
-    int next = 0;
-    int previous = 0; // the line of the mark before
-    for (int mark = findMark(bytes, Text::Marker, {0, end}); mark >= 0; mark = next) {
-        const int keyStart = mark + int(Text::Marker.size());
-        next = findMark(bytes, Text::Marker, {keyStart, end});
-        while (line + 1 != lines.end() && (line + 1)->span.start <= mark)
+    const char* colon = text.begin();
+    const char* next = nullptr;
+    for (const char* mark = findMark(text, Text::Marker); mark != text.end(); mark = next) {
+        const char* const keyStart = mark + Text::Marker.size();
+        next = findMark(view(keyStart, text.end()), Text::Marker);
+        while (line + 1 != lines.end() && (line + 1)->text.begin() <= mark)
             ++line;
-        const int chunkEnd = next < 0 ? end : next;
-        colon = colon < 0 ? -1 : find(bytes, ':', {std::max(colon, keyStart), end});
-        if (colon < 0) {
-            InfoBlock last;
-            last.header = {line->number, {mark, chunkEnd}};
-            last.fault = HeaderFault::NoColon;
-            blocks.push_back(last);
+        colon = std::find(std::max(colon, keyStart), text.end(), ':');
+        if (colon == text.end()) {
+            blocks.emplace_back();
+            blocks.back().header = {line->number, view(mark, next)};
+            blocks.back().fault = HeaderFault::NoColon;
             break;
         }
-        InfoBlock block = chunkBlock(bytes, {mark, chunkEnd}, colon, line->number);
-        block.inLine =
-            previous == line->number || !textOf(bytes, {line->span.start, mark}).isEmpty();
-        blocks.push_back(block);
-        previous = line->number;
+        // The library makes the key of the bytes as they stand: a CR in it stays.
+        const char* const key = document.bytes().constData() + document.placeOf(keyStart);
+        blocks.push_back(
+            chunkBlock(view(mark, next), view(key, key + (colon - keyStart)), line->number));
+        blocks.back().inLine = trimmed(view(line->text.begin(), mark)).size() > 0;
     }
     return blocks;
 }
@@ -305,10 +242,7 @@ std::optional<InfoBlock> findBlock(const Document& document, const QString& sect
 {
     if (document.isIndex() || document.spectral())
         return std::nullopt;
-    const auto blocks = document.kind() == FileKind::Sequence
-                            ? sequenceBlocksOf(document.bytes(), document.textStart())
-                            : documentBlocks(document);
-    for (const InfoBlock& block : blocks) {
+    for (const InfoBlock& block : documentBlocks(document)) {
         const bool read = block.fault == HeaderFault::None || block.fault == HeaderFault::Spans ||
                           block.fault == HeaderFault::CommentedColon;
         if (read && block.key.toLower() == section.toLower())
@@ -323,5 +257,5 @@ std::optional<ValuePlace> findValue(const Document& document, const QString& sec
     if (document.isIndex())
         return valueOfIndex(document, section, key);
     const auto block = findBlock(document, section);
-    return block ? lastValue(document.bytes(), *block, key) : std::nullopt;
+    return block ? lastValue(*block, key) : std::nullopt;
 }

@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace ovparser::internal;
+
 namespace {
 
 namespace Key = PLKeyword::Key;
@@ -24,7 +26,7 @@ QString quoted(const QString& text)
     return QLatin1Char('\'') + text + QLatin1Char('\'');
 }
 
-class KindChecker
+class KindChecker : public Findings
 {
 public:
     KindChecker(const QString& path, const Document& document);
@@ -39,11 +41,7 @@ public:
     void checkSummary();
     void checkSpectral();
 
-    std::vector<Finding> findings;
-
 private:
-    void problem(int line, const char* code, const QString& message);
-    void note(int line, const char* code, const QString& message);
     [[nodiscard]] int lineOf(const QString& sectionKey) const;
     [[nodiscard]] QSet<QString> menuKeys() const;
     void checkMenuName(const CPLSection& section);
@@ -59,20 +57,10 @@ private:
 KindChecker::KindChecker(const QString& path, const Document& document)
     : m_path(path)
     , m_document(document)
-    , m_blocks(blocksOf(document.bytes(), document.textStart()))
+    , m_blocks(blocksOf(document.text()))
 {
     for (auto block = m_blocks.rbegin(); block != m_blocks.rend(); ++block)
         m_places.insert(block->key.toLower(), block->header.number);
-}
-
-void KindChecker::problem(int line, const char* code, const QString& message)
-{
-    findings.push_back({line, true, code, message});
-}
-
-void KindChecker::note(int line, const char* code, const QString& message)
-{
-    findings.push_back({line, false, code, message});
 }
 
 int KindChecker::lineOf(const QString& sectionKey) const
@@ -82,11 +70,8 @@ int KindChecker::lineOf(const QString& sectionKey) const
 
 void KindChecker::checkLabelSet()
 {
-    QByteArray bytes = m_document.bytes();
-    bytes.replace("\r\n", "\n").replace('\r', '\n');
     CPLLabelDataSet labels;
-    const tag_estatus status =
-        labels.loadData(QString::fromLatin1(bytes.constData(), bytes.size()));
+    const tag_estatus status = labels.loadData(latin1View(withLineFeeds(m_document.bytes())));
     if (status != eSTATUS_SUCCESS)
         problem(1, "label-set-header",
                 QStringLiteral(
@@ -98,17 +83,14 @@ void KindChecker::checkLabelSet()
 /** The acquisitions that a sequence lists are folders beside it. */
 void KindChecker::checkSequence()
 {
-    const QByteArray& bytes = m_document.bytes();
     QHash<QString, int> members;
-    for (const InfoBlock& block : sequenceBlocksOf(bytes, m_document.textStart())) {
+    for (const InfoBlock& block : sequenceBlocksOf(m_document)) {
         if (block.key != Section::ClickNumbers)
             continue;
         for (const InfoLine& line : block.lines) {
-            const LineCut cut = cutLine(bytes, line.span);
+            const LineCut cut = cutAtColon(line.text);
             if (cut.kind == LineCut::Pair)
-                checkMember(line.number,
-                            withoutComment(decoded(block, textOf(bytes, cut.after))).text,
-                            &members);
+                checkMember(line.number, decoded(block, withoutComment(cut.after)), &members);
         }
     }
 }
@@ -159,7 +141,7 @@ void KindChecker::checkInstrument()
     if (m_document.startsWithoutHeader())
         return;
     for (const InfoLine& line : m_blocks.front().lines) {
-        if (cutLine(m_document.bytes(), line.span).kind == LineCut::Pair)
+        if (cutAtColon(line.text).kind == LineCut::Pair)
             problem(line.number, "key-before-section",
                     QStringLiteral("a key before the first section; it is not read"));
     }
@@ -168,8 +150,8 @@ void KindChecker::checkInstrument()
 void KindChecker::checkAnalysis()
 {
     const InfoLines& lines = m_blocks.front().lines;
-    const auto text = std::find_if(lines.begin(), lines.end(), [&](const InfoLine& line) {
-        return cutLine(m_document.bytes(), line.span).kind != LineCut::Blank;
+    const auto text = std::find_if(lines.begin(), lines.end(), [](const InfoLine& line) {
+        return trimmed(line.text).size() > 0;
     });
     if (text != lines.end())
         note(text->number, "preamble-dropped",
@@ -232,19 +214,17 @@ void KindChecker::checkSummary()
 
 void KindChecker::checkTime(const InfoLine& line)
 {
-    const QByteArray& bytes = m_document.bytes();
-    const LineCut cut = cutLine(bytes, line.span);
-    const QString key = QString::fromLatin1(textOf(bytes, cut.before));
-    if (cut.kind != LineCut::Pair || key.compare(Key::Time, Qt::CaseInsensitive) != 0)
+    const LineCut cut = cutAtColon(line.text);
+    if (cut.kind != LineCut::Pair ||
+        QString(cut.before).compare(Key::Time, Qt::CaseInsensitive) != 0)
         return;
-    const QByteArray value = textOf(bytes, cut.after);
-    const QList<QByteArray> parts = value.split('#').first().trimmed().split(':');
+    const QStringList parts = QString(withoutComment(cut.after)).split(QLatin1Char(':'));
     const bool isShort = std::any_of(parts.begin(), parts.end(),
-                                     [](const QByteArray& part) { return part.size() == 1; });
+                                     [](const QString& part) { return part.size() == 1; });
     if (isShort)
         note(line.number, "time-completed",
              QStringLiteral("time '%1' is read with two digits a part, and a save writes them")
-                 .arg(QString::fromLatin1(value)));
+                 .arg(cut.after));
 }
 
 void KindChecker::checkSpectral()

@@ -11,8 +11,9 @@ namespace {
 QList<QByteArray> linesFrom(const QByteArray& bytes, int start)
 {
     QList<QByteArray> lines;
-    for (const InfoLine& line : linesOf(bytes, {start, int(bytes.size())}, 1))
-        lines += bytes.mid(line.span.start, line.span.end - line.span.start);
+    const QByteArray text = ovparser::internal::withoutLoneReturns(bytes.mid(start));
+    for (const InfoLine& line : linesOf(latin1View(text)))
+        lines += QByteArray(line.text.data(), int(line.text.size()));
     return lines;
 }
 
@@ -45,7 +46,8 @@ QString marked(char mark, const QList<QByteArray>& lines)
 {
     QString text;
     for (const QByteArray& line : lines) {
-        QString shown = isUtf8(line) ? QString::fromUtf8(line) : QString::fromLatin1(line);
+        QString shown =
+            isUtf8(latin1View(line)) ? QString::fromUtf8(line) : QString::fromLatin1(line);
         shown.replace(QLatin1Char('\t'), QLatin1String("  "));
         text += QLatin1Char(mark) + printable(shown) + QLatin1Char('\n');
     }

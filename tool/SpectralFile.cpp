@@ -4,9 +4,10 @@
 #include "SpectralFile.h"
 
 #include "Files.h"
-#include "internal/SpectralFields.h"
+#include "SpectralFields.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QMap>
 
 #include <variant>
 
@@ -26,41 +27,33 @@ constexpr Field<SpectralAnalysis> analysisFields[] = {
 
 using Click = _tagSClickROIInformation;
 
-/** The attributes that are read as whole numbers, and as any numbers. */
-constexpr QLatin1String wholeNumbers[] = {
-    Attribute::NoOfClicks, Attribute::ActiveWavelength, Attribute::TotalClicks,
-    Attribute::RoiPixels,  Attribute::ContourXDelta,    Attribute::ContourYDelta,
-};
+template <typename Record, std::size_t N>
+void addNumbers(const Field<Record> (&fields)[N], QMap<QString, bool>* isWhole)
+{
+    for (const Field<Record>& field : fields) {
+        if (!std::holds_alternative<QString Record::*>(field.member))
+            isWhole->insert(field.attribute, std::holds_alternative<int Record::*>(field.member));
+    }
+}
 
-constexpr QLatin1String numbers[] = {
-    Attribute::AvgTransmission,
-    Attribute::BandWidth,
-    Attribute::Xc,
-    Attribute::Yc,
-    Attribute::Angle,
-    Attribute::Width,
-    Attribute::Height,
-    Attribute::CmPerPixel,
-    Attribute::Area,
-    Attribute::ContourStartX,
-    Attribute::ContourStartY,
-    Attribute::ContourPeakX,
-    Attribute::ContourPeakY,
-    Attribute::FractionalPeak,
-    Attribute::AverageRadiance,
-    Attribute::TotalFlux,
-    Attribute::FluxStdDev,
-    Attribute::AverageDepth,
-    Attribute::DepthStdDev,
-    Attribute::Intensity,
-    Attribute::WaveLength,
-    Attribute::Attenuation,
-    Attribute::FitValue,
-    Attribute::HorizontalError,
-    Attribute::VerticalError,
-    Attribute::LinearFitValueA,
-    Attribute::LinearFitValueB,
-};
+/** The attributes that are read as numbers, and whether as whole ones. */
+QMap<QString, bool> numberAttributes()
+{
+    QMap<QString, bool> isWhole = {
+        {Attribute::NoOfClicks, true},       {Attribute::ActiveWavelength, true},
+        {Attribute::TotalClicks, true},      {Attribute::LinearFitValueA, false},
+        {Attribute::LinearFitValueB, false},
+    };
+    addNumbers(filterFields, &isWhole);
+    addNumbers(propertyFields, &isWhole);
+    addNumbers(contourFields, &isWhole);
+    addNumbers(measurementFields, &isWhole);
+    addNumbers(fluxFields, &isWhole);
+    addNumbers(depthFields, &isWhole);
+    addNumbers(plotFields, &isWhole);
+    addNumbers(fitFields, &isWhole);
+    return isWhole;
+}
 
 bool is(const QDomElement& element, Spectral::ElementId id)
 {
@@ -202,31 +195,27 @@ QString problemOf(const QString& path)
     return QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(message);
 }
 
-template <std::size_t N, typename IsNumber>
-void checkNumbers(const QDomElement& element, const QLatin1String (&names)[N], const char* what,
-                  IsNumber isNumber, SpectralFaults* faults)
+bool isNumber(const QString& text, bool isWhole)
 {
-    for (const QLatin1String name : names) {
-        if (element.hasAttribute(name) && !isNumber(element.attribute(name)))
-            faults->append(
-                {element.lineNumber(), "not-a-number",
-                 QStringLiteral("%1 of %2 is '%3', not %4; it is read as 0")
-                     .arg(name, element.tagName(), element.attribute(name), QLatin1String(what))});
+    bool ok = false;
+    if (isWhole)
+        text.toInt(&ok);
+    else
+        text.toDouble(&ok);
+    return ok;
+}
+
+void checkNumbers(const QDomElement& element, SpectralFaults* faults)
+{
+    static const QMap<QString, bool> attributes = numberAttributes();
+    for (auto row = attributes.begin(); row != attributes.end(); ++row) {
+        const QString text = element.attribute(row.key());
+        if (element.hasAttribute(row.key()) && !isNumber(text, *row))
+            faults->append({element.lineNumber(), "not-a-number",
+                            QStringLiteral("%1 of %2 is '%3', not %4; it is read as 0")
+                                .arg(row.key(), element.tagName(), text,
+                                     QLatin1String(*row ? "a whole number" : "a number"))});
     }
-}
-
-bool isWhole(const QString& text)
-{
-    bool ok = false;
-    text.toInt(&ok);
-    return ok;
-}
-
-bool isNumber(const QString& text)
-{
-    bool ok = false;
-    text.toDouble(&ok);
-    return ok;
 }
 
 /** What stands after a child that is no element is not read. */
@@ -246,8 +235,7 @@ void checkOrder(const QDomElement& parent, SpectralFaults* faults)
 void checkElement(const QDomElement& element, SpectralFaults* faults)
 {
     checkOrder(element, faults);
-    checkNumbers(element, wholeNumbers, "a whole number", isWhole, faults);
-    checkNumbers(element, numbers, "a number", isNumber, faults);
+    checkNumbers(element, faults);
     forEachChild(element, [&](const QDomElement& child) { checkElement(child, faults); });
 }
 

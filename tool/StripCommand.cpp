@@ -16,7 +16,7 @@ bool isAppendedText(const QByteArray& bytes)
 {
     const auto isText = [](char c) { return c < 0 || c >= ' ' || (c >= '\t' && c <= '\r'); };
     return std::all_of(bytes.cbegin(), bytes.cend(), isText) &&
-           firstHeader(bytes, 0) < bytes.size();
+           beforeHeaders(latin1View(bytes)).size() < bytes.size();
 }
 
 ExitCode strip(const QString& file)

@@ -4,8 +4,8 @@
 #include "PLLabelDataSet.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/InfoText.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
 
 using namespace ovparser::internal;
 

@@ -4,7 +4,7 @@
 #include "PLOptPropInfo.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
+#include "internal/text/Guard.h"
 
 using namespace ovparser::internal;
 

@@ -5,8 +5,8 @@
 
 #include "PLHelpers.h"
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/InfoText.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QtGlobal>
 

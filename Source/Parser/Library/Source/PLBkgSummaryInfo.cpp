@@ -4,9 +4,9 @@
 #include "PLBkgSummaryInfo.h"
 
 #include "PLKeywords.h"
-#include "internal/InfoText.h"
-#include "internal/SectionAccess.h"
-#include "internal/TextFile.h"
+#include "internal/sections/SectionAccess.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/TextFile.h"
 
 using namespace ovparser::internal;
 

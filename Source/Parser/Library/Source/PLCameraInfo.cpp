@@ -3,13 +3,13 @@
 
 #include "PLCameraInfo.h"
 
-#include "internal/Capabilities.h"
-#include "internal/DataFolders.h"
-#include "internal/Guard.h"
-#include "internal/InfoText.h"
-#include "internal/OperatorChoices.h"
-#include "internal/SectionAccess.h"
-#include "internal/TextFile.h"
+#include "internal/sections/Capabilities.h"
+#include "internal/sections/SectionAccess.h"
+#include "internal/text/DataFolders.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/OperatorChoices.h"
+#include "internal/text/TextFile.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
@@ -191,10 +191,7 @@ void reportRefused(const QString& extension, const QString& reason)
 template <typename Choice>
 void storeGuarded(QLatin1String key, const Choice& choice)
 {
-    guarded([&] {
-        storeChoice(key, choice);
-        return eSTATUS_SUCCESS;
-    });
+    guarded([&] { storeChoice(key, choice); });
 }
 
 } // namespace

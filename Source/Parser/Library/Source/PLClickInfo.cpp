@@ -4,16 +4,16 @@
 #include "PLClickInfo.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/ImageSections.h"
-#include "internal/InfoText.h"
-#include "internal/Keys.h"
-#include "internal/LabelSets.h"
-#include "internal/LocalTime.h"
-#include "internal/SectionStore.h"
-#include "internal/TextFile.h"
-#include "internal/ValueSearch.h"
-#include "internal/VersionStamp.h"
+#include "internal/sections/ImageSections.h"
+#include "internal/sections/LabelSets.h"
+#include "internal/sections/SectionStore.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/Keys.h"
+#include "internal/text/LocalTime.h"
+#include "internal/text/TextFile.h"
+#include "internal/text/ValueSearch.h"
+#include "internal/text/VersionStamp.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>

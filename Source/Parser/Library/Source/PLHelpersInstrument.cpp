@@ -5,11 +5,11 @@
 
 #include "PLCameraInfo.h"
 #include "PLKeywords.h"
-#include "internal/DataFolders.h"
-#include "internal/Guard.h"
+#include "internal/sections/Capabilities.h"
+#include "internal/text/DataFolders.h"
+#include "internal/text/Guard.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
 #include <cmath>
@@ -17,20 +17,6 @@
 using namespace ovparser::internal;
 
 namespace {
-
-/** The word character that stands between white space in a stage-position key. */
-QByteArray positionName(const QString& key)
-{
-    static const QRegularExpression betweenBlanks(QStringLiteral("\\s(\\w)\\s"),
-                                                  QRegularExpression::UseUnicodePropertiesOption);
-    return betweenBlanks.match(key).captured(1).toLatin1();
-}
-
-bool isPositionKey(const QString& key)
-{
-    return key.startsWith(PLKeyword::Key::ShelfPosition, Qt::CaseInsensitive) &&
-           key.contains(PLKeyword::Key::FovPart, Qt::CaseInsensitive);
-}
 
 bool hasFieldOfView(const CPLSection& section, const QString& key, double fieldOfView)
 {
@@ -79,7 +65,7 @@ bool getFOVName(const CPLClickInfo* info, double fieldOfView, QByteArray& name)
         for (const QString& key : qAsConst(keys)) {
             if (!isPositionKey(key) || !hasFieldOfView(*section, key, fieldOfView))
                 continue;
-            const QByteArray position = positionName(key);
+            const QByteArray position = positionName(key).toLatin1();
             if (position.isEmpty())
                 continue;
             name = position;

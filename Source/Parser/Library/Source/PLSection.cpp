@@ -4,7 +4,7 @@
 #include "PLSection.h"
 
 #include "PLKeywords.h"
-#include "internal/SectionAccess.h"
+#include "internal/sections/SectionAccess.h"
 
 #include <utility>
 

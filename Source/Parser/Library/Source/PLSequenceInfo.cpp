@@ -4,12 +4,12 @@
 #include "PLSequenceInfo.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/InfoText.h"
-#include "internal/LabelSets.h"
-#include "internal/SectionStore.h"
-#include "internal/TextFile.h"
-#include "internal/VersionStamp.h"
+#include "internal/sections/LabelSets.h"
+#include "internal/sections/SectionStore.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/TextFile.h"
+#include "internal/text/VersionStamp.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>
@@ -30,13 +30,6 @@ namespace Section = PLKeyword::Section;
 namespace Value = PLKeyword::Value;
 
 namespace {
-
-/**
- * A section mark may have its ':' behind the next mark; its key then spans both. A section whose
- * ':' lies further behind that mark is passed over: without a limit, many marks before one ':'
- * would take quadratic memory.
- */
-constexpr std::ptrdiff_t maxSpanningKey = 128;
 
 QString clickNumberKey(int number)
 {

@@ -4,9 +4,9 @@
 #include "PLSettingsFileWrapper.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/InfoText.h"
-#include "internal/SectionAccess.h"
+#include "internal/sections/SectionAccess.h"
+#include "internal/text/Guard.h"
+#include "internal/text/InfoText.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>

@@ -4,10 +4,10 @@
 #include "PLSpectralWrapper.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/NumberFormat.h"
-#include "internal/SpectralFields.h"
-#include "internal/TextFile.h"
+#include "SpectralFields.h"
+#include "internal/text/Guard.h"
+#include "internal/text/NumberFormat.h"
+#include "internal/text/TextFile.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
@@ -67,37 +67,10 @@ constexpr Field<Roi> roiContourFields[] = {
 };
 
 using Info = _tagSClickROIInformation;
-
-constexpr Field<Info> contourFields[] = {
-    {Attribute::ContourDirections, &Info::contourDirections},
-    {Attribute::ContourStartX, &Info::contourStartX},
-    {Attribute::ContourStartY, &Info::contourStartY},
-    {Attribute::ContourPeakX, &Info::contourPeakX},
-    {Attribute::ContourPeakY, &Info::contourPeakY},
-    {Attribute::ContourXDelta, &Info::contourXDelta},
-    {Attribute::ContourYDelta, &Info::contourYDelta},
-};
-
-constexpr Field<Info> measurementFields[] = {
-    {Attribute::AverageRadiance, &Info::averageRadiance},
-    {Attribute::FilterLabel, &Info::filterLabel},
-    {Attribute::TotalFlux, &Info::totalFlux},
-};
-
 using SpectralResults = _tagSROISpectralResults;
 
 constexpr Field<SpectralResults> resultFields[] = {
     {Attribute::Roi, &SpectralResults::roi},
-};
-
-constexpr Field<SpectralResults> fluxFields[] = {
-    {Attribute::TotalFlux, &SpectralResults::totalFlux},
-    {Attribute::FluxStdDev, &SpectralResults::fluxStdDev},
-};
-
-constexpr Field<SpectralResults> depthFields[] = {
-    {Attribute::AverageDepth, &SpectralResults::averageDepth},
-    {Attribute::DepthStdDev, &SpectralResults::depthStdDev},
 };
 
 /** The elements of a plot or fit: the whole, the attribute with its size, and one value. */
@@ -315,11 +288,7 @@ bool allGiven(const Pointers*... pointers)
 template <typename Write>
 void writeAll(std::unique_ptr<CPLXMLWriter>& writer, Write write)
 {
-    const bool done = answerOf([&] {
-        write();
-        return true;
-    });
-    if (!done)
+    if (guarded(write) != eSTATUS_SUCCESS)
         writer.reset();
 }
 

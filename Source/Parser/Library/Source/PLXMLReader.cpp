@@ -4,9 +4,9 @@
 #include "PLXMLReader.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
-#include "internal/TextFile.h"
-#include "internal/XmlGuard.h"
+#include "internal/text/Guard.h"
+#include "internal/text/TextFile.h"
+#include "internal/text/XmlGuard.h"
 
 #include <QtCore/QFile>
 

@@ -4,7 +4,7 @@
 #include "PLXMLWriter.h"
 
 #include "PLKeywords.h"
-#include "internal/Guard.h"
+#include "internal/text/Guard.h"
 
 #include <QtCore/QFileDevice>
 
@@ -54,11 +54,7 @@ AttrMap::~AttrMap() = default;
 template <typename Operation>
 void CPLXMLWriter::attempt(Operation operation)
 {
-    const bool done = answerOf([&] {
-        operation();
-        return true;
-    });
-    failed = failed || !done;
+    failed = guarded(operation) != eSTATUS_SUCCESS || failed;
 }
 
 CPLXMLWriter::CPLXMLWriter(QIODevice* device, QTextCodec* codec)

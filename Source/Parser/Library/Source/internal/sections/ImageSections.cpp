@@ -3,10 +3,10 @@
 
 #include "ImageSections.h"
 
-#include "LocalTime.h"
-#include "NumberFormat.h"
 #include "PLKeywords.h"
 #include "SectionAccess.h"
+#include "internal/text/LocalTime.h"
+#include "internal/text/NumberFormat.h"
 
 #include <variant>
 

@@ -6,8 +6,8 @@
  * Which attributes of a spectral-analysis file are which fields of the records, and how their texts
  * are read.
  */
-#ifndef OVPARSER_INTERNAL_SPECTRALFIELDS_H
-#define OVPARSER_INTERNAL_SPECTRALFIELDS_H
+#ifndef OVPARSER_SPECTRALFIELDS_H
+#define OVPARSER_SPECTRALFIELDS_H
 
 #include "PLKeywords.h"
 #include "PLSpectralWrapper.h"
@@ -68,6 +68,36 @@ inline constexpr Field<_tagSClickROIInformation> propertyFields[] = {
     {Attribute::BkgAssociation, &_tagSClickROIInformation::bkgAssociation},
     {Attribute::SubAssociation, &_tagSClickROIInformation::subAssociation},
     {Attribute::FractionalPeak, &_tagSClickROIInformation::fractionalPeak},
+};
+
+/** Of its contour. */
+inline constexpr Field<_tagSClickROIInformation> contourFields[] = {
+    {Attribute::ContourDirections, &_tagSClickROIInformation::contourDirections},
+    {Attribute::ContourStartX, &_tagSClickROIInformation::contourStartX},
+    {Attribute::ContourStartY, &_tagSClickROIInformation::contourStartY},
+    {Attribute::ContourPeakX, &_tagSClickROIInformation::contourPeakX},
+    {Attribute::ContourPeakY, &_tagSClickROIInformation::contourPeakY},
+    {Attribute::ContourXDelta, &_tagSClickROIInformation::contourXDelta},
+    {Attribute::ContourYDelta, &_tagSClickROIInformation::contourYDelta},
+};
+
+/** Of what was measured in it. */
+inline constexpr Field<_tagSClickROIInformation> measurementFields[] = {
+    {Attribute::AverageRadiance, &_tagSClickROIInformation::averageRadiance},
+    {Attribute::FilterLabel, &_tagSClickROIInformation::filterLabel},
+    {Attribute::TotalFlux, &_tagSClickROIInformation::totalFlux},
+};
+
+/** Of the total flux of a region of interest. */
+inline constexpr Field<_tagSROISpectralResults> fluxFields[] = {
+    {Attribute::TotalFlux, &_tagSROISpectralResults::totalFlux},
+    {Attribute::FluxStdDev, &_tagSROISpectralResults::fluxStdDev},
+};
+
+/** Of the depth of its source. */
+inline constexpr Field<_tagSROISpectralResults> depthFields[] = {
+    {Attribute::AverageDepth, &_tagSROISpectralResults::averageDepth},
+    {Attribute::DepthStdDev, &_tagSROISpectralResults::depthStdDev},
 };
 
 /** Of one value of a plot. */

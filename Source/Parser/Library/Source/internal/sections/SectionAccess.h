@@ -10,9 +10,9 @@
 #define OVPARSER_INTERNAL_SECTIONACCESS_H
 
 #include "Entries.h"
-#include "Guard.h"
-#include "NumberFormat.h"
 #include "PLSection.h"
+#include "internal/text/Guard.h"
+#include "internal/text/NumberFormat.h"
 
 #include <memory>
 

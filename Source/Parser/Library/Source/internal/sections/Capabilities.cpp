@@ -5,6 +5,8 @@
 
 #include "SectionAccess.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 
 namespace ovparser::internal {
@@ -209,6 +211,19 @@ void deriveCapabilities(const CPLSection& section, InstrumentState& state)
     state.doorClosedOnZeroStatus =
         !state.usbIoBoardInstalled && state.systemType != eVEXA_200 &&
         !equals(section, Key::ElectronicsTrayPartNumber, Value::OldElectronicsTray);
+}
+
+bool isPositionKey(const QString& key)
+{
+    return key.startsWith(Key::ShelfPosition, Qt::CaseInsensitive) &&
+           key.contains(Key::FovPart, Qt::CaseInsensitive);
+}
+
+QString positionName(const QString& key)
+{
+    static const QRegularExpression betweenBlanks(QStringLiteral("\\s(\\w)\\s"),
+                                                  QRegularExpression::UseUnicodePropertiesOption);
+    return betweenBlanks.match(key).captured(1);
 }
 
 } // namespace ovparser::internal

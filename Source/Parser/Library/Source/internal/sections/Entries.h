@@ -8,8 +8,8 @@
 #ifndef OVPARSER_INTERNAL_ENTRIES_H
 #define OVPARSER_INTERNAL_ENTRIES_H
 
-#include "InfoText.h"
-#include "Keys.h"
+#include "internal/text/InfoText.h"
+#include "internal/text/Keys.h"
 
 #include <vector>
 

@@ -157,6 +157,13 @@ struct ColonCut
 /** The text of a line after its section marker; nothing without one. */
 [[nodiscard]] std::optional<QLatin1String> afterMarker(QLatin1String line);
 
+/**
+ * A section mark of a sequence may have its ':' after the next mark; its key then spans both. A
+ * section whose ':' lies so many bytes after that mark is passed over: without a limit, many marks
+ * before one ':' would take quadratic memory.
+ */
+inline constexpr int maxSpanningKey = 128;
+
 /** The section key of a header line (marker, key, ':', name); nothing when it is malformed. */
 [[nodiscard]] std::optional<QLatin1String> headerKey(QLatin1String header);
 

@@ -65,6 +65,12 @@ struct InstrumentState
  */
 void deriveCapabilities(const CPLSection& section, InstrumentState& state);
 
+/** Whether a key gives the field of view of a stage position. */
+[[nodiscard]] bool isPositionKey(const QString& key);
+
+/** The word character that stands between white space in such a key; empty without one. */
+[[nodiscard]] QString positionName(const QString& key);
+
 } // namespace ovparser::internal
 
 #endif
