@@ -24,7 +24,7 @@ int replay(const QString& path)
     std::printf("%s\n", qPrintable(path));
     std::fflush(stdout);
     const QByteArray bytes = fuzz::contentOf(path);
-    // A copy that ends with the input, so that a sanitizer notices what reads on behind it.
+    // A copy that ends with the input, so that a sanitizer notices what reads on after it.
     const std::vector<std::uint8_t> data(bytes.cbegin(), bytes.cend());
     LLVMFuzzerTestOneInput(data.data(), data.size());
     return 1;

@@ -72,7 +72,7 @@ void checkSection(const CPLSection& section);
 bool holdsCommentKey(const CPLSection& section);
 
 /**
- * Whether a document is read back as it is saved. A line that begins with asterisks behind a
+ * Whether a document is read back as it is saved. A line that begins with asterisks after a
  * vertical tab, which is trimmed away but does not delimit words, becomes a header line.
  */
 bool isReadBack(const CPLClickInfo& document, const QByteArray& saved);

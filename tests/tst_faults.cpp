@@ -20,7 +20,7 @@ namespace {
 
 enum class Failing {
     Once,   ///< the chosen allocation only
-    Onward, ///< the chosen allocation and all behind it
+    Onward, ///< the chosen allocation and all after it
 };
 
 struct Allocator
@@ -189,7 +189,7 @@ void add(const char* name, Operation operation, State state, On on = On::Memory)
         QVERIFY(allocation > 0 || QTest::currentTestFailed());
     };
     QTest::addRow("%s", name) << trial << Failing::Once;
-    QTest::addRow("%s, and all behind it", name) << trial << Failing::Onward;
+    QTest::addRow("%s, and all after it", name) << trial << Failing::Onward;
 }
 
 const QTemporaryDir folder;

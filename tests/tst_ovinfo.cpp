@@ -460,7 +460,7 @@ private Q_SLOTS:
         for (const char c : QByteArray("<OV3.0.SpectralAnalysis/>"))
             utf16 += QByteArray(1, c) + '\0';
         row("spectral in UTF-16", utf16, "");
-        row("elements behind a comment",
+        row("elements after a comment",
             QByteArray("<OV>\n<OV.Attributes/>\n<!-- c -->\n<OV.ClickInfo Total.Clicks='0'/>\n</OV>")
                 .replace("OV", "OV3.0.SpectralAnalysis"),
             "3 elements-not-read");

@@ -88,7 +88,7 @@ sIASetupInfo fullSetup()
     return setup;
 }
 
-/** The pairs of a section as "key=value" behind the five common keys, joined by '|'. */
+/** The pairs of a section as "key=value" after the five common keys, joined by '|'. */
 QString ownKeys(const CPLSection* section)
 {
     QStringList keys;
@@ -461,7 +461,7 @@ private Q_SLOTS:
         support::row("comment line", QByteArray("\n  # b: 1\n"), "b"_s, QString(), QString());
         support::row("no value", QByteArray("b:\n"), "b"_s, ""_s, ""_s);
         support::row("CR only", QByteArray("a: 1\rb: 2"), "b"_s, "2"_s, "2"_s);
-        support::row("behind 200 characters", filler + "key: " + filler, "key"_s, QString(54, u'a'), QString(5, u'a'));
+        support::row("after 200 characters", filler + "key: " + filler, "key"_s, QString(54, u'a'), QString(5, u'a'));
         support::row("cut in the key", filler.repeated(2).left(247) + "key: 1", "key"_s, QString(), "1"_s);
     }
 

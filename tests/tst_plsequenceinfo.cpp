@@ -60,10 +60,10 @@ private Q_SLOTS:
                      "A1|B2"_s, ""_s);
         support::row("no line end", numbers + "*** Sequence: S", "ClickNumbers|Sequence"_s, "A1|B2"_s, ""_s);
         support::row("empty key", "*** : S\n" + numbers, "ClickNumbers"_s, "A1|B2"_s, ""_s);
-        support::row("colon behind the next mark", "*** A\n" + numbers, "A\n*** ClickNumbers|ClickNumbers"_s, "A1|B2"_s,
+        support::row("colon after the next mark", "*** A\n" + numbers, "A\n*** ClickNumbers|ClickNumbers"_s, "A1|B2"_s,
                      ""_s);
         const QByteArray far(150, 'b');
-        support::row("colon far behind the next mark", "*** A\n*** B\n" + far + "\n" + numbers,
+        support::row("colon far after the next mark", "*** A\n*** B\n" + far + "\n" + numbers,
                      "B\n"_s + QString::fromLatin1(far) + "\n*** ClickNumbers|ClickNumbers"_s, "A1|B2"_s, ""_s);
         support::row("no further colon", numbers + "*** Sequence\nk v\n", "ClickNumbers"_s, "A1|B2"_s, ""_s);
         support::row("CR line ends", QByteArray(numbers + "*** Sequence: S\n").replace('\n', '\r'),

@@ -119,7 +119,7 @@ void Checker::checkEncoding(const Document& document)
          QStringLiteral("looks like UTF-8; the library reads each byte as one Latin-1 character"));
 }
 
-/** Whether the load goes on behind the header. */
+/** Whether the load goes on after the header. */
 bool Checker::checkHeader(const InfoBlock& block, bool catalogue)
 {
     const FaultText* const row = faultText(textFaults, block.fault);
@@ -180,7 +180,7 @@ bool Checker::checkClickNumber(const InfoBlock& block)
     return true;
 }
 
-/** Whether the load goes on behind the block. */
+/** Whether the load goes on after the block. */
 bool Checker::checkBlock(const InfoBlock& block, bool catalogue, Places* sections)
 {
     if (!checkHeader(block, catalogue))

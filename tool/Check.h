@@ -16,7 +16,7 @@
 struct Finding
 {
     int line = 0; ///< from 1; 0 for the file as a whole
-    /** A problem is read or kept otherwise than it looks; a note is not. */
+    /** A problem is not read or kept as it looks; a note is. */
     bool isProblem = true;
     const char* code = ""; ///< for programs; never changes its meaning
     QString message;

@@ -218,7 +218,7 @@ void checkNumbers(const QDomElement& element, SpectralFaults* faults)
     }
 }
 
-/** What stands behind a child that is no element is not read. */
+/** What stands after a child that is no element is not read. */
 void checkOrder(const QDomElement& parent, SpectralFaults* faults)
 {
     QDomNode child = parent.firstChild();
@@ -226,7 +226,7 @@ void checkOrder(const QDomElement& parent, SpectralFaults* faults)
         child = child.nextSibling();
     if (!child.nextSiblingElement().isNull())
         faults->append({child.lineNumber(), "elements-not-read",
-                        QStringLiteral("a text or comment in %1; the elements behind it are not "
+                        QStringLiteral("a text or comment in %1; the elements after it are not "
                                        "read")
                             .arg(parent.tagName())});
 }

@@ -44,7 +44,7 @@ struct LinearFit
     double b = 0.0;
 };
 
-/** What the library reads otherwise than it stands, or does not read. */
+/** What the library does not read, or does not read as it is written. */
 struct SpectralFault
 {
     int line = 0;          ///< from 1

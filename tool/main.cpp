@@ -26,7 +26,7 @@ QString helpText()
                        "or a file cannot be read).");
 }
 
-/** Sees to it that the output has arrived before success is claimed. */
+/** Tells of success only when the output has arrived. */
 int finish(int code, ExitCode unwritten = BadFile)
 {
     const bool written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;

@@ -19,7 +19,7 @@ namespace support {
 
 /**
  * Makes the C library keep freed memory. Whether it gives memory back to the system and takes it
- * again page by page depends on what happens to lie behind it, and costs more than most work here.
+ * again page by page depends on what happens to lie after it, and costs more than most work here.
  */
 inline void keepFreedMemory()
 {

@@ -6,7 +6,8 @@
  * The free helper functions: image types, dates and times, names, single sections of a text,
  * binnings and geometry of the CCD, installation paths.
  *
- * They hold no state, touch no file and never fail.
+ * They hold no state and open no file. Where there is no answer they give an empty text, false or
+ * -1, as each one tells. Those that make a text may throw std::bad_alloc.
  */
 #ifndef OVPARSER_PLHELPERS_H
 #define OVPARSER_PLHELPERS_H

@@ -30,6 +30,7 @@ struct PARSERLIBRARY_EXPORT sIASetupInfo
 {
     /** Sets every field to its default; the acquisition time becomes the current time. */
     sIASetupInfo();
+
     /** A copy, which shares nothing with the original. */
     sIASetupInfo(const sIASetupInfo& other);
 

@@ -3,7 +3,8 @@
 
 /**
  * @file
- * Every section key, key name, file name and fixed value that the data files use, defined once.
+ * The section keys, key names, file names and fixed values that the data files use, each defined
+ * once.
  */
 #ifndef OVPARSER_PLKEYWORDS_H
 #define OVPARSER_PLKEYWORDS_H

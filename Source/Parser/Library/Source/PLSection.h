@@ -65,7 +65,7 @@ public:
      * again keeps an entry of its own, but all its entries have the value read last.
      *
      * @param text  the text after the section's header line; when memory runs out, the section has
-     * no entries
+     *              no entries
      */
     void loadSectionData(QString text);
 

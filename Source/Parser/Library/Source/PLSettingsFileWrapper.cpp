@@ -38,7 +38,7 @@ bool equalsIgnoringCase(const QString& a, const QString& b)
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-/** Collects the number that stands `gap` characters behind the first `stem` of a text, if any. */
+/** Collects the number that stands `gap` characters after the first `stem` of a text, if any. */
 void collectNumber(const QString& text, const QString& stem, int gap, Numbers* numbers)
 {
     const auto found = text.indexOf(stem);
@@ -62,7 +62,7 @@ qint64 nextSectionNumber(const Numbers& sorted)
     return next;
 }
 
-/** The first gap of sorted numbers; a gap right behind a repeated number does not count. */
+/** The first gap of sorted numbers; a gap right after a repeated number does not count. */
 qint64 nextMenuNumber(const Numbers& sorted)
 {
     if (!std::binary_search(sorted.begin(), sorted.end(), 1))

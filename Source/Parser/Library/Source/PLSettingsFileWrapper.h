@@ -80,7 +80,8 @@ public:
     /** @name Lookup */
     ///@{
 
-    /** The menu names of the wrapper's sections in order, in every mode; blank ones are left out.
+    /**
+     * The menu names of the wrapper's sections in order, in every mode; blank ones are left out.
      */
     [[nodiscard]] QStringList getMenuNames() const;
 
@@ -166,7 +167,8 @@ public:
     /** @overload */
     tag_estatus addSection(const QString& prefix, const QString& menuName, const QString& fileName);
 
-    /** The same under the next available key of the section-name tag; stores the name as a value.
+    /**
+     * The same under the next available key of the section-name tag; stores the name as a value.
      */
     tag_estatus addSection(const QString& menuName);
 

@@ -20,13 +20,16 @@ enum tag_estatus : int {
     eSTATUS_EXTENSION_LOAD_FAILED = 2,
     /** A sequence file lists no click numbers and is not marked as an empty sequence. */
     eSTATUS_NO_CLICK_NUMBERS = 4,
-    /** A header line without marker or without ':' after it, or with a '#' at or before that ':'.
+    /**
+     * A header line without marker or without ':' after it, or with a '#' at or before that ':'.
      */
     eSTATUS_BAD_FORMAT = 5,
     /** Fewer bytes were read than the file holds. */
     eSTATUS_FILE_READ_FAILED = 10,
-    /** A file could not be opened for reading or writing. A pipe is never opened, a device not to
-       read. */
+    /**
+     * A file could not be opened for reading or writing. Pipes are never opened, and devices are
+     * not opened to be read.
+     */
     eSTATUS_FILE_OPEN_FAILED = 11,
     /** A sequence file does not exist or could not be opened. */
     eSTATUS_FILE_NOT_FOUND = 12,

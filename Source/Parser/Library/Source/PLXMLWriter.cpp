@@ -189,8 +189,8 @@ void CPLXMLWriter::writePendingIndent()
     atLineStart = false;
 }
 
-// A device that is not open warns when it is written to; nothing follows a text that was lost,
-// also for want of memory.
+// A device that is not open warns when it is written to. After a text was lost, also for a lack of
+// memory, nothing more is written.
 void CPLXMLWriter::write(const QString& text)
 {
     if (output == nullptr || !output->isWritable() || failed)

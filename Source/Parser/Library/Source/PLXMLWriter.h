@@ -32,7 +32,9 @@ class PARSERLIBRARY_EXPORT AttrMap : public QMap<QString, QString>
 public:
     using QMap<QString, QString>::QMap;
 
+    /** A map without attributes. */
     AttrMap();
+
     /** A copy, which shares nothing with the original. */
     AttrMap(const AttrMap& other);
 

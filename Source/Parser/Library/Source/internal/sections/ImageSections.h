@@ -19,7 +19,7 @@ namespace ovparser::internal {
 /** The section key of an image type; an empty string for a type without a section. */
 [[nodiscard]] QString imageSectionKey(tag_eimagetype type);
 
-/** Whether sections of the type stand right behind the read-bias-only section. */
+/** Whether sections of the type stand right after the read-bias-only section. */
 [[nodiscard]] bool followsReadBiasOnly(tag_eimagetype type);
 
 /**
