@@ -49,7 +49,7 @@ QList<Entry> entriesOf(const CPLSection& section)
     section.saveSectionData(text);
     QStringList lines = text.split(PLKeyword::Text::LineEnd);
     lines.replaceInStrings(QStringLiteral("\n"), QString());
-    // The header line comes first; the empty line behind a section leaves two empty parts.
+    // The header line comes first; the empty line after a section leaves two empty parts.
     lines = lines.mid(1, lines.size() - 3);
     QList<Entry> entries;
     for (const QString& line : qAsConst(lines)) {

@@ -55,7 +55,7 @@ private:
     QSqlQuery m_rows;                 ///< what look() expects, row by row
     QSqlQuery m_rowById;
     QSqlQuery m_idByPath;
-    FileRow m_expected; ///< without a number behind the last one
+    FileRow m_expected; ///< without a number after the last one
     IndexBuild m_build;
     QString m_problem;
     bool m_inPlace = false; ///< whether every row has the place yet that it had before

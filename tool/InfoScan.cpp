@@ -64,15 +64,15 @@ InfoBlock chunkBlock(QLatin1String chunk, QLatin1String key, int number)
     block.open = !firstLine(chunk).endsWith(QLatin1Char('\n'));
     if (!block.open) // a header line without a line end is read as a line of the section, too
         block.lines.erase(block.lines.begin());
-    const auto behind = key.size() + Text::Marker.size() - chunk.size();
-    if (behind >= maxSpanningKey) { // many such keys would take quadratic time
+    const auto beyond = key.size() + Text::Marker.size() - chunk.size();
+    if (beyond >= maxSpanningKey) { // many such keys would take quadratic time
         block.fault = HeaderFault::TooFar;
         return block;
     }
     block.key = decoded(block, trimmed(key));
     if (block.key.isEmpty())
         block.fault = HeaderFault::EmptyKey;
-    else if (behind >= 0)
+    else if (beyond >= 0)
         block.fault = HeaderFault::Spans;
     else if (cutAtColon(block.header.text).kind == LineCut::Commented)
         block.fault = HeaderFault::CommentedColon;
