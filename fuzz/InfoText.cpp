@@ -16,9 +16,11 @@ constexpr std::initializer_list<tag_estatus> textFailures = {eSTATUS_BAD_FORMAT,
 constexpr std::initializer_list<tag_estatus> userFailures = {
     eSTATUS_BAD_FORMAT, eSTATUS_EMPTY_SECTION_KEY, eSTATUS_INVALID_ARGUMENT};
 
-/** The text of a file with LF at the line ends, which is what the loaders read. */
-QByteArray withLineFeeds(QByteArray bytes)
+/** What the loaders read of a file: without a byte-order mark, with LF at the line ends. */
+QByteArray readText(QByteArray bytes)
 {
+    const QByteArray mark = "\xEF\xBB\xBF";
+    bytes.remove(0, bytes.startsWith(mark) ? mark.size() : 0);
     return bytes.replace("\r\n", "\n").replace('\r', '\n').trimmed();
 }
 
@@ -34,7 +36,7 @@ void checkLoaders(const QByteArray& bytes, const QString& path)
     CPLClickInfo analyzed;
     CPLClickInfo text;
     const tag_estatus analyzedStatus = analyzed.loadAnalyzedClickInfo(path);
-    tag_estatus textStatus = text.loadTextBuffer(latin1(withLineFeeds(bytes)));
+    tag_estatus textStatus = text.loadTextBuffer(latin1(readText(bytes)));
     if (succeeded(textStatus, textFailures))
         textStatus = text.appendUserSpecificSections(false);
     require(textStatus == analyzedStatus, "file and text load with the same status");
