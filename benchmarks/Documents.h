@@ -115,7 +115,7 @@ public:
         return true;
     }
 
-    /** Writes in place, as the library does. */
+    /** Writes in place, as a program that is not careful does. */
     bool save(const Text& path) const
     {
         gsize length = 0;
