@@ -331,6 +331,7 @@ tag_estatus CPLClickInfo::loadClickInfoText(const QString& text)
     return loadInfoText(SourceText(text), [&] { return loadTextBuffer(text); });
 }
 
+// As loadClickInfoText(), which overrides of loadTextBuffer() ask for, but without copies.
 tag_estatus CPLClickInfo::loadInfoBytes(const QByteArray& bytes)
 {
     if (!isPlain())

@@ -200,12 +200,12 @@ QString Entries::text(Piece piece) const
     return piece.size == Piece::numbered ? generatedKey(piece.at) : m_text.text(view(piece));
 }
 
-void Entries::append(QString& out, Piece piece) const
+void Entries::writePiece(QString& out, Piece piece) const
 {
     out.append(text(piece));
 }
 
-void Entries::append(QByteArray& out, Piece piece) const
+void Entries::writePiece(QByteArray& out, Piece piece) const
 {
     if (piece.size < 0)
         appendText(out, text(piece));
@@ -220,10 +220,10 @@ void Entries::write(Text& out) const
         const Piece key = entry(place).key;
         const bool bare = key.size < 0 ? isCommentKey(text(key)) : isCommentKey(view(key));
         if (!bare) {
-            append(out, key);
+            writePiece(out, key);
             appendText(out, PLKeyword::Text::KeyEnd);
         }
-        append(out, holder(place).value);
+        writePiece(out, holder(place).value);
         appendText(out, PLKeyword::Text::LineEnd);
     }
 }

@@ -93,8 +93,8 @@ private:
     [[nodiscard]] Piece ownPiece(const QString& text);
     [[nodiscard]] QLatin1String view(Piece piece) const;
     [[nodiscard]] QString text(Piece piece) const;
-    void append(QString& out, Piece piece) const;
-    void append(QByteArray& out, Piece piece) const;
+    void writePiece(QString& out, Piece piece) const;
+    void writePiece(QByteArray& out, Piece piece) const;
 
     SourceText m_text;
     std::vector<Entry> m_entries;
