@@ -20,7 +20,7 @@ QString draw(const SpectralFile& file, const QString& path, const QString& drawi
         return QStringLiteral("the drawing would replace the file itself");
     if (const char* const obstacle = obstacleOf(drawing, Access::Write))
         return QLatin1String(obstacle);
-    return writeSpectralSvg(file, drawing) ? QString() : QStringLiteral("cannot be written");
+    return saveFile(drawing, spectralSvg(file)) ? QString() : QStringLiteral("cannot be written");
 }
 
 } // namespace

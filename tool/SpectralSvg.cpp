@@ -4,7 +4,6 @@
 #include "SpectralSvg.h"
 
 #include "Chart.h"
-#include "Files.h"
 
 #include <QtCore/QBuffer>
 
@@ -107,7 +106,7 @@ void drawPage(CPLXMLWriter& svg, const Chart& left, const Chart& right)
 
 } // namespace
 
-bool writeSpectralSvg(const SpectralFile& file, const QString& path)
+QByteArray spectralSvg(const SpectralFile& file)
 {
     QBuffer device;
     device.open(QIODevice::WriteOnly);
@@ -115,5 +114,5 @@ bool writeSpectralSvg(const SpectralFile& file, const QString& path)
     svg.setAutoNewLine(true);
     svg.setIndentSize(2);
     drawPage(svg, plotChart(file), fitChart(file));
-    return saveFile(path, device.data());
+    return device.data();
 }

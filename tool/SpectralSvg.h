@@ -10,11 +10,9 @@
 
 #include "SpectralFile.h"
 
-/**
- * Draws the plots and the fit of a file side by side.
- *
- * @return false when the picture cannot be stored
- */
-bool writeSpectralSvg(const SpectralFile& file, const QString& path);
+#include <QtCore/QByteArray>
+
+/** The plots and the fit of a file side by side, as an SVG document. */
+QByteArray spectralSvg(const SpectralFile& file);
 
 #endif
