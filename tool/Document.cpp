@@ -211,6 +211,7 @@ bool Document::isIndex() const
 
 bool Document::setProblem(tag_estatus status)
 {
+    m_status = status;
     m_problem = explained(status, m_path);
     return false;
 }
@@ -365,13 +366,17 @@ QString Document::clickNumber() const
 
 std::optional<QByteArray> Document::writtenForm() const
 {
-    if (m_kind != FileKind::Sequence)
-        return isIndex() || m_startsWithoutHeader || isDicom() || m_spectral ||
-                       m_kind == FileKind::BackgroundSummary
-                   ? std::nullopt
-                   : std::optional(m_text.getClickInfoData());
+    if (m_kind == FileKind::Sequence)
+        return ::writtenForm(m_sequence);
+    const bool isWritten = !isIndex() && !m_startsWithoutHeader && !isDicom() && !m_spectral &&
+                           m_kind != FileKind::BackgroundSummary;
+    return isWritten ? std::optional(m_text.getClickInfoData()) : std::nullopt;
+}
+
+QByteArray writtenForm(const CPLSequenceInfo& sequence)
+{
     QByteArray data;
-    for (const CPLSection* const section : sections()) {
+    for (int i = 0; const CPLSection* const section = sequence[i]; ++i) {
         QString text;
         section->saveSectionData(text);
         data += text.toLatin1();

@@ -43,6 +43,9 @@ public:
 
     [[nodiscard]] QString problem() const { return m_problem; }
 
+    /** What kind of problem it is. */
+    [[nodiscard]] tag_estatus status() const { return m_status; }
+
     /** Whether the file could be read, be it of use or not. */
     [[nodiscard]] bool wasRead() const { return m_wasRead; }
 
@@ -119,7 +122,11 @@ private:
     FileKind m_kind = FileKind::InfoText;
     QString m_title;
     QString m_problem;
+    tag_estatus m_status = eSTATUS_BAD_FORMAT; ///< of a problem
     bool m_startsWithoutHeader = false;
 };
+
+/** What the library would write for a sequence. */
+QByteArray writtenForm(const CPLSequenceInfo& sequence);
 
 #endif
