@@ -83,16 +83,28 @@ void forEachChild(const QDomElement& parent, Visit visit)
         visit(child);
 }
 
+/** What was measured in a region: inside its element, or in the one after it, as it is written. */
+QDomElement measurementsOf(const QDomElement& roi)
+{
+    const QDomElement inside = roi.firstChild().nextSibling().toElement();
+    return inside.isNull() ? roi.nextSibling().firstChild().toElement() : inside;
+}
+
 /** An acquisition, as far as its elements stand where they belong. */
 Click clickOf(const QDomElement& element)
 {
     Click click;
     const QDomElement filter = element.firstChild().toElement();
     const QDomElement roi = filter.nextSibling().toElement();
-    if (readIf(Spectral::Click, element, clickFields, &click) &&
-        readIf(Spectral::FilterProperties, filter, filterFields, &click) &&
-        readIf(Spectral::ClickRoi, roi, clickRoiFields, &click))
-        readIf(Spectral::RoiProperties, roi.firstChild().toElement(), propertyFields, &click);
+    const QDomElement properties = roi.firstChild().toElement();
+    if (!readIf(Spectral::Click, element, clickFields, &click) ||
+        !readIf(Spectral::FilterProperties, filter, filterFields, &click) ||
+        !readIf(Spectral::ClickRoi, roi, clickRoiFields, &click) ||
+        !readIf(Spectral::RoiProperties, properties, propertyFields, &click))
+        return click;
+    if (click.roiShape == Spectral::ContourShape)
+        readIf(Spectral::RoiProperties, properties, contourFields, &click);
+    readIf(Spectral::RoiMeasurements, measurementsOf(roi), measurementFields, &click);
     return click;
 }
 

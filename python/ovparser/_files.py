@@ -1,0 +1,84 @@
+# SPDX-FileCopyrightText: 2026 The ovparser authors
+# SPDX-License-Identifier: MIT
+
+"""Files of any kind."""
+
+from __future__ import annotations
+
+from collections.abc import Callable, Iterator
+from contextlib import contextmanager
+from typing import Any
+
+from . import _core
+from ._camera import CameraInfo
+from ._documents import (
+    BackgroundSummary,
+    ClickInfo,
+    Document,
+    LabelSets,
+    OpticalProperties,
+    PathLike,
+    Sequence,
+    Settings,
+    path_of,
+)
+from ._spectral import SpectralAnalysis
+
+_LOADERS: dict[str, Callable[[PathLike], Any]] = {
+    "acquisition": ClickInfo.load,
+    "analyzedAcquisition": ClickInfo.load,
+    "backgroundSummary": BackgroundSummary.load,
+    "dicom": ClickInfo.from_dicom,
+    "filterWheel": ClickInfo._from_key_lines,
+    "fluorescentReferences": BackgroundSummary.load,
+    "infoText": ClickInfo.load,
+    "instrument": CameraInfo.load,
+    "instrumentExtension": ClickInfo.load,
+    "labelSet": LabelSets.load,
+    "opticalProperties": OpticalProperties.load,
+    "sequence": Sequence.load,
+    "settings": Settings.load,
+    "spectralAnalysis": SpectralAnalysis.load,
+    "structureReferences": BackgroundSummary.load,
+}
+
+
+def load(path: PathLike) -> Any:
+    """Loads a file as what it is, told by its content.
+
+    Gives a ClickInfo, Sequence, BackgroundSummary, Settings, CameraInfo, LabelSets,
+    OpticalProperties or SpectralAnalysis. Any other info text, such as an instrument extension or a
+    filter wheel, is a ClickInfo.
+
+    Raises Error, which is an OSError too: BAD_FORMAT for a file that the library does not know,
+    otherwise what the class raises for a file that it cannot load.
+    """
+    text = path_of(path)
+    return _LOADERS[_core.kind_of(text)](text)
+
+
+@contextmanager
+def edit(path: PathLike) -> Iterator[Any]:
+    """Loads a file, and saves it when the block ends without an exception and changed something.
+
+    Of several programs that edit one file in this way none overwrites what another has saved: the
+    later one raises an Error (FAILED), and the file keeps what the first has written.
+
+    Raises Error, which is an OSError too, as load() and save() do; at once for a document that
+    cannot replace its file.
+    """
+    text = path_of(path)
+    with open(text, "rb") as file:
+        before = file.read()
+    document = load(text)
+    if isinstance(document, SpectralAnalysis):
+        raise TypeError("a spectral analysis is written as a whole, by SpectralAnalysis.write()")
+    document._target(None)
+    content = document._content()
+    yield document
+    if document._content() == content:
+        return
+    if document._loader == "from_dicom":
+        document.save()
+    else:
+        _core.rewrite(text, before, bytes(document))
