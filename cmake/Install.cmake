@@ -71,3 +71,13 @@ if(OVPARSER_BUILD_TOOL)
   install(FILES tool/completions/_ovinfo
     DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${zsh_completions} COMPONENT tool)
 endif()
+
+if(OVPARSER_BUILD_PYTHON)
+  set(OVPARSER_PYTHON_DIR ${CMAKE_INSTALL_LIBDIR}/python3/site-packages CACHE STRING
+    "Folder of Python packages, from the prefix on")
+  file(RELATIVE_PATH libraries /prefix/${OVPARSER_PYTHON_DIR}/ovparser /prefix/${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(ovparser_python PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+  install(TARGETS ovparser_python LIBRARY DESTINATION ${OVPARSER_PYTHON_DIR}/ovparser COMPONENT python)
+  install(DIRECTORY python/ovparser DESTINATION ${OVPARSER_PYTHON_DIR} COMPONENT python
+    FILES_MATCHING PATTERN "*.py" PATTERN "*.pyi" PATTERN py.typed)
+endif()

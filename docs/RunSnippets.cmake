@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 
 # Runs the code of a page beside a copy of the sample files and compares what it prints: first the
-# program, then the commands.
-#   cmake -DNAME=FILES [-DPROGRAM=FILE] [-DSHELL=FILE] -DEXAMPLES=FOLDER -P RunSnippets.cmake
+# programs, then the commands.
+#   cmake -DNAME=FILES [-DPROGRAM=FILE] [-DPYTHON=FILE] [-DSHELL=FILE] -DEXAMPLES=FOLDER -P RunSnippets.cmake
 set(folder ${NAME}.run)
 file(REMOVE_RECURSE ${folder})
 file(COPY ${EXAMPLES} DESTINATION ${folder})
@@ -25,6 +25,9 @@ endfunction()
 
 if(PROGRAM)
   run(${NAME}.cpp.txt ${PROGRAM})
+endif()
+if(PYTHON)
+  run(${NAME}.py.txt ${PYTHON} ${NAME}.py)
 endif()
 if(SHELL)
   run(${NAME}.sh.txt ${SHELL} ${NAME}.sh)

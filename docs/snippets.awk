@@ -3,9 +3,10 @@
 
 # Takes the code out of a page:  awk -v name=FILES -f snippets.awk PAGE
 #
-# The blocks marked "cpp" become one program, FILES.cpp, whose output the blocks marked "output"
-# show. The commands of the blocks marked "console" become FILES.sh, whose output is the blocks
-# themselves. What must be printed goes to FILES.cpp.txt and FILES.sh.txt.
+# The blocks marked "cpp" become one program, FILES.cpp, and those marked "python" another, FILES.py.
+# Their output is what the blocks marked "output" show, each that of the program before it. The commands
+# of the blocks marked "console" become FILES.sh, whose output is the blocks themselves. What must be
+# printed goes to FILES.cpp.txt, FILES.py.txt and FILES.sh.txt.
 
 BEGIN { quote = sprintf("%c", 39) }
 
@@ -22,9 +23,17 @@ kind == "cpp" && /^#include/ {
     next
 }
 
-kind == "cpp" { body = body $0 "\n" }
+kind == "cpp" {
+    body = body $0 "\n"
+    program = kind
+}
 
-kind == "output" { printed = printed $0 "\n" }
+kind == "python" {
+    script = script $0 "\n"
+    program = kind
+}
+
+kind == "output" { printed[program] = printed[program] $0 "\n" }
 
 kind == "console" {
     shown = shown $0 "\n"
@@ -38,7 +47,11 @@ kind == "console" {
 END {
     if (body != "") {
         print "#include <ParserLibrary.h>\n" includes "int main()\n{\n" body "}" > (name ".cpp")
-        printf "%s", printed > (name ".cpp.txt")
+        printf "%s", printed["cpp"] > (name ".cpp.txt")
+    }
+    if (script != "") {
+        printf "%s", script > (name ".py")
+        printf "%s", printed["python"] > (name ".py.txt")
     }
     if (commands != "") {
         printf "%s", commands > (name ".sh")

@@ -6,6 +6,8 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
 
+#include <algorithm>
+
 namespace ovpython {
 
 QString fromPython(PyObject* text)
@@ -22,10 +24,13 @@ QString fromPython(PyObject* text)
 
 py::str toPython(const QString& text)
 {
+    const bool hasPairs = std::any_of(text.cbegin(), text.cend(),
+                                      [](QChar c) { return QChar::isSurrogate(c.unicode()); });
     // Half a character, which a file may hold, is kept as such.
     PyObject* const unicode =
-        PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(text.utf16()),
-                              Py_ssize_t(text.size()) * 2, "surrogatepass", nullptr);
+        hasPairs ? PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(text.utf16()),
+                                         Py_ssize_t(text.size()) * 2, "surrogatepass", nullptr)
+                 : PyUnicode_FromKindAndData(PyUnicode_2BYTE_KIND, text.utf16(), text.size());
     if (!unicode)
         throw py::error_already_set();
     return py::reinterpret_steal<py::str>(unicode);
