@@ -63,16 +63,17 @@ const KindName& namesOf(FileKind kind)
     return kindNames[int(kind)];
 }
 
-/** A file that is read line by line: what it is, and how it is read. */
+/** A file that is read line by line: what it is, what each line holds, and how it is read. */
 struct IndexKind
 {
     FileKind kind = FileKind::StructureReferences;
+    QLatin1String key; ///< in lower case
     tag_estatus (CPLBkgSummaryInfo::*load)(QString) = nullptr;
 };
 
 constexpr IndexKind indexKinds[] = {
-    {FileKind::StructureReferences, &CPLBkgSummaryInfo::SLload},
-    {FileKind::FluorescentReferences, &CPLBkgSummaryInfo::FLload},
+    {FileKind::StructureReferences, keyword("structure reference"), &CPLBkgSummaryInfo::SLload},
+    {FileKind::FluorescentReferences, keyword("fluorescent reference"), &CPLBkgSummaryInfo::FLload},
 };
 
 /** What the key of a section begins with tells what the file is. */
@@ -271,9 +272,11 @@ bool Document::loadSequence(const QString& file)
 
 bool Document::loadIndex(const QString& file)
 {
+    const QByteArray lower = m_bytes.toLower();
     const auto* const row =
         std::find_if(std::cbegin(indexKinds), std::cend(indexKinds), [&](const IndexKind& kind) {
-            return (m_catalogue.*kind.load)(file) == eSTATUS_SUCCESS && m_catalogue[0];
+            return lower.contains(kind.key.latin1()) &&
+                   (m_catalogue.*kind.load)(file) == eSTATUS_SUCCESS && m_catalogue[0];
         });
     if (row == std::cend(indexKinds))
         return false;

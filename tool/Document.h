@@ -69,6 +69,9 @@ public:
     /** Every section in order; a spectral analysis has none. */
     [[nodiscard]] QList<CPLSection*> sections() const;
 
+    /** The sections of an info text; none of a sequence or catalogue. */
+    [[nodiscard]] const CPLClickInfo& infoText() const { return m_text; }
+
     /** The lines before the first section. */
     [[nodiscard]] QStringList preamble() const;
 

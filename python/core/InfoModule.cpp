@@ -41,10 +41,10 @@ Result guardedSlot(Result failed, Function function) noexcept
     return failed;
 }
 
-/** A key; what is no text is none, and no key is equal to it. */
+/** A key; what is no text, or half a character, is none. */
 QString keyOf(PyObject* key)
 {
-    if (PyUnicode_Check(key))
+    if (PyUnicode_Check(key) && PyUnicode_AsUTF8AndSize(key, nullptr))
         return fromPython(key);
     PyErr_SetObject(PyExc_KeyError, key);
     throw py::error_already_set();
@@ -441,7 +441,7 @@ void defineInfo(py::module_& module)
         .def("label_sets", &labelSetsOf);
     defineSection(module);
 
-    module.def("kind_of", &kindOf, py::arg("path"));
+    module.def("opened_by_kind", &openedByKind, py::arg("path"));
     module.def("new_info", &newInfo);
     module.def("new_sequence", &newSequence);
     module.def("load_info", &loadInfo, py::arg("path"));

@@ -10,9 +10,19 @@
 #include "internal/text/InfoText.h"
 #include "internal/text/TextFile.h"
 
+#include <algorithm>
+
 namespace ovpython {
 
 namespace {
+
+/** What has nothing but its sections. */
+constexpr FileKind plainKinds[] = {FileKind::InfoText,
+                                   FileKind::Acquisition,
+                                   FileKind::AnalyzedAcquisition,
+                                   FileKind::InstrumentExtension,
+                                   FileKind::LabelSet,
+                                   FileKind::Settings};
 
 /** Does something while other threads of Python go on. */
 template <typename Work>
@@ -76,10 +86,18 @@ void dropLineEnds(CPLSection* section)
 
 } // namespace
 
-QString kindOf(const QString& path)
+std::pair<QString, InfoPointer> openedByKind(const QString& path)
 {
     const auto document = documentOf(path);
-    return document->isDicom() ? QStringLiteral("dicom") : document->kindName();
+    if (document->isDicom())
+        return {QStringLiteral("dicom"), nullptr};
+    const FileKind kind = document->kind();
+    const bool isPlain =
+        std::find(std::begin(plainKinds), std::end(plainKinds), kind) != std::end(plainKinds) &&
+        !document->startsWithoutHeader();
+    return {document->kindName(),
+            isPlain ? std::make_shared<Info>(std::make_unique<CPLClickInfo>(document->infoText()))
+                    : nullptr};
 }
 
 InfoPointer newInfo()

@@ -14,8 +14,11 @@ namespace ovpython {
 
 using InfoPointer = std::shared_ptr<Info>;
 
-/** What a file is, by its content; "dicom" for a DICOM file with click info. */
-QString kindOf(const QString& path);
+/**
+ * What a file is, by its content; "dicom" for a DICOM file with click info. @return also its
+ * sections when these are all that there is to load
+ */
+std::pair<QString, InfoPointer> openedByKind(const QString& path);
 
 InfoPointer newInfo();
 InfoPointer newSequence();

@@ -35,7 +35,13 @@ public:
     {}
     Scan(const Scan&) = delete;
     Scan& operator=(const Scan&) = delete;
-    ~Scan() { close(); }
+
+    /** Python, which destroys it, goes on while a file is still being read. */
+    ~Scan()
+    {
+        const py::gil_scoped_release released;
+        close();
+    }
 
     /** Ends the reading. */
     void close()

@@ -24,22 +24,23 @@ from ._documents import (
 )
 from ._spectral import SpectralAnalysis
 
-_LOADERS: dict[str, Callable[[PathLike], Any]] = {
-    "acquisition": ClickInfo.load,
-    "analyzedAcquisition": ClickInfo.load,
-    "backgroundSummary": BackgroundSummary.load,
+#: The class for what a file is; what is not here is a ClickInfo.
+_CLASSES: dict[str, type[Document]] = {
+    "backgroundSummary": BackgroundSummary,
+    "fluorescentReferences": BackgroundSummary,
+    "instrument": CameraInfo,
+    "labelSet": LabelSets,
+    "opticalProperties": OpticalProperties,
+    "sequence": Sequence,
+    "settings": Settings,
+    "structureReferences": BackgroundSummary,
+}
+
+#: Loaders that are not the load() of a class.
+_LOADERS: dict[str, Callable[[str], Any]] = {
     "dicom": ClickInfo.from_dicom,
     "filterWheel": ClickInfo._from_key_lines,
-    "fluorescentReferences": BackgroundSummary.load,
-    "infoText": ClickInfo.load,
-    "instrument": CameraInfo.load,
-    "instrumentExtension": ClickInfo.load,
-    "labelSet": LabelSets.load,
-    "opticalProperties": OpticalProperties.load,
-    "sequence": Sequence.load,
-    "settings": Settings.load,
     "spectralAnalysis": SpectralAnalysis.load,
-    "structureReferences": BackgroundSummary.load,
 }
 
 
@@ -54,7 +55,11 @@ def load(path: PathLike) -> Any:
     otherwise what the class raises for a file that it cannot load.
     """
     text = path_of(path)
-    return _LOADERS[_core.kind_of(text)](text)
+    kind, info = _core.opened_by_kind(text)
+    cls = _CLASSES.get(kind, ClickInfo)
+    if info is not None:
+        return cls._made(info, text)
+    return _LOADERS.get(kind, cls.load)(text)
 
 
 @contextmanager

@@ -32,7 +32,7 @@ def doc() -> ClickInfo:
 def test_documents_are_mappings_in_the_order_of_the_file(doc: ClickInfo) -> None:
     assert isinstance(doc, MutableMapping) and isinstance(doc["Notes"], MutableMapping)
     assert list(doc) == ["ClickNumber", "Notes"] and len(doc) == 2
-    assert "NOTES" in doc and "Other" not in doc and 3 not in doc
+    assert "NOTES" in doc and "Other" not in doc and 3 not in doc and "\ud800" not in doc
     assert doc.get("Other") is None and doc.get("notes") == {"Cage": "7", "Cell Line": "4T1"}
     assert doc == {"ClickNumber": {"Number": "1"}, "Notes": {"Cage": "7", "Cell Line": "4T1"}}
     with pytest.raises(KeyError, match="Other"):
