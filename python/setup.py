@@ -15,7 +15,8 @@ from setuptools import Extension, setup
 from setuptools.command.build_ext import build_ext
 
 ROOT = Path(__file__).resolve().parent.parent
-VERSION = re.search(r"VERSION ([0-9.]+)", (ROOT / "CMakeLists.txt").read_text()[:400]).group(1)
+PROJECT = (ROOT / "CMakeLists.txt").read_text()
+VERSION = re.search(r"project\(ovparser VERSION ([0-9.]+)", PROJECT).group(1)
 PARTS = ("TOOL", "EXAMPLES", "TESTS", "DOCS")
 
 
