@@ -47,7 +47,7 @@ setup(
     version=VERSION,
     description="Reads, edits and writes the data files of Orvane",
     license="MIT",
-    python_requires=">=3.9",
+    python_requires=">=3.10",
     packages=["ovparser"],
     package_data={"ovparser": ["*.pyi", "py.typed"]},
     ext_modules=[Extension("ovparser._core", [])],

@@ -10,7 +10,9 @@
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 namespace {
@@ -276,8 +278,14 @@ ArchiveReader::ArchiveReader(int jobs, Wanted wanted, std::function<void(const F
     , m_done(std::move(done))
     , m_window(std::size_t(jobs) * windowPerThread)
 {
-    for (int i = 0; i < jobs; ++i)
-        m_threads.emplace_back([this] { work(); });
+    try {
+        for (int i = 0; i < jobs; ++i)
+            m_threads.emplace_back([this] { work(); });
+    } catch (const std::exception&) {
+        if (m_threads.empty())
+            throw;
+        // The system gives no more threads; those that there are will do.
+    }
 }
 
 ArchiveReader::~ArchiveReader()
@@ -334,7 +342,11 @@ void ArchiveReader::work()
         Slot* const slot = m_waiting.front();
         m_waiting.pop_front();
         lock.unlock();
-        read(m_wanted, &slot->found);
+        try {
+            read(m_wanted, &slot->found);
+        } catch (const std::bad_alloc&) {
+            slot->found.problem = explained(eSTATUS_OUT_OF_MEMORY, slot->found.file);
+        }
         lock.lock();
         slot->ready = true;
         m_ready.notify_one();

@@ -35,8 +35,13 @@ constexpr Explanation explanations[] = {
     {eSTATUS_FILE_NOT_FOUND, "not found, or cannot be opened"},
     {eSTATUS_KEY_NOT_FOUND, "no such key"},
     {eSTATUS_EMPTY_SECTION_KEY, "a section without its key or number; 'ovinfo check' tells where"},
+    {eSTATUS_FAILED, "cannot be stored as a whole"},
+    {eSTATUS_INVALID_ARGUMENT, "not acceptable"},
+    {eSTATUS_INVALID_VALUE, "an empty value where one is needed"},
     {eSTATUS_OUT_OF_MEMORY, "too large"},
+    {eSTATUS_SECTION_EXISTS, "the section is there already"},
     {eSTATUS_SECTION_NOT_FOUND, "no such section"},
+    {eSTATUS_UNSUPPORTED_IMAGE_TYPE, "not for images of this type"},
 };
 
 } // namespace

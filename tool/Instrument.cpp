@@ -7,6 +7,8 @@
 
 #include "internal/sections/Capabilities.h"
 
+#include <cstdio>
+
 namespace {
 
 namespace Key = PLKeyword::Key;
@@ -63,12 +65,15 @@ constexpr BinnedType binnedTypes[] = {
     {eIMAGE_XRAY, "xray"},
 };
 
-/** What the library reports while a description is loaded. */
-QStringList* reports = nullptr;
+/** What the library reports while this thread loads a description; null while it does not. */
+thread_local QStringList* reports = nullptr;
 
 void collectReport(QtMsgType, const QMessageLogContext&, const QString& text)
 {
-    *reports += text;
+    if (reports)
+        *reports += text;
+    else // another thread's
+        std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
 Family familyOf(EVEXA_Types type)

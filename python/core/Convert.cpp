@@ -3,10 +3,14 @@
 
 #include "Convert.h"
 
+#include "Files.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace ovpython {
 
@@ -81,6 +85,22 @@ template <typename... Arguments>
 
 } // namespace
 
+// While Python ends only the thread runs that ends it.
+PyThreadState* release()
+{
+    return _Py_IsFinalizing() ? nullptr : PyEval_SaveThread();
+}
+
+// Python ends a thread that comes back too late, in the middle of code that nobody may leave so.
+void acquire(PyThreadState* state)
+{
+    if (!state)
+        return;
+    while (_Py_IsFinalizing())
+        std::this_thread::sleep_for(std::chrono::hours(1));
+    PyEval_RestoreThread(state);
+}
+
 void raise(const Failure& failure)
 {
     if (failure.path.isNull())
@@ -92,7 +112,7 @@ void raise(const Failure& failure)
 void check(tag_estatus status)
 {
     if (status != eSTATUS_SUCCESS)
-        raise({status, QString(), getStatusString(status)});
+        raise({status, QString(), explained(status, QString())});
 }
 
 void raiseValueError(const QString& problem)

@@ -44,6 +44,27 @@ struct Failure
 /** Raises it for a status other than success. */
 void check(tag_estatus status);
 
+/** Lets other threads of Python go on; what is returned is for acquire(). */
+[[nodiscard]] PyThreadState* release();
+
+/** Waits until it is this thread's turn again; for ever when Python has begun to end. */
+void acquire(PyThreadState* state);
+
+/** Does something while other threads of Python go on. */
+template <typename Work>
+auto released(Work work)
+{
+    PyThreadState* const state = release();
+    try {
+        auto result = work();
+        acquire(state);
+        return result;
+    } catch (const std::exception&) {
+        acquire(state);
+        throw;
+    }
+}
+
 /** Raises a ValueError. */
 [[noreturn]] void raiseValueError(const QString& problem);
 

@@ -18,15 +18,13 @@ namespace ovpython {
 template <typename Record, typename Value>
 struct Field
 {
-    constexpr Field(const char* fieldName, Value Record::*fieldMember, const char* text = "")
+    constexpr Field(const char* fieldName, Value Record::*fieldMember)
         : name(fieldName)
         , member(fieldMember)
-        , doc(text)
     {}
 
     const char* name;
     Value Record::*member;
-    const char* doc;
 };
 
 /** Calls a function with each of a tuple of fields. */
@@ -52,7 +50,11 @@ Record recordOf(const py::object& object, const Fields& fields)
     Record record;
     forEach(fields, [&](const auto& field) {
         using Value = std::decay_t<decltype(record.*field.member)>;
-        record.*field.member = object.attr(field.name).template cast<Value>();
+        try {
+            record.*field.member = object.attr(field.name).template cast<Value>();
+        } catch (const py::cast_error&) {
+            throw py::type_error(std::string(field.name) + " is of another type or too large");
+        }
     });
     return record;
 }

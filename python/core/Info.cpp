@@ -85,10 +85,11 @@ QStringList linesOf(const CPLSection& section)
     return lines.mid(1, lines.size() - 3); // between the header line and the empty line after it
 }
 
-bool isLineOf(const QString& key, const QString& line)
+/** The key of such a line in lower case; null for a comment. */
+QString lowerKeyOf(const QString& line)
 {
     const auto colon = line.indexOf(PLKeyword::Text::KeyEnd);
-    return colon >= 0 && !line.startsWith(QLatin1Char('#')) && sameKey(line.left(colon), key);
+    return colon < 0 || line.startsWith(QLatin1Char('#')) ? QString() : line.left(colon).toLower();
 }
 
 } // namespace
@@ -207,6 +208,28 @@ QByteArray Info::bytes() const
     return bytes.mid(bytes.indexOf(end.data()) + int(end.size()));
 }
 
+void Info::follow(const QString& key) const
+{
+    const CPLSection* const section = find(key);
+    if (!section)
+        return;
+    if (m_clickInfo && sameKey(key, PLKeyword::Section::ClickNumber))
+        m_clickInfo->loadClickNumber(ovpython::textOf(*section));
+    QString name;
+    section->getSectionName(&name, false);
+    if (m_sequence && sameKey(key, PLKeyword::Section::Sequence))
+        m_sequence->setSeqDatasetName(name);
+}
+
+// What the section lists counts: it is what a file holds.
+QStringList Info::clickNumbers() const
+{
+    QStringList numbers;
+    if (const CPLSection* const section = find(PLKeyword::Section::ClickNumbers))
+        section->getValueList(&numbers);
+    return numbers;
+}
+
 QStringList Info::preamble() const
 {
     return m_clickInfo ? Opened::preamble(*m_clickInfo) : QStringList();
@@ -262,6 +285,25 @@ QString value(const CPLSection& section, const QString& key)
     return withoutComment(rawValue(section, key)); // also of an empty key, which a file may have
 }
 
+namespace {
+
+/** Changes a value, which then is as it would be read. An equal one stays as it is spelled. */
+void assignOne(CPLSection* section, const QString& key, const QString& text)
+{
+    QString raw;
+    if (section->getRawValue(key, &raw) != eSTATUS_SUCCESS) {
+        check(section->addKeyValue(key, text));
+        return;
+    }
+    if (withoutComment(raw) == text)
+        return;
+    check(section->setValue(key, text));
+    section->getRawValue(key, &raw);
+    check(section->setRawValue(key, trimmed(raw)));
+}
+
+} // namespace
+
 void assign(CPLSection* section, const Assignments& values)
 {
     for (const auto& [key, text] : values) {
@@ -269,28 +311,26 @@ void assign(CPLSection* section, const Assignments& values)
         if (!section->isKeyPresent(key))
             checkKey(key);
     }
-    for (const auto& [key, text] : values) {
-        if (section->setValue(key, trimmed(text)) != eSTATUS_SUCCESS)
-            check(section->addKeyValue(key, trimmed(text)));
-    }
+    for (const auto& [key, text] : values)
+        assignOne(section, key, trimmed(text));
 }
 
 // The library removes no single entry: the others are read anew, and get their stored values back,
 // which a file might spell differently.
-void removeKey(CPLSection* section, const QString& key)
+void removeKeys(CPLSection* section, const QSet<QString>& lowerKeys)
 {
-    rawValue(*section, key);
     QStringList keys;
     QStringList values;
     section->getKeyList(&keys);
     section->getRawValueList(&values);
     QStringList lines = linesOf(*section);
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
-                               [&](const QString& line) { return isLineOf(key, line); }),
-                lines.end());
+    lines.erase(
+        std::remove_if(lines.begin(), lines.end(),
+                       [&](const QString& line) { return lowerKeys.contains(lowerKeyOf(line)); }),
+        lines.end());
     section->loadSectionData(lines.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     for (int i = 0; i < keys.size(); ++i) {
-        if (!sameKey(keys.at(i), key))
+        if (!lowerKeys.contains(keys.at(i).toLower()))
             section->setRawValue(keys.at(i), values.at(i));
     }
 }
@@ -298,16 +338,25 @@ void removeKey(CPLSection* section, const QString& key)
 void replacePairs(CPLSection* section, const Assignments& values)
 {
     CPLSection changed = *section;
+    QSet<QString> others;
     const QStringList keys = keysOf(changed);
-    for (const QString& key : keys) {
-        const bool stays =
-            std::any_of(values.begin(), values.end(),
-                        [&, name = key](const auto& pair) { return sameKey(pair.first, name); });
-        if (!stays)
-            removeKey(&changed, key);
-    }
+    for (const QString& key : keys)
+        others.insert(key.toLower());
+    for (const auto& pair : values)
+        others.remove(pair.first.toLower());
+    if (!others.isEmpty())
+        removeKeys(&changed, others);
     assign(&changed, values);
     *section = changed;
+}
+
+void rename(CPLSection* section, const QString& name)
+{
+    checkText(name);
+    QString raw;
+    check(section->setSectionName(trimmed(name)));
+    section->getSectionName(&raw, true);
+    check(section->setSectionName(trimmed(raw)));
 }
 
 QString textOf(const CPLSection& section)

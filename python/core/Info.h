@@ -12,6 +12,8 @@
 
 #include "ParserLibrary.h"
 
+#include <QtCore/QSet>
+
 #include <memory>
 #include <vector>
 
@@ -60,8 +62,11 @@ public:
     /** The bytes that are saved; raises a UnicodeEncodeError when they cannot hold the text. */
     [[nodiscard]] QByteArray bytes() const;
 
-    /** Saves to a file. */
-    [[nodiscard]] tag_estatus save(const QString& path) const;
+    /** Takes over what the name of a section tells of the document, after it may have changed. */
+    void follow(const QString& key) const;
+
+    /** The click numbers that a sequence lists. */
+    [[nodiscard]] QStringList clickNumbers() const;
 
     /** The lines before the first section. */
     [[nodiscard]] QStringList preamble() const;
@@ -100,11 +105,14 @@ QString value(const CPLSection& section, const QString& key);
 /** Gives keys new values and adds those that are missing. Nothing changes when one is refused. */
 void assign(CPLSection* section, const Assignments& values);
 
-/** Removes the entries of a key; raises a KeyError when there is none. */
-void removeKey(CPLSection* section, const QString& key);
+/** Removes the entries of keys, which are in lower case. */
+void removeKeys(CPLSection* section, const QSet<QString>& lowerKeys);
 
 /** Makes the pairs of a section these: others go, the order of those that stay is kept. */
 void replacePairs(CPLSection* section, const Assignments& values);
+
+/** Changes the name of a section, whose comment stays unless the new name brings its own. */
+void rename(CPLSection* section, const QString& name);
 
 /** The text of a section as it is written. */
 QString textOf(const CPLSection& section);

@@ -4,6 +4,7 @@
 #include "Info.h"
 #include "Loading.h"
 #include "Module.h"
+#include "Setup.h"
 
 #include "internal/text/InfoText.h"
 #include "internal/text/NumberFormat.h"
@@ -107,16 +108,31 @@ PyObject* valueAt(PyObject* self, PyObject* key)
     });
 }
 
+// The text of a value is made before the section is looked up: that may run code of Python.
 int setValueAt(PyObject* self, PyObject* key, PyObject* newValue)
 {
     return guardedSlot(-1, [&] {
-        CPLSection& section = objectOf<Section>(self).get();
-        if (newValue && !PyUnicode_Check(key))
+        if (!newValue) {
+            const QString name = keyOf(key);
+            CPLSection& section = objectOf<Section>(self).get();
+            rawValue(section, name); // raises a KeyError when there is none
+            removeKeys(&section, {name.toLower()});
+            return 0;
+        }
+        if (!PyUnicode_Check(key))
             throw py::type_error("a key is a str");
+        const Assignments values = {{fromPython(key), assignedText(newValue)}};
+        assign(&objectOf<Section>(self).get(), values);
+        return 0;
+    });
+}
+
+int removeSectionAt(PyObject* self, PyObject* key, PyObject* newValue)
+{
+    return guardedSlot(-1, [&] {
         if (newValue)
-            assign(&section, {{keyOf(key), assignedText(newValue)}});
-        else
-            removeKey(&section, keyOf(key));
+            throw py::type_error("sections are set by set_section()");
+        objectOf<Info>(self).remove(keyOf(key));
         return 0;
     });
 }
@@ -127,7 +143,6 @@ Py_ssize_t sectionLength(PyObject* self)
         -1, [&] { return Py_ssize_t(keysOf(objectOf<Section>(self).get()).size()); });
 }
 
-/** Only this module makes objects: one that Python made would hold nothing. */
 PyObject* refuse(PyTypeObject* type, PyObject* /*arguments*/, PyObject* /*keywords*/)
 {
     PyErr_Format(PyExc_TypeError, "cannot create '%s' instances", type->tp_name);
@@ -189,8 +204,8 @@ qlonglong wholeAt(const Section& handle, const QString& key)
 void setSection(Info& info, const QString& key, const py::object& mapping)
 {
     const Assignments values = assignmentsOf(mapping);
-    if (CPLSection* const section = info.find(key)) {
-        replacePairs(section, values);
+    if (CPLSection* const held = info.find(key)) {
+        replacePairs(held, values);
         return;
     }
     checkSectionKey(key);
@@ -206,10 +221,11 @@ void copySection(Info& info, const QString& key, const Section& other)
     if (CPLSection* const section = info.find(key)) {
         copy->setSectionKey(spelledKey({info.shared_from_this(), key}));
         *section = *copy;
-        return;
+    } else {
+        checkSectionKey(key);
+        info.add(std::move(copy));
     }
-    checkSectionKey(key);
-    info.add(std::move(copy));
+    info.follow(key);
 }
 
 py::list sectionsOf(const Info& info)
@@ -230,18 +246,27 @@ QString clickNumberOf(const Info& info)
     return number;
 }
 
-void setClickNumbers(CPLSequenceInfo& sequence, const QStringList& numbers)
+void setClickNumber(const Info& info, const QString& number)
 {
-    sequence.clearSequenceList();
-    for (const QString& number : numbers)
-        sequence.addClickNumber(number);
+    checkText(number);
+    check(info.asClickInfo().setClickNumber(number));
+    if (CPLSection* const section = info.find(PLKeyword::Section::ClickNumber))
+        rename(section, number);
+}
+
+void setSequenceName(const Info& info, const QString& name)
+{
+    checkText(name);
+    info.asSequence().setSeqDatasetName(name);
+    if (CPLSection* const section = info.find(PLKeyword::Section::Sequence))
+        rename(section, name);
 }
 
 /** Everything that a document holds, as Python can keep it. */
 py::tuple stateOf(const Info& info)
 {
     if (const CPLSequenceInfo* const sequence = info.sequence())
-        return py::make_tuple(true, sequence->getDatasetName(), sequence->getClickNumberList(),
+        return py::make_tuple(true, sequence->getDatasetName(), info.clickNumbers(),
                               sequence->getSequenceInfoPath(), sectionsOf(info));
     return py::make_tuple(false, clickNumberOf(info), info.preamble(), info.hidesHeader,
                           sectionsOf(info));
@@ -256,7 +281,6 @@ InfoPointer infoFrom(const py::tuple& state)
     if (isSequence) {
         info->sequence()->setSeqDatasetName(text);
         info->sequence()->setSequenceInfoPath(state[3].cast<QString>());
-        setClickNumbers(*info->sequence(), lines); // before there is a section that lists them
     } else {
         info->setPreamble(lines);
         info->hidesHeader = state[3].cast<bool>();
@@ -270,18 +294,29 @@ InfoPointer infoFrom(const py::tuple& state)
     return info;
 }
 
-/** The section of click numbers, which is added when it is missing. */
-void changeClickNumbers(const Info& info, const QStringList& numbers)
+void checkClickNumber(const QString& number)
 {
-    CPLSequenceInfo& sequence = info.asSequence();
+    checkText(number);
+    const bool isReadBack = !number.isEmpty() && ovparser::internal::trimmed(number) == number &&
+                            !number.contains(QLatin1Char('#'));
+    if (!isReadBack)
+        raiseValueError(QStringLiteral("'%1' is no click number").arg(number));
+}
+
+/** Makes the click numbers these, in their section, which is added when it is missing. */
+void setClickNumbers(Info& info, const QStringList& numbers)
+{
+    static_cast<void>(info.asSequence()); // raises a TypeError
     for (const QString& number : numbers)
-        checkText(number);
-    if (!sequence.isSectionPresent(PLKeyword::Section::ClickNumbers)) {
-        auto section = std::make_unique<CPLSection>(PLKeyword::Section::ClickNumbers, QString());
-        check(sequence.addSection(section.get()));
-        section.release(); // NOLINT(bugprone-unused-return-value): the sequence owns it now
-    }
-    setClickNumbers(sequence, numbers);
+        checkClickNumber(number);
+    const QString key = PLKeyword::Section::ClickNumbers;
+    if (!info.find(key))
+        info.add(std::make_unique<CPLSection>(key, QString()));
+    CPLSection& section = *info.find(key);
+    section.clearKeyValuePairs();
+    for (int i = 0; i < numbers.size(); ++i)
+        check(section.addKeyValue(PLKeyword::Key::ClickNumberPrefix + QString::number(i + 1),
+                                  numbers.at(i)));
 }
 
 CPLSettingsFileWrapper settingsOf(const Info& info)
@@ -323,13 +358,61 @@ std::vector<std::pair<QString, QStringList>> labelSetsOf(const Info& info)
     return sets;
 }
 
-void addImage(const Info& info, const QString& path, int type, const sIASetupInfo& setup,
-              const std::optional<QString>& userId, bool settings)
+void addImage(const Info& info, const QString& path, int type, const py::object& settings,
+              const std::optional<QString>& userId, bool withSettings)
 {
+    const sIASetupInfo setup = setupOf(settings);
+    checkText(path);
+    checkText(userId.value_or(QString()));
     CPLClickInfo& document = info.asClickInfo();
     const auto imageType = tag_eimagetype(type);
-    check(userId ? document.addImageSection(path, *userId, imageType, &setup, settings)
-                 : document.addTiffImageSection(path, imageType, &setup, settings));
+    check(userId ? document.addImageSection(path, *userId, imageType, &setup, withSettings)
+                 : document.addTiffImageSection(path, imageType, &setup, withSettings));
+}
+
+void addClickNumber(const Info& info, bool acquired, bool inSequence, const QString& version)
+{
+    checkText(version);
+    check(info.asClickInfo().addTiffClickNumberSection(acquired, inSequence, version));
+}
+
+void addUser(const Info& info, int type, const QString& userId)
+{
+    checkText(userId);
+    check(info.asClickInfo().addTiffUserSection(tag_eimagetype(type), userId));
+}
+
+void addSequence(const Info& info, const QString& version)
+{
+    checkText(version);
+    check(info.asSequence().addSequenceNumberSection(version));
+}
+
+/** Takes all pairs out of a section; comment lines stay. */
+void clearSection(const Section& handle)
+{
+    CPLSection& section = handle.get();
+    QSet<QString> keys;
+    const QStringList spelled = keysOf(section);
+    for (const QString& key : spelled)
+        keys.insert(key.toLower());
+    removeKeys(&section, keys);
+}
+
+void setSectionName(const Section& handle, const QString& name)
+{
+    rename(&handle.get(), name);
+    handle.info->follow(handle.key);
+}
+
+/**
+ * No attribute of the classes can be set from now on, the class of an object included: an object of
+ * one that passed for one of another would be taken for what it is not.
+ */
+void seal(const py::args& classes)
+{
+    for (const py::handle sealed : classes)
+        reinterpret_cast<PyTypeObject*>(sealed.ptr())->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
 }
 
 void defineSection(py::module_& module)
@@ -355,32 +438,27 @@ void defineSection(py::module_& module)
         .def("int", &wholeAt, py::arg("key"),
              "The value as a whole number; a text that is none is a ValueError.")
         .def_property_readonly("key", &spelledKey, "The key of the section, as it is spelled.")
-        .def_property(
-            "name", &nameOf,
-            [](const Section& self, const QString& name) {
-                checkText(name);
-                check(self.get().setSectionName(name));
-            },
-            "The text after the ':' of the header line, without its comment. A new name\n"
-            "keeps the old comment unless it brings its own.")
-        .def("_text", [](const Section& self) { return textOf(self.get()); })
-        .def("_info", [](const Section& self) { return self.info; });
+        .def("clear", &clearSection, "Takes all keys out; comment lines stay.")
+        .def_property("name", &nameOf, &setSectionName,
+                      "The text after the ':' of the header line, without its comment. A new name\n"
+                      "keeps the old comment unless it brings its own.");
 }
 
 } // namespace
 
+py::custom_type_setup madeHereOnly()
+{
+    return py::custom_type_setup([](PyHeapTypeObject* type) { type->ht_type.tp_new = refuse; });
+}
+
 void defineInfo(py::module_& module)
 {
-    py::class_<Info, InfoPointer>(module, "Info", mappingOf(sectionAt, nullptr, nullptr),
+    py::class_<Info, InfoPointer>(module, "Info", mappingOf(sectionAt, removeSectionAt, nullptr),
                                   "The sections of a document.")
         .def("count", &Info::count)
         .def("keys", &Info::keys)
-        .def(
-            "has", [](const Info& self, const QString& key) { return self.find(key) != nullptr; },
-            py::arg("key"))
         .def("set_section", &setSection, py::arg("key"), py::arg("mapping"))
         .def("copy_section", &copySection, py::arg("key"), py::arg("section"))
-        .def("remove", &Info::remove, py::arg("key"))
         .def("clear", &Info::clear)
         .def("swap", &Info::swap, py::arg("other"))
         .def("copy", [](const Info& self) { return std::make_shared<Info>(self); })
@@ -392,50 +470,19 @@ void defineInfo(py::module_& module)
              })
         .def("save", &save, py::arg("path"))
         .def_property_readonly("preamble", &Info::preamble)
-        .def_property("click_number", &clickNumberOf,
-                      [](const Info& self, const QString& number) {
-                          checkText(number);
-                          check(self.asClickInfo().setClickNumber(number));
-                      })
+        .def_property("click_number", &clickNumberOf, &setClickNumber)
         .def("add_image", &addImage, py::arg("path"), py::arg("image_type"), py::arg("setup"),
              py::arg("user_id"), py::arg("settings"))
-        .def(
-            "add_click_number",
-            [](const Info& self, bool acquired, bool inSequence, const QString& version) {
-                check(self.asClickInfo().addTiffClickNumberSection(acquired, inSequence, version));
-            },
-            py::arg("acquired"), py::arg("in_sequence"), py::arg("version"))
-        .def(
-            "add_user",
-            [](const Info& self, int type, const QString& userId) {
-                check(self.asClickInfo().addTiffUserSection(tag_eimagetype(type), userId));
-            },
-            py::arg("image_type"), py::arg("user_id"))
+        .def("add_click_number", &addClickNumber, py::arg("acquired"), py::arg("in_sequence"),
+             py::arg("version"))
+        .def("add_user", &addUser, py::arg("image_type"), py::arg("user_id"))
         .def_property(
             "name", [](const Info& self) { return self.asSequence().getDatasetName(); },
-            [](const Info& self, const QString& name) {
-                checkText(name);
-                self.asSequence().setSeqDatasetName(name);
-            })
-        .def(
-            "add_sequence",
-            [](const Info& self, const QString& version) {
-                check(self.asSequence().addSequenceNumberSection(version));
-            },
-            py::arg("version"))
-        .def_property(
-            "click_numbers",
-            [](const Info& self) { return self.asSequence().getClickNumberList(); },
-            &changeClickNumbers)
-        .def(
-            "acquisition_path",
-            [](const Info& self, int place) { return self.asSequence().getDatasetPath(place); },
-            py::arg("place"))
-        .def_property(
-            "folder", [](const Info& self) { return self.asSequence().getSequenceInfoPath(); },
-            [](const Info& self, const QString& folder) {
-                self.asSequence().setSequenceInfoPath(folder);
-            })
+            &setSequenceName)
+        .def("add_sequence", &addSequence, py::arg("version"))
+        .def_property("click_numbers", &Info::clickNumbers, &setClickNumbers)
+        .def_property_readonly(
+            "folder", [](const Info& self) { return self.asSequence().getSequenceInfoPath(); })
         .def("menu_names", [](const Info& self) { return settingsOf(self).getMenuNames(); })
         .def("setting_with_menu_name", &settingWithMenuName, py::arg("menu_name"))
         .def("label_sets", &labelSetsOf);
@@ -455,6 +502,8 @@ void defineInfo(py::module_& module)
     module.def("info_for_image", &infoForImage, py::arg("path"), py::arg("prefix"),
                py::arg("image_type"), py::arg("binning"));
     module.def("info_from", &infoFrom, py::arg("state"));
+    module.def("read", &readBytes, py::arg("path"));
+    module.def("seal", &seal);
     module.def("rewrite", &rewrite, py::arg("path"), py::arg("old"), py::arg("data"));
     module.def("save_bytes", &saveBytes, py::arg("path"), py::arg("data"));
 }

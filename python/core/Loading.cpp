@@ -10,6 +10,8 @@
 #include "internal/text/InfoText.h"
 #include "internal/text/TextFile.h"
 
+#include <QtCore/QFile>
+
 #include <algorithm>
 
 namespace ovpython {
@@ -23,14 +25,6 @@ constexpr FileKind plainKinds[] = {FileKind::InfoText,
                                    FileKind::InstrumentExtension,
                                    FileKind::LabelSet,
                                    FileKind::Settings};
-
-/** Does something while other threads of Python go on. */
-template <typename Work>
-auto released(Work work)
-{
-    const py::gil_scoped_release release;
-    return work();
-}
 
 void checkLoaded(tag_estatus status, const QString& path)
 {
@@ -47,6 +41,17 @@ QByteArray bytesOf(const py::bytes& bytes)
     if (size > ovparser::internal::maxTextFileSize)
         raise({eSTATUS_OUT_OF_MEMORY, QString(), QStringLiteral("more than 512 MiB of text")});
     return QByteArray(data, int(size));
+}
+
+/** Whether a file is a DICOM file, or is to be one by its name. */
+bool holdsImage(const QString& path)
+{
+    constexpr qint64 head = 132; // with the mark of DICOM
+    if (path.endsWith(PLKeyword::File::DicomSuffix, Qt::CaseInsensitive))
+        return true;
+    QFile file(path);
+    return otherThanFile(path).isEmpty() && file.open(QIODevice::ReadOnly) &&
+           isDicom(file.read(head));
 }
 
 /** Loads a document of its own, which no other thread knows yet. */
@@ -173,8 +178,7 @@ InfoPointer loadKeyLines(const QString& path)
     return info;
 }
 
-// Messages of the library are collected by a handler that the whole process has, so no other thread
-// of Python goes on meanwhile.
+// Other threads of Python wait: the handler of the library's messages is that of the whole process.
 std::pair<InfoPointer, py::object> loadCamera(const QString& path)
 {
     QString problem;
@@ -209,19 +213,32 @@ InfoPointer infoOf(const py::bytes& bytes)
 
 InfoPointer infoForImage(const QString& path, const QString& prefix, int type, int binning)
 {
+    checkText(path);
+    checkText(prefix);
     const InfoPointer info = newInfo();
     check(info->clickInfo()->loadClickInfo(path, prefix, tag_eimagetype(type), binning));
     return info;
 }
 
+py::bytes readBytes(const QString& path)
+{
+    QString problem;
+    const auto bytes = released([&] { return readFile(path, &problem); });
+    if (!bytes)
+        raise({eSTATUS_FILE_OPEN_FAILED, path, problem});
+    return py::bytes(bytes->constData(), std::size_t(bytes->size()));
+}
+
+// The image of a DICOM file stays, whatever the file is called.
 void save(const Info& info, const QString& path)
 {
     using namespace ovparser::internal;
     const QByteArray bytes = info.bytes();
-    const bool appends =
-        info.clickInfo() && path.endsWith(PLKeyword::File::DicomSuffix, Qt::CaseInsensitive);
+    const bool isImage = released([&] { return holdsImage(path); });
+    if (isImage && !info.clickInfo())
+        raise({eSTATUS_INVALID_ARGUMENT, path, QStringLiteral("a DICOM file; not replaced")});
     const tag_estatus status = released(
-        [&] { return writeFile(path, bytes, appends ? WriteMode::Append : WriteMode::Replace); });
+        [&] { return writeFile(path, bytes, isImage ? WriteMode::Append : WriteMode::Replace); });
     if (status != eSTATUS_SUCCESS)
         raise({status, path, explained(status, path, Access::Write), true});
 }
@@ -238,6 +255,8 @@ void rewrite(const QString& path, const py::bytes& old, const py::bytes& bytes)
 void saveBytes(const QString& path, const py::bytes& bytes)
 {
     const QByteArray data = bytesOf(bytes);
+    if (released([&] { return holdsImage(path); }))
+        raise({eSTATUS_INVALID_ARGUMENT, path, QStringLiteral("a DICOM file; not replaced")});
     if (!released([&] { return saveFile(path, data); }))
         raise({eSTATUS_FILE_OPEN_FAILED, path,
                explained(eSTATUS_FILE_OPEN_FAILED, path, Access::Write), true});

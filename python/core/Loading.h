@@ -42,6 +42,9 @@ std::tuple<InfoPointer, QStringList, QStringList> loadOptical(const QString& pat
 InfoPointer infoOf(const py::bytes& bytes);
 InfoPointer infoForImage(const QString& path, const QString& prefix, int type, int binning);
 
+/** The bytes of a file. */
+py::bytes readBytes(const QString& path);
+
 /** Saves the bytes of a document, which are appended to a DICOM file. */
 void save(const Info& info, const QString& path);
 

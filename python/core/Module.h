@@ -14,6 +14,9 @@
 
 namespace ovpython {
 
+/** For a class of which only this module makes objects: one that Python made would hold nothing. */
+py::custom_type_setup madeHereOnly();
+
 void defineInfo(py::module_& module);
 void defineScan(py::module_& module);
 void defineSetup(py::module_& module);

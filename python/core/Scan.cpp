@@ -5,6 +5,7 @@
 
 #include "Archive.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QJsonObject>
 
 #include <atomic>
@@ -27,21 +28,15 @@ constexpr std::size_t mostWaiting = 256;
 constexpr std::chrono::milliseconds patience(100);
 
 /** Reads an archive on threads of its own, which know nothing of Python. */
-class Scan
+class Reading
 {
 public:
-    Scan(const QString& folder, bool recursive, int jobs)
+    Reading(const QString& folder, bool recursive, int jobs)
         : m_thread([=] { run(folder, recursive, jobs); })
     {}
-    Scan(const Scan&) = delete;
-    Scan& operator=(const Scan&) = delete;
-
-    /** Python, which destroys it, goes on while a file is still being read. */
-    ~Scan()
-    {
-        const py::gil_scoped_release released;
-        close();
-    }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+    ~Reading() { close(); }
 
     /** Ends the reading. */
     void close()
@@ -126,23 +121,57 @@ private:
     std::thread m_thread; ///< the last member: it uses the others
 };
 
-py::object next(Scan& scan)
+/** A reading that Python holds. In a process that was forked it has no threads, and is let alone.
+ */
+class Scan
 {
-    std::optional<QJsonObject> record;
-    for (bool ready = false; !ready;) {
-        {
-            const py::gil_scoped_release released;
-            ready = scan.wait(&record);
-        }
-        if (PyErr_CheckSignals() != 0)
-            throw py::error_already_set();
+public:
+    Scan(const QString& folder, bool recursive, int jobs)
+        : m_process(QCoreApplication::applicationPid())
+        , m_reading(std::make_unique<Reading>(folder, recursive, jobs))
+    {}
+    Scan(const Scan&) = delete;
+    Scan& operator=(const Scan&) = delete;
+
+    /** Python, which destroys it, goes on while a file is still being read. */
+    ~Scan()
+    {
+        close();
+        if (!isHere())
+            m_reading.release(); // NOLINT(bugprone-unused-return-value): nothing of it can be used
     }
-    if (scan.hasFailed())
-        raise({eSTATUS_OUT_OF_MEMORY, QString(), QStringLiteral("the archive cannot be read on")});
-    if (!record)
-        throw py::stop_iteration();
-    return toPython(QJsonValue(*record));
-}
+
+    void close()
+    {
+        if (isHere())
+            released([&] {
+                m_reading->close();
+                return true;
+            });
+    }
+
+    py::object next()
+    {
+        if (!isHere())
+            throw std::runtime_error("the scan belongs to the process that was forked");
+        std::optional<QJsonObject> record;
+        while (!released([&] { return m_reading->wait(&record); })) {
+            if (PyErr_CheckSignals() != 0)
+                throw py::error_already_set();
+        }
+        if (m_reading->hasFailed())
+            raise({eSTATUS_OUT_OF_MEMORY, QString(), QStringLiteral("cannot read on")});
+        if (!record)
+            throw py::stop_iteration();
+        return toPython(QJsonValue(*record));
+    }
+
+private:
+    [[nodiscard]] bool isHere() const { return m_process == QCoreApplication::applicationPid(); }
+
+    qint64 m_process;
+    std::unique_ptr<Reading> m_reading;
+};
 
 std::unique_ptr<Scan> start(const QString& folder, bool recursive, std::optional<int> jobs)
 {
@@ -158,12 +187,12 @@ std::unique_ptr<Scan> start(const QString& folder, bool recursive, std::optional
 
 void defineScan(py::module_& module)
 {
-    py::class_<Scan>(module, "Scan", "The records of an archive, read while they are asked for.")
-        .def(py::init(&start), py::arg("folder"), py::arg("recursive"), py::arg("jobs"))
+    py::class_<Scan>(module, "Scan", madeHereOnly(),
+                     "The records of an archive, read while they are asked for.")
         .def("__iter__", [](const py::object& self) { return self; })
-        .def("__next__", &next)
-        .def("close", &Scan::close, py::call_guard<py::gil_scoped_release>(),
-             "Ends the reading; what was not taken yet is lost.");
+        .def("__next__", &Scan::next)
+        .def("close", &Scan::close, "Ends the reading; what was not taken yet is lost.");
+    module.def("start_scan", &start, py::arg("folder"), py::arg("recursive"), py::arg("jobs"));
 }
 
 } // namespace ovpython

@@ -108,11 +108,7 @@ py::list curvesOf(const SpectralFile& file)
 py::dict load(const QString& path)
 {
     QString problem;
-    std::optional<SpectralFile> file;
-    {
-        const py::gil_scoped_release released;
-        file = readSpectralFile(path, &problem);
-    }
+    const auto file = released([&] { return readSpectralFile(path, &problem); });
     if (!file)
         raise({eSTATUS_BAD_FORMAT, path, problem});
     py::list analyses;
@@ -131,7 +127,7 @@ py::dict load(const QString& path)
 using LinearFitValues = std::optional<std::pair<double, double>>;
 
 /** @param plots, fits  objects with a label and values */
-py::bytes svgOf(const py::list& plots, const py::list& fits, const LinearFitValues& linearFit)
+py::bytes svgOf(const py::tuple& plots, const py::tuple& fits, const LinearFitValues& linearFit)
 {
     SpectralFile file;
     const auto curveOf = [&](const py::handle& object) -> SpectralCurve& {
@@ -154,18 +150,13 @@ py::bytes svgOf(const py::list& plots, const py::list& fits, const LinearFitValu
 }
 
 /** The number of nanometres in a text such as "560nm". */
-QString nanometresOf(const QString& wavelength)
+int wholeNanometres(const QString& wavelength)
 {
     QString text = wavelength.trimmed();
     if (text.endsWith(PLKeyword::Spectral::WavelengthUnit, Qt::CaseInsensitive))
         text.chop(PLKeyword::Spectral::WavelengthUnit.size());
-    return text;
-}
-
-int wholeNanometres(const QString& wavelength)
-{
     bool isNumber = false;
-    const int number = nanometresOf(wavelength).toInt(&isNumber);
+    const int number = text.toInt(&isNumber);
     if (!isNumber)
         raiseValueError(QStringLiteral("'%1' is no whole number of nanometres").arg(wavelength));
     return number;
@@ -204,7 +195,8 @@ _tagsROIProperties propertiesOf(const _tagSClickROIInformation& click)
 void writeClick(CPLSpectralWrapper& file, const _tagSClickROIInformation& click)
 {
     const bool hasContour = click.roiShape == PLKeyword::Spectral::ContourShape;
-    file.setClickNumberInfo(click.clickNumber, nanometresOf(click.imageWavelength));
+    file.setClickNumberInfo(click.clickNumber,
+                            QString::number(wholeNanometres(click.imageWavelength)));
     file.setClickNumberFilterProperties(wholeNanometres(click.centralWavelength),
                                         float(click.bandWidth), float(click.avgTransmission));
     file.setClickNumberROIProperties(click.roi, propertiesOf(click), hasContour);

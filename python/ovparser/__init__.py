@@ -14,7 +14,7 @@ keys is ignored. A look-up that fails is a KeyError, everything else an Error.
 from __future__ import annotations
 
 from ._camera import CameraInfo
-from ._core import Section, Setup
+from ._core import Section
 from ._documents import (
     BackgroundSummary,
     ClickInfo,
@@ -30,6 +30,7 @@ from ._documents import (
 from ._errors import DeniedFileError, Error, FileError, MissingFileError, Status
 from ._files import edit, load
 from ._scan import Record, scan, to_dataframe
+from ._setup import Setup
 from ._spectral import (
     Acquisition,
     Analysis,

@@ -5,6 +5,7 @@
 
 from __future__ import annotations
 
+import copy
 import os
 from collections.abc import Iterable, Iterator, Mapping, MutableMapping, MutableSequence
 from enum import IntEnum
@@ -12,7 +13,8 @@ from typing import Any, TypeVar, Union, cast, overload
 
 from . import _core, _html
 from ._core import Section
-from ._errors import Error, Status
+from ._errors import Error, FileError, Status
+from ._setup import Setup
 
 PathLike = Union[str, "os.PathLike[str]"]
 #: What a value can be set to.
@@ -40,6 +42,7 @@ for _name, _value in {
     "__repr__": _repr_of_section,
 }.items():
     setattr(Section, _name, _value)
+_core.seal(Section, _core.Info, _core.Scan)
 
 
 class ImageType(IntEnum):
@@ -72,10 +75,17 @@ def path_of(path: PathLike) -> str:
     text = os.fsdecode(path)
     if "\0" in text:
         raise ValueError("embedded null character in path")
+    if any("\ud800" <= character <= "\udfff" for character in text):
+        raise FileError("the name of the file is no UTF-8", Status.FILE_OPEN_FAILED, text)
     return text
 
 
-class Document(MutableMapping[str, Section]):
+def counted(number: int, word: str) -> str:
+    """A number of things: "1 section", "2 sections"."""
+    return f"{number} {word}" if number == 1 else f"{number} {word}s"
+
+
+class Document(MutableMapping[str, Any]):
     """The sections of a file, by their keys in the order of the file; letter case is ignored.
 
     A section is looked up anew whenever it is used, so that one that was removed gives a KeyError.
@@ -129,18 +139,26 @@ class Document(MutableMapping[str, Section]):
         """Saves to a file, the one that the document was loaded from unless another is given.
 
         A file is replaced at once, by one that is complete: a crash or a full disk leaves the old
-        one. At the end of a DICOM file (".dcm") the text is appended.
+        one. What another program has written to it meanwhile is lost; see edit(). To a DICOM file
+        the text is appended.
 
         Raises Error, which is an OSError too: FILE_OPEN_FAILED, or FAILED when fewer bytes than
-        asked could be stored; and a UnicodeEncodeError when the file cannot hold a character.
+        asked could be stored; INVALID_ARGUMENT without a file; and a UnicodeEncodeError when the
+        file cannot hold a character.
         """
         self._info.save(self._target(path))
 
     def _target(self, path: PathLike | None) -> str:
         if path is not None:
             return path_of(path)
-        if self.path is None or not self._replaces:
-            raise Error("the document needs the name of a file", Status.INVALID_ARGUMENT, self.path)
+        if self.path is None:
+            raise Error("a new document needs the name of a file", Status.INVALID_ARGUMENT)
+        if not self._replaces:
+            raise Error(
+                "loaded as sections, a form that is not the file's own; name another file",
+                Status.INVALID_ARGUMENT,
+                self.path,
+            )
         return self.path
 
     def __getitem__(self, key: str) -> Section:
@@ -155,7 +173,7 @@ class Document(MutableMapping[str, Section]):
             raise TypeError(f"a section is a mapping, not {type(value).__name__}")
 
     def __delitem__(self, key: str) -> None:
-        self._info.remove(key)
+        del self._info[key]
 
     def __iter__(self) -> Iterator[str]:
         return iter(self._info.keys())
@@ -166,6 +184,14 @@ class Document(MutableMapping[str, Section]):
     def clear(self) -> None:
         """Removes everything that the document holds."""
         self._info.clear()
+
+    def setdefault(
+        self, key: str, default: Mapping[str, Value] | Section | None = None
+    ) -> Section:
+        """The section, which is added with these values if it is missing."""
+        if key not in self:
+            self[key] = {} if default is None else default
+        return self[key]
 
     @property
     def preamble(self) -> list[str]:
@@ -188,7 +214,7 @@ class Document(MutableMapping[str, Section]):
 
     def __repr__(self) -> str:
         where = "" if self.path is None else f", {self.path!r}"
-        return f"<{type(self).__name__}{self._title()}, {len(self)} sections{where}>"
+        return f"<{type(self).__name__}{self._title()}, {counted(len(self), 'section')}{where}>"
 
     def _title(self) -> str:
         return ""
@@ -197,13 +223,17 @@ class Document(MutableMapping[str, Section]):
         return _html.document(self)
 
     def __copy__(self: _Doc) -> _Doc:
-        copy = type(self).__new__(type(self))
-        copy.__dict__.update(self.__dict__)
-        copy._info = self._info.copy()
-        return copy
+        document = type(self).__new__(type(self))
+        document.__dict__.update(self.__dict__)
+        document._info = self._info.copy()
+        return document
 
     def __deepcopy__(self: _Doc, memo: dict[int, Any]) -> _Doc:
-        return self.__copy__()
+        document = self.__copy__()
+        for name, value in self.__dict__.items():
+            if name != "_info":
+                document.__dict__[name] = copy.deepcopy(value, memo)
+        return document
 
     def __reduce__(self) -> tuple[Any, ...]:
         others = {name: value for name, value in self.__dict__.items() if name != "_info"}
@@ -225,7 +255,7 @@ class ClickInfo(Document):
 
         Raises Error: BAD_FORMAT or EMPTY_SECTION_KEY for a malformed section.
         """
-        return cls._made(_core.info_of(bytes(data)))
+        return cls._made(_core.info_of(bytes(memoryview(data))))
 
     @classmethod
     def from_dicom(cls: type[_Doc], path: PathLike) -> _Doc:
@@ -260,7 +290,10 @@ class ClickInfo(Document):
 
     @property
     def click_number(self) -> str:
-        """The identifier of the acquisition; setting an empty one raises Error (INVALID_VALUE)."""
+        """The identifier of the acquisition, and the name of its section "ClickNumber".
+
+        Setting an empty one raises Error (INVALID_VALUE).
+        """
         return self._info.click_number
 
     @click_number.setter
@@ -271,7 +304,7 @@ class ClickInfo(Document):
         self,
         path: PathLike,
         image_type: ImageType,
-        setup: _core.Setup,
+        setup: Setup,
         *,
         user_id: str | None = None,
         settings: bool = True,
@@ -282,7 +315,8 @@ class ClickInfo(Document):
         there. Without ``settings`` only the fixed keys of the type are written.
 
         Raises Error: UNSUPPORTED_IMAGE_TYPE for a type without a section, SECTION_EXISTS when there
-        is one already; nothing has changed then.
+        is one already; TypeError or ValueError for a field of the setup that is of another type,
+        too large, or text that a file cannot hold. Nothing has changed then.
         """
         self._info.add_image(path_of(path), image_type, setup, user_id, settings)
 
@@ -337,7 +371,10 @@ class Settings(Document):
         return self._info.menu_names()
 
     def by_menu_name(self, name: str) -> Section:
-        """The first section with this menu name, whose letter case counts; a KeyError if none."""
+        """The first section with this menu name, in exactly this spelling.
+
+        Raises KeyError when there is none.
+        """
         return self[self._info.setting_with_menu_name(name)]
 
 
@@ -374,8 +411,17 @@ class OpticalProperties(Document):
         return cast(_Doc, properties)
 
 
+def _listed(numbers: Iterable[str]) -> list[str]:
+    if isinstance(numbers, str):
+        raise TypeError("click numbers are several; one is appended")
+    return list(numbers)
+
+
 class ClickNumbers(MutableSequence[str]):
-    """The click numbers of a sequence: a list whose changes change the sequence."""
+    """The click numbers of a sequence: a list whose changes change the sequence.
+
+    A number that a file cannot hold is a ValueError: an empty one, white space at its ends, a '#'.
+    """
 
     def __init__(self, core: _core.Info) -> None:
         self._info = core
@@ -412,7 +458,7 @@ class ClickNumbers(MutableSequence[str]):
 
     def extend(self, values: Iterable[str]) -> None:
         """Appends click numbers."""
-        self._info.click_numbers = self._info.click_numbers + list(values)
+        self._info.click_numbers = self._info.click_numbers + _listed(values)
 
     def __eq__(self, other: object) -> bool:
         return isinstance(other, (list, ClickNumbers)) and list(self) == list(other)
@@ -424,6 +470,20 @@ class ClickNumbers(MutableSequence[str]):
 
     def __repr__(self) -> str:
         return repr(self._info.click_numbers)
+
+
+class _Acquisitions(Iterator[ClickInfo]):
+    """Loads the acquisitions of a folder; goes on after one that cannot be loaded."""
+
+    def __init__(self, folder: str, numbers: list[str]) -> None:
+        self._folder = folder
+        self._numbers = iter(numbers)
+
+    def __next__(self) -> ClickInfo:
+        number = next(self._numbers)
+        if number in ("", ".", "..") or "/" in number or os.sep in number or "\0" in number:
+            raise Error(f"{number!r} names no folder of the sequence", Status.INVALID_VALUE)
+        return ClickInfo.load(f"{self._folder}{number}/ClickInfo.txt")
 
 
 class Sequence(Document):
@@ -453,7 +513,7 @@ class Sequence(Document):
 
     @property
     def name(self) -> str:
-        """The name of the sequence."""
+        """The name of the sequence, and of its section "Sequence"."""
         return self._info.name
 
     @name.setter
@@ -462,27 +522,31 @@ class Sequence(Document):
 
     @property
     def click_numbers(self) -> ClickNumbers:
-        """The click numbers in the order of the sequence, a list that can be changed."""
+        """The click numbers in the order of the sequence, a list that can be changed.
+
+        They are the values of the section "ClickNumbers", which a change adds when it is missing.
+        """
         return ClickNumbers(self._info)
 
     @click_numbers.setter
     def click_numbers(self, numbers: Iterable[str]) -> None:
-        self._info.click_numbers = list(numbers)
+        self._info.click_numbers = _listed(numbers)
 
     def acquisitions(self) -> Iterator[ClickInfo]:
         """Loads the acquisitions one by one, as they are asked for.
 
-        Raises what ClickInfo.load() raises when its turn comes.
+        When its turn comes, one that cannot be loaded raises what ClickInfo.load() raises, and a
+        click number that names no folder here Error (INVALID_VALUE); the next one follows all the
+        same.
         """
-        for place in range(len(self._info.click_numbers)):
-            yield ClickInfo.load(self._info.acquisition_path(place))
+        return _Acquisitions(self._info.folder, self._info.click_numbers)
 
     def _content(self) -> tuple[Any, ...]:
         kind, name, numbers, _folder, sections = self._info.state()
         return kind, name, numbers, sections
 
     def _title(self) -> str:
-        return f" {self.name!r}, {len(self.click_numbers)} acquisitions"
+        return f" {self.name!r}, {counted(len(self.click_numbers), 'acquisition')}"
 
     def _repr_html_(self) -> str:
         return _html.sequence(self)

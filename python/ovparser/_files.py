@@ -69,12 +69,11 @@ def edit(path: PathLike) -> Iterator[Any]:
     Of several programs that edit one file in this way none overwrites what another has saved: the
     later one raises an Error (FAILED), and the file keeps what the first has written.
 
-    Raises Error, which is an OSError too, as load() and save() do; at once for a document that
-    cannot replace its file.
+    Raises Error as load() and save() do; at once for an index or an instrument, which would not
+    replace its file by one of the same form, and TypeError for a spectral analysis.
     """
     text = path_of(path)
-    with open(text, "rb") as file:
-        before = file.read()
+    before = _core.read(text)
     document = load(text)
     if isinstance(document, SpectralAnalysis):
         raise TypeError("a spectral analysis is written as a whole, by SpectralAnalysis.write()")
@@ -83,7 +82,7 @@ def edit(path: PathLike) -> Iterator[Any]:
     yield document
     if document._content() == content:
         return
-    if document._loader == "from_dicom":
-        document.save()
-    else:
-        _core.rewrite(text, before, bytes(document))
+    start = before if document._loader == "from_dicom" else b""
+    after = start + bytes(document)
+    if _core.read(text) != after:  # the block has not saved it itself
+        _core.rewrite(text, before, after)

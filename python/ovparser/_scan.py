@@ -7,7 +7,7 @@ from __future__ import annotations
 
 import atexit
 import weakref
-from collections.abc import Iterable, Iterator, Mapping
+from collections.abc import Generator, Iterable, Mapping
 from typing import TYPE_CHECKING, Any
 
 from . import _core
@@ -17,6 +17,7 @@ if TYPE_CHECKING:
     import pandas  # type: ignore[import]
 
 Record = dict[str, Any]
+Records = Generator[Record, None, None]
 
 _TEXTS = "path sequencePath sequenceName sequenceId clickNumber userId".split()
 _NUMBERS = "exposureSeconds binning fieldOfView fNumber".split()
@@ -34,7 +35,7 @@ def _stop() -> None:
         running.close()
 
 
-def scan(folder: PathLike, *, recursive: bool = True, jobs: int | None = None) -> Iterator[Record]:
+def scan(folder: PathLike, *, recursive: bool = True, jobs: int | None = None) -> Records:
     """The records of an archive, one by one, read on ``jobs`` threads while they are asked for.
 
     They are what ``ovinfo study --jsonl`` prints, in its order: of each acquisition, of what was
@@ -45,10 +46,10 @@ def scan(folder: PathLike, *, recursive: bool = True, jobs: int | None = None) -
 
     Raises ValueError for a number of jobs that is not from 1 to 256.
     """
-    return _records(_core.Scan(path_of(folder), recursive, jobs))
+    return _records(_core.start_scan(path_of(folder), recursive, jobs))
 
 
-def _records(running: _core.Scan) -> Iterator[Record]:
+def _records(running: _core.Scan) -> Records:
     _running.add(running)
     try:
         yield from running
@@ -75,6 +76,7 @@ def to_dataframe(records: Iterable[Mapping[str, Any]]) -> pandas.DataFrame:
         rows.append(row)
     table = pandas.DataFrame(rows, columns=[*_COLUMNS, *labels.values()], dtype=object)
     moment = table["date"] + "T" + table["time"]
-    table["date"] = pandas.to_datetime(table["date"])
-    table["datetime"] = pandas.to_datetime(moment)
+    # A date beyond what pandas can hold is none.
+    table["date"] = pandas.to_datetime(table["date"], errors="coerce")
+    table["datetime"] = pandas.to_datetime(moment, errors="coerce")
     return table.astype({name: float for name in _NUMBERS})

@@ -11,157 +11,116 @@ from typing import Any
 
 from . import _core
 from ._documents import PathLike, path_of
+from ._fields import documented, with_fields
 
 
+@with_fields
 @dataclass
 class Acquisition:
     """An acquisition and one of its regions of interest."""
 
-    #: Of the acquisition.
-    click_number: str = ""
-    #: With its unit, "560nm".
-    image_wavelength: str = ""
-    #: Average transmission of the filter.
-    average_transmission: float = 0.0
-    #: Of the filter, in nanometres.
-    band_width: float = 0.0
-    #: With its unit, "560nm".
-    central_wavelength: str = ""
-    #: Identifier of the region.
-    roi: str = ""
-    #: Label of the region.
-    roi_label: str = ""
-    #: As it is written; "Contour" has contour fields.
-    roi_shape: str = ""
-    #: What the region is for.
-    roi_type: str = ""
-    #: Centre.
-    xc: float = 0.0
-    #: Centre.
-    yc: float = 0.0
-    #: Rotation.
-    angle: float = 0.0
-    #: Extent.
-    width: float = 0.0
-    #: Extent.
-    height: float = 0.0
-    #: Scale of the image.
-    cm_per_pixel: float = 0.0
-    #: Number of pixels.
-    roi_pixels: int = 0
-    #: Of the region.
-    area: float = 0.0
-    #: Of the measurements, as are the next two.
-    average_radiance: float = 0.0
-    #: Of the measurements.
-    filter_label: str = ""
-    #: Of the region.
-    total_flux: float = 0.0
-    #: Whether the position is locked.
-    lock_position: str = ""
-    #: Whether the size is locked.
-    lock_size: str = ""
-    #: Read only for the shape "Contour", as are the next six.
-    contour_directions: str = ""
-    #: Where the contour starts.
-    contour_start_x: float = 0.0
-    #: Where the contour starts.
-    contour_start_y: float = 0.0
-    #: Peak inside the contour.
-    contour_peak_x: float = 0.0
-    #: Peak inside the contour.
-    contour_peak_y: float = 0.0
-    #: Of the contour.
-    contour_x_delta: int = 0
-    #: Of the contour.
-    contour_y_delta: int = 0
-    #: Fraction of the peak at which the contour was drawn.
-    fractional_peak: float = 0.0
-    #: Association with a background region.
-    background_association: str = ""
-    #: Association with a subject region.
-    subject_association: str = ""
-    #: The background region.
-    background_roi: str = ""
+    click_number: str = documented("", "Of the acquisition.")
+    image_wavelength: str = documented("", 'With its unit, "560nm".')
+    average_transmission: float = documented(0.0, "Average transmission of the filter.")
+    band_width: float = documented(0.0, "Of the filter, in nanometres.")
+    central_wavelength: str = documented("", 'With its unit, "560nm".')
+    roi: str = documented("", "Identifier of the region.")
+    roi_label: str = documented("", "Label of the region.")
+    roi_shape: str = documented("", 'As it is written; "Contour" has contour fields.')
+    roi_type: str = documented("", "What the region is for.")
+    xc: float = documented(0.0, "Centre of the region.")
+    yc: float = documented(0.0, "Centre of the region.")
+    angle: float = documented(0.0, "Rotation of the region.")
+    width: float = documented(0.0, "Extent of the region.")
+    height: float = documented(0.0, "Extent of the region.")
+    cm_per_pixel: float = documented(0.0, "Scale of the image.")
+    roi_pixels: int = documented(0, "Number of pixels.")
+    area: float = documented(0.0, "Of the region of interest.")
+    average_radiance: float = documented(0.0, "Measured in the region.")
+    filter_label: str = documented("", "The filter of the measurement.")
+    total_flux: float = documented(0.0, "Of the region of interest.")
+    lock_position: str = documented("", "Whether the position is locked.")
+    lock_size: str = documented("", "Whether the size is locked.")
+    contour_directions: str = documented("", 'Steps along the contour; only for the shape "Contour", as are the next six.')
+    contour_start_x: float = documented(0.0, "Where the contour starts.")
+    contour_start_y: float = documented(0.0, "Where the contour starts.")
+    contour_peak_x: float = documented(0.0, "Peak inside the contour.")
+    contour_peak_y: float = documented(0.0, "Peak inside the contour.")
+    contour_x_delta: int = documented(0, "Of the contour.")
+    contour_y_delta: int = documented(0, "Of the contour.")
+    fractional_peak: float = documented(0.0, "Fraction of the peak at which the contour was drawn.")
+    background_association: str = documented("", "Association with a background region.")
+    subject_association: str = documented("", "Association with a subject region.")
+    background_roi: str = documented("", "The background region.")
 
 
+@with_fields
 @dataclass
 class Analysis:
     """The attributes of an analysis, and its acquisitions."""
 
-    #: The sequence that was analysed.
-    sequence_id: str = ""
-    #: The image that was analysed.
-    active_image: str = ""
-    #: The menu name of the tissue property set.
-    tissue_property: str = ""
-    #: The menu name of the source model.
-    source_model: str = ""
-    #: Of the tissue; None when the file gives no number.
-    index_of_refraction: float | None = None
+    sequence_id: str = documented("", "The sequence that was analysed.")
+    active_image: str = documented("", "The image that was analysed.")
+    tissue_property: str = documented("", "The menu name of the tissue property set.")
+    source_model: str = documented("", "The menu name of the source model.")
+    index_of_refraction: float | None = documented(
+        None, "Of the tissue; None when the file gives no number, which is written as 0."
+    )
     acquisitions: list[Acquisition] = field(default_factory=list)
 
 
+@with_fields
 @dataclass
 class Result:
     """The results of a region of interest."""
 
-    #: Identifier of the region.
-    roi: str = ""
-    #: Of the region.
-    total_flux: float = 0.0
-    #: Standard deviation of the flux.
-    flux_std_dev: float = 0.0
-    #: Of the source.
-    average_depth: float = 0.0
-    #: Standard deviation of the depth.
-    depth_std_dev: float = 0.0
+    roi: str = documented("", "Identifier of the region.")
+    total_flux: float = documented(0.0, "Of the region of interest.")
+    flux_std_dev: float = documented(0.0, "Standard deviation of the flux.")
+    average_depth: float = documented(0.0, "Of the source.")
+    depth_std_dev: float = documented(0.0, "Standard deviation of the depth.")
 
 
+@with_fields
 @dataclass
 class PlotValue:
     """A value of a spectral plot."""
 
-    #: In nanometres.
-    wavelength: float = 0.0
-    #: As it was measured.
-    intensity: float = 0.0
+    wavelength: float = documented(0.0, "In nanometres.")
+    intensity: float = documented(0.0, "As it was measured.")
 
 
+@with_fields
 @dataclass
 class Plot:
     """The spectral plot of a region of interest."""
 
-    #: Of the region.
-    label: str = ""
+    label: str = documented("", "Of the region of interest.")
     values: list[PlotValue] = field(default_factory=list)
 
 
+@with_fields
 @dataclass
 class FitValue:
     """A fitted value."""
 
-    #: As it was measured.
-    intensity: float = 0.0
-    #: Of the tissue at the wavelength.
-    attenuation: float = 0.0
-    #: The value of the fit.
-    fit_value: float = 0.0
-    #: The error along the attenuation.
-    horizontal_error: float = 0.0
-    #: The error along the fitted value.
-    vertical_error: float = 0.0
+    intensity: float = documented(0.0, "As it was measured.")
+    attenuation: float = documented(0.0, "Of the tissue at the wavelength.")
+    fit_value: float = documented(0.0, "The value of the fit.")
+    horizontal_error: float = documented(0.0, "The error along the attenuation.")
+    vertical_error: float = documented(0.0, "The error along the fitted value.")
 
 
+@with_fields
 @dataclass
 class Fit:
     """The fit of a region of interest."""
 
-    #: Of the region.
-    label: str = ""
+    label: str = documented("", "Of the region of interest.")
     values: list[FitValue] = field(default_factory=list)
 
 
+@with_fields
 @dataclass
 class LinearFit:
     """The line a x + b."""
@@ -170,6 +129,7 @@ class LinearFit:
     b: float = 0.0
 
 
+@with_fields
 @dataclass
 class SpectralAnalysis:
     """The results of a spectral analysis: what its file holds, as lists that can be changed."""
@@ -229,8 +189,8 @@ class SpectralAnalysis:
     ) -> None:
         """Writes a file, which is replaced at once.
 
-        The units stand in the file and are not read. Wavelengths are texts such as "560nm"; the
-        central one of a filter that is no whole number is a ValueError.
+        The units stand in the file and are not read. Wavelengths are texts such as "560nm"; one
+        that is no whole number of nanometres is a ValueError. Numbers are written with six digits.
 
         Raises Error, which is an OSError too, when the file cannot be written.
         """
@@ -242,7 +202,7 @@ class SpectralAnalysis:
         """The plots and the fit side by side, as an SVG document."""
         fit = self.linear_fit
         line = None if fit is None else (fit.a, fit.b)
-        return _core.spectral_svg(self.plots, self.fits, line).decode("utf-8")
+        return _core.spectral_svg(tuple(self.plots), tuple(self.fits), line).decode("utf-8")
 
     def _repr_html_(self) -> str:
         return self.svg()

@@ -7,6 +7,7 @@ from __future__ import annotations
 
 import copy
 import pickle
+from dataclasses import fields
 from pathlib import Path
 from xml.etree import ElementTree
 
@@ -20,8 +21,9 @@ def test_a_setup_has_every_field_of_the_library() -> None:
     setup = Setup(field_of_view=12.5, fl_grid_points=[(1, 2), (3, 4)], emission_filter="GFP")
     assert (setup.field_of_view, setup.fl_grid_points) == (12.5, [(1, 2), (3, 4)])
     assert Setup().excitation_filter == "Block" and Setup().subject_size == 1.5
-    fields = [name for name, kind in vars(Setup).items() if isinstance(kind, property)]
-    assert len(fields) == 95 and all(getattr(Setup, name).__doc__ for name in fields)
+    values = {field.name: getattr(Setup(acquisition_time=0), field.name) for field in fields(Setup)}
+    assert values == {**ovparser._core.setup_defaults(), "acquisition_time": 0}
+    assert len(values) == 95 and all(f"\n    {name}: " in str(Setup.__doc__) for name in values)
     setup.acquisition_time = 0
     assert repr(setup).startswith("Setup(") and "emission_filter='GFP'" in repr(setup)
     assert eval(repr(setup)) == setup != Setup(acquisition_time=0)  # noqa: S307
@@ -30,11 +32,40 @@ def test_a_setup_has_every_field_of_the_library() -> None:
 
 
 @pytest.mark.parametrize(
-    "values", [{"no_field": 1}, {"field_of_view": "wide"}, {"photograph_binning": 1.5}]
+    ("values", "error"),
+    [
+        ({"no_field": 1}, TypeError),
+        ({"field_of_view": "wide"}, TypeError),
+        ({"photograph_binning": 1.5}, TypeError),
+        ({"em_gain": 2**31}, TypeError),
+        ({"fl_grid_points": [1]}, TypeError),
+        ({"emission_filter": "a\nb"}, ValueError),
+        ({"emission_filter": "\u20ac"}, ValueError),
+    ],
 )
-def test_a_setup_refuses_what_it_has_not(values: dict[str, object]) -> None:
-    with pytest.raises(TypeError):
-        Setup(**values)  # type: ignore[arg-type]
+def test_a_setup_with_what_cannot_be_written(
+    values: dict[str, object], error: type[Exception]
+) -> None:
+    info = ClickInfo()
+    with pytest.raises(error, match=next(iter(values)) if error is TypeError else None):
+        info.add_image("a.tif", ImageType.LUMINESCENT, Setup(**values))  # type: ignore[arg-type]
+    assert not info
+
+
+def test_no_text_of_a_new_acquisition_makes_a_line_of_its_own() -> None:
+    info = ClickInfo()
+    for text in ("1\n*** Evil:\ta", "\u20ac"):
+        for fails in (
+            lambda: info.add_user(ImageType.PHOTOGRAPH, text),
+            lambda: info.add_click_number(version=text),
+            lambda: info.add_image(text, ImageType.PHOTOGRAPH, Setup()),
+            lambda: info.add_image("a", ImageType.PHOTOGRAPH, Setup(), user_id=text),
+            lambda: ClickInfo.for_image("a", text, ImageType.PHOTOGRAPH, 1),
+            lambda: ovparser.Sequence("a", version=text),
+        ):
+            with pytest.raises(ValueError):
+                fails()
+    assert not info
 
 
 def test_an_acquisition_is_built(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:

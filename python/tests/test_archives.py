@@ -71,7 +71,53 @@ def test_a_scan_can_be_left(tmp_path: Path) -> None:
     assert threading.active_count() == threads and os.listdir("/proc/self/task") == started
     # Python ends although a scan goes on.
     code = f"import ovparser; r = ovparser.scan({str(tmp_path)!r}); next(r)"
-    assert subprocess.run([sys.executable, "-c", code], timeout=60, check=True).returncode == 0
+    subprocess.run([sys.executable, "-c", code], timeout=60, check=True)
+
+
+@pytest.mark.parametrize(
+    "work", ["list(ovparser.scan(folder))", "ovparser.ClickInfo.load(folder + '/ClickInfo.txt')"]
+)
+def test_python_ends_while_threads_are_at_work(file: Path, work: str) -> None:
+    code = f"""
+import threading, time, ovparser
+folder = {str(file.parent)!r}
+def work():
+    while True:
+        {work}
+for _ in range(4):
+    threading.Thread(target=work, daemon=True).start()
+time.sleep(0.2)
+"""
+    for _ in range(3):
+        subprocess.run([sys.executable, "-c", code], timeout=60, check=True)
+
+
+def test_a_scan_is_let_alone_after_a_fork(file: Path) -> None:
+    code = f"""
+import os, ovparser
+records = ovparser.scan({str(file.parents[2])!r})
+next(records)
+child = os.fork()
+if child == 0:
+    try:
+        next(records)
+    except RuntimeError:
+        raise SystemExit(0)
+    raise SystemExit(1)
+assert os.waitpid(child, 0)[1] == 0
+assert list(records)
+"""
+    subprocess.run([sys.executable, "-c", code], timeout=60, check=True)
+
+
+@pytest.mark.skipif(SANITIZED, reason="takes terabytes of address space")
+def test_a_scan_does_with_the_threads_that_there_are(file: Path) -> None:
+    code = f"""
+import resource, ovparser
+resource.setrlimit(resource.RLIMIT_AS, (1 << 30, 1 << 30))
+assert len(list(ovparser.scan({str(file.parents[2])!r}, jobs=256))) == 4
+"""
+    subprocess.run([sys.executable, "-c", code], timeout=60, check=True)
 
 
 def test_tables_keep_identifiers_as_text() -> None:
@@ -82,7 +128,7 @@ def test_tables_keep_identifiers_as_text() -> None:
          "labels": {"Group": "NA", "Animal Number": "007"}},
         {"path": "b", "clickNumber": "NA", "date": None, "time": None, "binning": None,
          "images": [], "labels": {"GROUP": "nan"}},
-        {"path": "c", "kind": "folder", "error": "permission denied"},
+        {"path": "c", "kind": "folder", "error": "permission denied", "date": "1624-03-05"},
     ]  # fmt: skip
     table = ovparser.to_dataframe(records)
     assert list(table["label.Group"].fillna("-")) == ["NA", "nan", "-"]
@@ -121,6 +167,7 @@ def test_two_threads_with_a_document_each(file: Path) -> None:
 
 def test_threads_share_a_document(info: ClickInfo) -> None:
     """Nothing crashes when one thread removes what another uses."""
+    failures: list[BaseException] = []
     stop = threading.Event()
 
     def use() -> None:
@@ -129,6 +176,8 @@ def test_threads_share_a_document(info: ClickInfo) -> None:
                 dict(info["Notes"])
             except KeyError:
                 pass
+            except BaseException as failure:  # noqa: BLE001
+                failures.append(failure)
 
     threads = [threading.Thread(target=use) for _ in range(2)]
     for thread in threads:
@@ -139,7 +188,7 @@ def test_threads_share_a_document(info: ClickInfo) -> None:
     stop.set()
     for thread in threads:
         thread.join()
-    assert "Notes" not in info
+    assert "Notes" not in info and not failures
 
 
 @pytest.mark.skipif(SANITIZED, reason="freed memory is kept")

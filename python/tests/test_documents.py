@@ -12,10 +12,12 @@ from collections.abc import Mapping, MutableMapping
 from pathlib import Path
 
 import pytest
+from conftest import ACQUISITION
 
 import ovparser
 from ovparser import ClickInfo, Section, Sequence
 
+DICOM = bytes(128) + b"DICM" + b"\x02\x00\x10\x00UI\x12\x001.2.840.10008.1.2\x00\x00\x00"
 TEXT = (
     b"of the preamble\r\n\r\n"
     b"*** ClickNumber:\tABC1\r\nNumber:\t1\r\n\r\n"
@@ -134,6 +136,31 @@ def test_a_key_is_deleted_and_nothing_else(doc: ClickInfo) -> None:
     with pytest.raises(KeyError):
         del doc["Notes"]["Cell Line"]
     assert doc["Notes"].pop("Cage") == "7" and bytes(doc).count(b"# a line") == 1
+    doc["Notes"] = {f"k{number}": number for number in range(50)}
+    doc["Notes"].clear()
+    assert len(doc["Notes"]) == 0 and b"# a line" in bytes(doc)
+    for missing in (3, "\ud800", "none"):
+        with pytest.raises(KeyError):
+            del doc[missing]  # type: ignore[arg-type]
+        with pytest.raises(KeyError):
+            del doc["Notes"][missing]  # type: ignore[arg-type]
+
+
+def test_what_is_assigned_is_as_it_is_read(doc: ClickInfo) -> None:
+    before = bytes(doc)
+    doc["Notes"]["Cage"] = 7  # as it is, with the space before its comment
+    assert bytes(doc) == before
+    doc["Notes"]["Cage"] = "  "
+    doc["Notes"]["Cell Line"] = "  a  # b  "
+    doc["Notes"].name = "  padded "
+    assert ClickInfo.from_bytes(bytes(doc)) == doc and doc["Notes"].raw("Cell Line") == "a  # b"
+
+
+def test_a_section_is_added_where_it_is_missing(doc: ClickInfo) -> None:
+    assert doc.setdefault("notes", {"Cage": "8"})["Cage"] == "7"
+    assert doc.setdefault("New", {"Cage": "8"})["Cage"] == "8" and len(doc.setdefault("x")) == 0
+    doc.update({"New": {"Cage": 9}})
+    assert doc["New"] == {"Cage": "9"}
 
 
 def test_numbers_are_read_strictly(doc: ClickInfo) -> None:
@@ -202,11 +229,31 @@ def test_a_section_keeps_its_document_alive(file: Path) -> None:
     assert section["Field of View"] == "12.5" and ("Field of View", "12.5") in items
 
 
-@pytest.mark.parametrize("kind", [Section, ovparser._core.Info])
+@pytest.mark.parametrize("kind", [Section, ovparser._core.Info, ovparser._core.Scan])
 def test_objects_that_would_hold_nothing_cannot_be_made(kind: type) -> None:
     for make in (kind, lambda: kind.__new__(kind), lambda: type("Sub", (kind,), {})()):
         with pytest.raises(TypeError):
             make()
+
+
+def test_a_class_is_what_an_object_was_made_with(doc: ClickInfo) -> None:
+    with pytest.raises(TypeError):
+        doc["Notes"].__class__ = ovparser._core.Info  # type: ignore[assignment]
+
+
+def test_code_that_runs_in_an_assignment_may_remove_the_section(doc: ClickInfo) -> None:
+    class Number:
+        def __index__(self) -> int:
+            doc.clear()
+            return 5
+
+        def __float__(self) -> float:
+            doc.clear()
+            return 5.0
+
+    with pytest.raises(KeyError):
+        doc["Notes"]["Cage"] = Number()  # type: ignore[assignment]
+    assert not doc
 
 
 def test_copies_and_pickles_share_nothing(doc: ClickInfo) -> None:
@@ -278,28 +325,49 @@ def test_edit_saves_what_changed_and_only_then(file: Path) -> None:
     assert file.read_bytes() == before.replace(b"Group:\tOncology", b"Group:\tC")
 
 
-def test_edit_does_not_overwrite_what_another_has_saved(file: Path) -> None:
-    with pytest.raises(ovparser.Error, match="has changed") as raised, ovparser.edit(file) as doc:
+@pytest.fixture
+def image(tmp_path: Path, file: Path) -> Path:
+    """A DICOM file with click info, whose name does not tell what it is."""
+    image = tmp_path / "IM0001"
+    image.write_bytes(DICOM)
+    ClickInfo.load(file).save(image)
+    return image
+
+
+@pytest.mark.parametrize("kind", ["file", "image"])
+def test_edit_does_not_overwrite_what_another_has_saved(
+    kind: str, request: pytest.FixtureRequest
+) -> None:
+    path = request.getfixturevalue(kind)
+    with pytest.raises(ovparser.Error, match="has changed") as raised, ovparser.edit(path) as doc:
         doc["User Input"]["Group"] = "mine"
-        with ovparser.edit(file) as other:
+        with ovparser.edit(path) as other:
             other["User Input"]["Group"] = "theirs"
     assert raised.value.status is ovparser.Status.FAILED
-    assert ClickInfo.load(file)["User Input"]["Group"] == "theirs"
+    assert ovparser.load(path)["User Input"]["Group"] == "theirs"
+    with ovparser.edit(path) as doc:
+        doc["User Input"]["Group"] = "third"
+        doc.save()  # the block then has nothing to do
+    assert ovparser.load(path)["User Input"]["Group"] == "third"
 
 
-def test_click_info_in_dicom_is_read_and_appended(tmp_path: Path, file: Path) -> None:
-    image = tmp_path / "image.dcm"
-    head = bytes(128) + b"DICM" + b"\x02\x00\x10\x00UI\x12\x001.2.840.10008.1.2\x00\x00\x00"
-    image.write_bytes(head)
-    with pytest.raises(ovparser.Error) as raised:
-        ClickInfo.from_dicom(image)
-    assert raised.value.status is ovparser.Status.BAD_FORMAT
-    ClickInfo.load(file).save(image)
-    assert image.read_bytes().startswith(head) and ClickInfo.from_dicom(image).path == str(image)
+def test_click_info_in_dicom_is_read_and_appended(image: Path, tmp_path: Path) -> None:
+    assert image.read_bytes().startswith(DICOM) and ClickInfo.from_dicom(image).path == str(image)
     with ovparser.edit(image) as doc:
         doc["User Input"]["Group"] = "B"
     assert ovparser.load(image)["User Input"]["Group"] == "B"
+    assert image.read_bytes().startswith(DICOM)
     assert image.read_bytes().count(b"*** ClickNumber") == 2
+    before = image.read_bytes()
+    for fails in (Sequence("a").save, ovparser.SpectralAnalysis.write):
+        with pytest.raises(ovparser.Error, match="DICOM"):
+            fails(image)
+    assert image.read_bytes() == before
+    bare = tmp_path / "bare.dcm"
+    bare.write_bytes(DICOM)
+    with pytest.raises(ovparser.Error) as raised:
+        ClickInfo.from_dicom(bare)
+    assert raised.value.status is ovparser.Status.BAD_FORMAT
 
 
 def test_a_wheel_without_header_is_saved_without(examples: Path) -> None:
@@ -329,8 +397,33 @@ def test_a_sequence_is_a_list_of_acquisitions(examples: Path) -> None:
     again = Sequence.load(path)
     assert again == sequence and list(again["ClickNumbers"].values()) == expected
     rest = sequence.acquisitions()
-    with pytest.raises(FileNotFoundError):
-        next(rest)
+    for _ in range(2):
+        with pytest.raises(FileNotFoundError):
+            next(rest)
+    assert next(rest).click_number == numbers[2]  # the one after those that are missing
+    sequence.click_numbers[:] = ["../" + numbers[2]]
+    with pytest.raises(ovparser.Error, match="no folder"):
+        next(sequence.acquisitions())
+
+
+def test_what_a_section_tells_and_what_the_document_tells_are_one(examples: Path) -> None:
+    path = examples / "study/SEQ20240305/SequenceInfo.txt"
+    with ovparser.edit(path) as sequence:
+        sequence.name = "new"
+        sequence["ClickNumbers"]["ClickNumber 1"] = "A9"
+        sequence.click_numbers.append("A10")
+    again = Sequence.load(path)
+    assert (again.name, again.click_numbers[0], again.click_numbers[-1]) == ("new", "A9", "A10")
+    again["Sequence"].name = "other"
+    del again["ClickNumbers"]
+    assert again.name == "other" and again.click_numbers == []
+    acquisition = examples / ACQUISITION
+    with ovparser.edit(acquisition) as info:
+        info.click_number = "ABC9"
+    info = ClickInfo.load(acquisition)
+    assert info.click_number == info["ClickNumber"].name == "ABC9"
+    info["ClickNumber"].name = "ABC8"
+    assert info.click_number == "ABC8"
 
 
 def test_a_new_sequence_saves_what_it_is_given(tmp_path: Path) -> None:
@@ -339,8 +432,11 @@ def test_a_new_sequence_saves_what_it_is_given(tmp_path: Path) -> None:
     sequence.save(tmp_path / "SequenceInfo.txt")
     again = Sequence.load(tmp_path / "SequenceInfo.txt")
     assert again.name == "Day 3" and again.click_numbers == ["A1", "A2"] and again == sequence
-    with pytest.raises(ValueError):
-        sequence.click_numbers.append("two\nlines")
+    for bad in ("two\nlines", "", " a", "a # b", "\u20ac"):
+        with pytest.raises(ValueError):
+            sequence.click_numbers.append(bad)
+    with pytest.raises(TypeError):
+        sequence.click_numbers = "ABC"  # type: ignore[assignment]
 
 
 def test_a_sequence_loses_no_character(tmp_path: Path) -> None:
