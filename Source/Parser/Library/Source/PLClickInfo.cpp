@@ -419,9 +419,8 @@ QByteArray CPLClickInfo::documentText() const
     QByteArray data;
     for (const QString& line : preambleLines)
         appendText(data, line + PLKeyword::Text::LineEnd);
-    SectionWriter writer(data);
     for (const QString& key : sectionKeys)
-        writer.write(*find(key));
+        SectionAccess::write(*find(key), data);
     appendText(data, PLKeyword::Text::DocumentEnd);
     return data;
 }

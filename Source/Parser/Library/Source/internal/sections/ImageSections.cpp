@@ -55,9 +55,10 @@ enum Fact : unsigned {
     MultiSpot = 1U << 9U,
 };
 
-/** Where a value comes from: a fixed text, a field of the setup, or a function of the setup. */
+/** Where a value comes from: a fixed text, a field of the setup, or a function of it or its time.
+ */
 using Source = std::variant<QLatin1String, QString Setup::*, int Setup::*, float Setup::*,
-                            double Setup::*, QString (*)(const Setup&)>;
+                            double Setup::*, QString (*)(const Setup&), QString (*)(struct tm*)>;
 
 /** A key, its value, the images that have it, and the facts that must all be true for that. */
 struct KeyRow
@@ -67,18 +68,6 @@ struct KeyRow
     Images images = AnyImage;
     unsigned needs = Always;
 };
-
-QString acquisitionDate(const Setup& setup)
-{
-    auto time = brokenDownLocalTime(setup.acquisitionTime);
-    return getDateOVSFormat(time ? &*time : nullptr);
-}
-
-QString acquisitionClock(const Setup& setup)
-{
-    auto time = brokenDownLocalTime(setup.acquisitionTime);
-    return getTimeOVSFormat(time ? &*time : nullptr);
-}
 
 QString acquisitionSeconds(const Setup& setup)
 {
@@ -142,8 +131,8 @@ constexpr unsigned OnFlGrid = Settings | Fluorescent | Mode1 | Grid;
 
 /** The keys of all images; those of one image are in the order in which they are written. */
 constexpr KeyRow keyRows[] = {
-    {Key::AcquisitionDate, acquisitionDate},
-    {Key::AcquisitionTime, acquisitionClock},
+    {Key::AcquisitionDate, getDateOVSFormat},
+    {Key::AcquisitionTime, getTimeOVSFormat},
     {Key::AcquisitionSeconds, acquisitionSeconds},
     {Key::PixelWidth, Value::One},
     {Key::PixelHeight, Value::One},
@@ -283,6 +272,7 @@ unsigned factsOf(const Setup& setup, bool settings)
 struct ValueText
 {
     const Setup& setup;
+    std::optional<struct tm> time;
 
     QString operator()(QLatin1String fixed) const { return fixed; }
     QString operator()(QString Setup::*text) const { return setup.*text; }
@@ -290,6 +280,7 @@ struct ValueText
     QString operator()(float Setup::*number) const { return qtGeneralText(double(setup.*number)); }
     QString operator()(double Setup::*number) const { return qtGeneralText(setup.*number); }
     QString operator()(QString (*compute)(const Setup&)) const { return compute(setup); }
+    QString operator()(QString (*spell)(struct tm*)) { return spell(time ? &*time : nullptr); }
 };
 
 } // namespace
@@ -316,9 +307,10 @@ std::unique_ptr<CPLSection> makeImageSection(tag_eimagetype type, const QString&
         return nullptr;
     auto section = std::make_unique<CPLSection>(key, name);
     const unsigned facts = factsOf(setup, settings);
+    ValueText valueText = {setup, brokenDownLocalTime(setup.acquisitionTime)};
     for (const KeyRow& row : keyRows) {
         if ((row.images & only(type)) != 0 && (row.needs & ~facts) == 0)
-            addPair(*section, row.key, std::visit(ValueText{setup}, row.source));
+            addPair(*section, row.key, std::visit(valueText, row.source));
     }
     return section;
 }

@@ -49,21 +49,6 @@ struct SectionStore
     void copy(const QMap<QString, CPLSection*>& others, const QStringList& otherKeys);
 };
 
-/** Appends sections to a text, as they are written. */
-class SectionWriter
-{
-public:
-    explicit SectionWriter(QByteArray& text)
-        : m_text(text)
-    {}
-
-    void write(const CPLSection& section) { SectionAccess::write(section, m_unopened, m_text); }
-
-private:
-    QByteArray& m_text;
-    Entries m_unopened;
-};
-
 /**
  * Where a key stands that occurs once; -1 when it does not occur. It is looked for from both ends,
  * so that taking keys away one by one is quick in either direction.

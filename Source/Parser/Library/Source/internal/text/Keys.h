@@ -27,8 +27,8 @@ namespace ovparser::internal {
                                  const QString& subkey);
 
 /** Whether a key of a text is written as its value alone, since it may be that of a comment. */
-[[nodiscard]] bool isCommentKey(QLatin1String key);
-[[nodiscard]] bool isCommentKey(const QString& key); ///< @overload
+template <typename Text>
+[[nodiscard]] bool isCommentKey(const Text& key);
 
 /** A key in the form in which it is looked up. Nothing is allocated for a usual one. */
 class FoldedKey
