@@ -25,7 +25,7 @@ void writeHeader(const QString& key, const QString& name, Out& out)
 
 void SectionAccess::load(CPLSection& section, const SourceText& text, QLatin1String body)
 {
-    section.clearKeyValuePairs();
+    delete section.openEntries.exchange(nullptr);
     section.fileText = text.bytes;
     section.wideText = text.wide;
     section.bodyStart = int(body.data() - text.bytes.constData());
