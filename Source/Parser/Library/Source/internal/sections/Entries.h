@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * The entries of a section: what stands where in its text, and what was changed since.
- */
 #ifndef OVPARSER_INTERNAL_ENTRIES_H
 #define OVPARSER_INTERNAL_ENTRIES_H
 

@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * Which section each image type has, and which keys it receives from an acquisition setup.
- */
 #ifndef OVPARSER_INTERNAL_IMAGESECTIONS_H
 #define OVPARSER_INTERNAL_IMAGESECTIONS_H
 

@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * The sections of a document, over the fields in which the document keeps them.
- */
 #ifndef OVPARSER_INTERNAL_SECTIONSTORE_H
 #define OVPARSER_INTERNAL_SECTIONSTORE_H
 

@@ -50,14 +50,6 @@ quint64 wordAt(const char* bytes)
     return word;
 }
 
-bool isAscii(const QString& text)
-{
-    ushort bits = 0;
-    for (const QChar c : text)
-        bits |= c.unicode();
-    return bits < 0x80;
-}
-
 // The address differs from process to process: no file can be made of keys that collide.
 quint64 hashSeed()
 {
@@ -77,17 +69,9 @@ bool isMapKey(const QString& key)
     return others == 0;
 }
 
-// Nearly all keys are ASCII, which needs no Unicode tables; a key that nobody else holds is changed
-// in place.
 QString mapKey(QString key)
 {
-    if (isMapKey(key))
-        return key;
-    if (!isAscii(key))
-        return std::move(key).toLower();
-    for (QChar& c : key)
-        c = QChar(lowerAscii(c.unicode()));
-    return key;
+    return isMapKey(key) ? key : std::move(key).toLower();
 }
 
 bool isKeySelected(const QString& candidate, const QString& key, const QString& subkey)

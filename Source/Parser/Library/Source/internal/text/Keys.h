@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * Keys, which match in any letter case: how they are folded, hashed and compared.
- */
 #ifndef OVPARSER_INTERNAL_KEYS_H
 #define OVPARSER_INTERNAL_KEYS_H
 
