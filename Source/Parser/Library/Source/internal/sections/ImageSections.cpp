@@ -239,7 +239,7 @@ constexpr KeyRow keyRows[] = {
 
 namespace Section = PLKeyword::Section;
 
-constexpr ImageKind imageKinds[] = {
+constexpr ImageKind imageSections[] = {
     {eIMAGE_PHOTOGRAPH, Section::Photograph, Value::DisplayPhotographic},
     {eIMAGE_STRUCTURE, Section::Structure, Value::DisplayStructure},
     {eIMAGE_LUMINESCENT, Section::Luminescent, Value::DisplayLuminescent},
@@ -283,9 +283,9 @@ struct ValueText
 
 const ImageKind* imageKind(tag_eimagetype type)
 {
-    const auto* const kind = std::find_if(std::begin(imageKinds), std::end(imageKinds),
+    const auto* const kind = std::find_if(std::begin(imageSections), std::end(imageSections),
                                           [&](const ImageKind& each) { return each.type == type; });
-    return kind == std::end(imageKinds) ? nullptr : kind;
+    return kind == std::end(imageSections) ? nullptr : kind;
 }
 
 std::unique_ptr<CPLSection> makeImageSection(const ImageKind& kind, const QString& name,
