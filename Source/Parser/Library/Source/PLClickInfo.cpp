@@ -464,20 +464,20 @@ void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
 }
 
 // The overloads of a reader or writer differ in the type of the value only.
-#define GET_VALUE(Value)                                                                           \
-    tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, Value* value) const        \
+#define GET_VALUE(Pointer)                                                                         \
+    tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, Pointer value) const       \
     {                                                                                              \
         return guarded([&] { return getFrom(find(sectionKey), key, value); });                     \
     }
-GET_VALUE(QString)
-GET_VALUE(short)
-GET_VALUE(int)
-GET_VALUE(long)
-GET_VALUE(float)
-GET_VALUE(double)
-GET_VALUE(qint64)
-GET_VALUE(unsigned)
-GET_VALUE(bool)
+GET_VALUE(QString*)
+GET_VALUE(short*)
+GET_VALUE(int*)
+GET_VALUE(long*)
+GET_VALUE(float*)
+GET_VALUE(double*)
+GET_VALUE(qint64*)
+GET_VALUE(unsigned*)
+GET_VALUE(bool*)
 #undef GET_VALUE
 
 #define SET_VALUE(Value)                                                                           \

@@ -96,20 +96,20 @@ tag_estatus CPLSection::addKeyValue(QString key, QString value)
 }
 
 // The overloads of a reader or writer differ in the type of the value only.
-#define GET_VALUE(Value)                                                                           \
-    tag_estatus CPLSection::getValue(QString key, Value* value) const                              \
+#define GET_VALUE(Pointer)                                                                         \
+    tag_estatus CPLSection::getValue(QString key, Pointer value) const                             \
     {                                                                                              \
         return guarded([&] { return readValue(*this, key, value); });                              \
     }
-GET_VALUE(QString)
-GET_VALUE(short)
-GET_VALUE(int)
-GET_VALUE(long)
-GET_VALUE(float)
-GET_VALUE(double)
-GET_VALUE(qint64)
-GET_VALUE(unsigned)
-GET_VALUE(bool)
+GET_VALUE(QString*)
+GET_VALUE(short*)
+GET_VALUE(int*)
+GET_VALUE(long*)
+GET_VALUE(float*)
+GET_VALUE(double*)
+GET_VALUE(qint64*)
+GET_VALUE(unsigned*)
+GET_VALUE(bool*)
 #undef GET_VALUE
 
 tag_estatus CPLSection::getRawValue(QString key, QString* value) const
