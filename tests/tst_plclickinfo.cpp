@@ -320,6 +320,46 @@ private Q_SLOTS:
                                                      "\r\n*** B:\t\r\n\r\n\r\n\r\n"));
     }
 
+    void bodiesAreWrittenAlike_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QByteArray>("written");
+        const auto row = [](const char* name, const QByteArray& body, const QByteArray& written) {
+            QTest::newRow(name) << body << written;
+        };
+        const QByteArray plain = "k:\tv\r\n# note\r\n\r\nno value:\t\r\nlast:\t1 # two: 3\r\n";
+        row("as it is written", plain, plain);
+        row("LF", QByteArray(plain).replace("\r\n", "\n"), plain);
+        row("one LF", "a:\t1\nb:\t2\r\n", "a:\t1\r\nb:\t2\r\n");
+        row("no entries", "\r\n", "");
+        row("empty last value", "a:\t1\r\nb:\t\r\n", "a:\t1\r\nb:\t\r\n");
+        row("empty key", ":\t1\r\nb:\t2\r\n", ":\t1\r\nb:\t2\r\n");
+        row("no TAB", "a:1\r\nb: 2\r\n", "a:\t1\r\nb:\t2\r\n");
+        row("TAB before ':'", "a\t:1\r\nb:\t2\r\n", "a:\t1\r\nb:\t2\r\n");
+        row("blanks", " a:\t1\r\nb:\t2 \r\nc:\t\t3\r\n", "a:\t1\r\nb:\t2\r\nc:\t3\r\n");
+        row("blank in front of a comment", "a:\t1\r\n # b\r\n", "a:\t1\r\n# b\r\n");
+        row("no ':'", "a:\t1\r\nb\r\n", "a:\t1\r\n#b\r\n");
+        row("'#' in a key", "a#b:\t1\r\n", "#a#b:\t1\r\n");
+        row("key twice", "a:\t1\r\nb:\t2\r\na:\t3\r\n", "a:\t3\r\nb:\t2\r\na:\t3\r\n");
+        row("in another case", "\xC9 a:\t1\r\n\xE9 A:\t2\r\n", "\xC9 a:\t2\r\n\xE9 A:\t2\r\n");
+        row("key of a comment", "xCOMMENTline y:\t1\r\n", "1\r\n");
+    }
+
+    // Whether or not somebody has looked into them.
+    void bodiesAreWrittenAlike()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QByteArray, written);
+        const QString file = m_folder.filePath("body.txt"_s);
+        support::writeFile(file, "*** A:\tb\r\n" + body + "\r\n*** B:\t\r\n\r\n\r\n\r\n");
+        CPLClickInfo info;
+        QCOMPARE(info.loadClickInfo(file, false), eSTATUS_SUCCESS);
+        const QByteArray text = "*** A:\tb\r\n" + written + "\r\n*** B:\t\r\n\r\n\r\n\r\n";
+        QCOMPARE(info.getClickInfoData(), text);
+        static_cast<void>(info[0]->count());
+        QCOMPARE(info.getClickInfoData(), text);
+    }
+
     void loadersReplaceTheDocument()
     {
         const QString file = support::example("study/SEQ20240305/ABC20240305091502/ClickInfo.txt");

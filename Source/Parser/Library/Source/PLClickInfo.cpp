@@ -74,49 +74,6 @@ QString timeStamp(const struct tm& time)
                              time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec);
 }
 
-void setBinning(sIASetupInfo& setup, tag_eimagetype type, int binning)
-{
-    switch (type) {
-    case eIMAGE_PHOTOGRAPH:
-    case eIMAGE_REFERENCE:
-    case eIMAGE_STRUCTURE:
-        setup.photographBinning = binning;
-        break;
-    case eIMAGE_LUMINESCENT:
-    case eIMAGE_READ_BIAS:
-    case eIMAGE_READ_SIGMA:
-    case eIMAGE_BACKGROUND:
-    case eIMAGE_BIAS:
-    case eIMAGE_FLUORESCENT_BKG:
-        setup.luminescentBinning = binning;
-        break;
-    default:
-        break;
-    }
-}
-
-struct DisplayType
-{
-    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
-    QLatin1String name;
-};
-
-constexpr DisplayType displayTypes[] = {
-    {eIMAGE_PHOTOGRAPH, Value::DisplayPhotographic},
-    {eIMAGE_LUMINESCENT, Value::DisplayLuminescent},
-    {eIMAGE_STRUCTURE, Value::DisplayStructure},
-};
-
-/** The display type of an image; an empty string for an image type without one. */
-QString displayTypeOf(tag_eimagetype type)
-{
-    for (const DisplayType& row : displayTypes) {
-        if (row.type == type)
-            return row.name;
-    }
-    return {};
-}
-
 } // namespace
 
 CPLClickInfo::CPLClickInfo() = default;
@@ -214,14 +171,8 @@ tag_estatus CPLClickInfo::removeSection(QString sectionKey)
 
 int CPLClickInfo::placeOf(const QString& lowerKey) const
 {
-    // Making a map key takes memory, so do it only for keys that look alike.
-    const int place = placeOfKey(sectionKeys, [&](const QString& key) {
-        return key.compare(lowerKey, Qt::CaseInsensitive) == 0 && mapKey(key) == lowerKey;
-    });
-    if (place >= 0)
-        return place;
-    // A few letters, such as a capital I with a dot, do not look like their lower-case form.
-    return placeOfKey(sectionKeys, [&](const QString& key) { return mapKey(key) == lowerKey; });
+    const FoldedKey wanted(lowerKey);
+    return placeOfKey(sectionKeys, [&](const QString& key) { return FoldedKey(key) == wanted; });
 }
 
 tag_estatus CPLClickInfo::loadTextBuffer(const QString& text)
@@ -368,7 +319,8 @@ tag_estatus CPLClickInfo::loadClickInfo(QString imagePath, QString prefix, tag_e
             return status;
         sIASetupInfo setup;
         setup.acquisitionTime = now;
-        setBinning(setup, imageType, binning);
+        (imageType == eIMAGE_LUMINESCENT ? setup.luminescentBinning : setup.photographBinning) =
+            binning;
         return addImage(fileNameInPath(imagePath), imageType, &setup, false);
     });
 }
@@ -419,9 +371,8 @@ QByteArray CPLClickInfo::documentText() const
     QByteArray data;
     for (const QString& line : preambleLines)
         appendText(data, line + PLKeyword::Text::LineEnd);
-    SectionWriter writer(data);
     for (const QString& key : sectionKeys)
-        writer.write(*find(key));
+        SectionAccess::write(*find(key), data);
     appendText(data, PLKeyword::Text::DocumentEnd);
     return data;
 }
@@ -512,90 +463,37 @@ void CPLClickInfo::loadClickNumber(QString prefix, QString suffix)
     guarded([&] { clickNumber = prefix + suffix; });
 }
 
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, QString* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
+// The overloads of a reader or writer differ in the type of the value only.
+#define GET_VALUE(Pointer)                                                                         \
+    tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, Pointer value) const       \
+    {                                                                                              \
+        return guarded([&] { return getFrom(find(sectionKey), key, value); });                     \
+    }
+GET_VALUE(QString*)
+GET_VALUE(short*)
+GET_VALUE(int*)
+GET_VALUE(long*)
+GET_VALUE(float*)
+GET_VALUE(double*)
+GET_VALUE(qint64*)
+GET_VALUE(unsigned*)
+GET_VALUE(bool*)
+#undef GET_VALUE
 
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, int* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, long* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, short* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, float* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, double* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, qint64* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, unsigned* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::getValue(QString sectionKey, QString key, bool* value) const
-{
-    return guarded([&] { return getFrom(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, QString value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, int value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, long value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, short value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, float value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, double value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, qint64 value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
-
-tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, unsigned value)
-{
-    return guarded([&] { return setIn(find(sectionKey), key, value); });
-}
+#define SET_VALUE(Value)                                                                           \
+    tag_estatus CPLClickInfo::setValue(QString sectionKey, QString key, Value value)               \
+    {                                                                                              \
+        return guarded([&] { return setIn(find(sectionKey), key, value); });                       \
+    }
+SET_VALUE(QString)
+SET_VALUE(short)
+SET_VALUE(int)
+SET_VALUE(long)
+SET_VALUE(float)
+SET_VALUE(double)
+SET_VALUE(qint64)
+SET_VALUE(unsigned)
+#undef SET_VALUE
 
 tag_estatus CPLClickInfo::addImageSection(QString path, QString userId, tag_eimagetype type,
                                           const sIASetupInfo* setup, bool settings)
@@ -617,16 +515,17 @@ tag_estatus CPLClickInfo::addImage(const QString& name, tag_eimagetype type,
 {
     if (!setup)
         return eSTATUS_NULL_ARGUMENT;
-    const QString key = mapKey(imageSectionKey(type));
-    if (key.isEmpty())
+    const ImageKind* const kind = imageKind(type);
+    if (!kind)
         return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
+    const QString key = mapKey(kind->section);
     if (sections.contains(key))
         return eSTATUS_SECTION_EXISTS;
-    auto image = makeImageSection(type, name, *setup, settings);
-    auto corrected = makeCorrectedCompanion(type, *setup, settings);
+    auto image = makeImageSection(*kind, name, *setup, settings);
+    auto corrected = makeCorrectedCompanion(*kind, *setup, settings);
     const QString correctedKey = mapKey(Section::LuminescentCorrected);
     const int readBiasOnly =
-        followsReadBiasOnly(type) ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
+        kind->followsReadBiasOnly ? placeOf(mapKey(Section::ReadBiasOnly)) : -1;
     const int place = readBiasOnly < 0 ? sectionCount : readBiasOnly + 1;
     store().insert(place, key, std::move(image));
     if (!corrected || sections.contains(correctedKey))
@@ -666,12 +565,12 @@ tag_estatus CPLClickInfo::addTiffUserSection(tag_eimagetype type, QString userId
 
 tag_estatus CPLClickInfo::addUser(tag_eimagetype type, const QString& userId)
 {
-    const QString displayType = displayTypeOf(type);
-    if (displayType.isEmpty())
+    const ImageKind* const kind = imageKind(type);
+    if (!kind || kind->displayType.isEmpty())
         return eSTATUS_UNSUPPORTED_IMAGE_TYPE;
     auto section = std::make_unique<CPLSection>(Section::UserInput, Value::Empty);
     addPair(*section, Key::UserId, userId);
-    addPair(*section, Key::DisplayType, displayType);
+    addPair(*section, Key::DisplayType, kind->displayType);
     take(std::move(section));
     return eSTATUS_SUCCESS;
 }

@@ -95,50 +95,22 @@ tag_estatus CPLSection::addKeyValue(QString key, QString value)
     return guarded([&] { SectionAccess::entries(*this).put(key, value); });
 }
 
-tag_estatus CPLSection::getValue(QString key, QString* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, short* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, int* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, long* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, float* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, double* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, qint64* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, unsigned* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::getValue(QString key, bool* value) const
-{
-    return guarded([&] { return readValue(*this, key, value); });
-}
+// The overloads of a reader or writer differ in the type of the value only.
+#define GET_VALUE(Pointer)                                                                         \
+    tag_estatus CPLSection::getValue(QString key, Pointer value) const                             \
+    {                                                                                              \
+        return guarded([&] { return readValue(*this, key, value); });                              \
+    }
+GET_VALUE(QString*)
+GET_VALUE(short*)
+GET_VALUE(int*)
+GET_VALUE(long*)
+GET_VALUE(float*)
+GET_VALUE(double*)
+GET_VALUE(qint64*)
+GET_VALUE(unsigned*)
+GET_VALUE(bool*)
+#undef GET_VALUE
 
 tag_estatus CPLSection::getRawValue(QString key, QString* value) const
 {
@@ -153,45 +125,20 @@ tag_estatus CPLSection::getRawValue(QString key, QString* value) const
     });
 }
 
-tag_estatus CPLSection::setValue(QString key, QString value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, short value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, int value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, long value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, float value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, double value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, qint64 value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
-
-tag_estatus CPLSection::setValue(QString key, unsigned value)
-{
-    return guarded([&] { return changeValue(*this, key, value); });
-}
+#define SET_VALUE(Value)                                                                           \
+    tag_estatus CPLSection::setValue(QString key, Value value)                                     \
+    {                                                                                              \
+        return guarded([&] { return changeValue(*this, key, value); });                            \
+    }
+SET_VALUE(QString)
+SET_VALUE(short)
+SET_VALUE(int)
+SET_VALUE(long)
+SET_VALUE(float)
+SET_VALUE(double)
+SET_VALUE(qint64)
+SET_VALUE(unsigned)
+#undef SET_VALUE
 
 tag_estatus CPLSection::setRawValue(QString key, QString value)
 {
@@ -295,11 +242,8 @@ tag_estatus CPLSection::getRDXAngle(double* angle) const
 
 void CPLSection::clearKeyValuePairs()
 {
-    delete openEntries.exchange(nullptr);
-    fileText = QByteArray();
-    wideText = QString();
-    bodyStart = 0;
-    bodySize = 0;
+    const SourceText none;
+    SectionAccess::load(*this, none, none.view());
 }
 
 tag_estatus CPLSection::getSectionName(QString* name, bool raw) const

@@ -202,9 +202,8 @@ tag_estatus CPLSequenceInfo::saveFile(QString path) const
 {
     return guarded([&] {
         QByteArray data;
-        SectionWriter writer(data);
         for (const QString& key : sectionKeys)
-            writer.write(*sections.value(key));
+            SectionAccess::write(*sections.value(key), data);
         appendText(data, PLKeyword::Text::DocumentEnd);
         return writeFile(path, data, WriteMode::Replace);
     });

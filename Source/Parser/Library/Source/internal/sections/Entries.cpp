@@ -6,6 +6,7 @@
 #include "PLKeywords.h"
 
 #include <algorithm>
+#include <bitset>
 
 namespace ovparser::internal {
 
@@ -17,6 +18,54 @@ constexpr QLatin1Char commentSign('#');
 QString generatedKey(quint32 number)
 {
     return PLKeyword::Text::CommentKey + QString::number(number);
+}
+
+/** Tells most keys of a body apart. */
+class KeyMarks
+{
+public:
+    /** Marks a key, in any letter case; false when it, or one with the same mark, was marked. */
+    bool add(QLatin1String key)
+    {
+        quint32 hash = 0;
+        for (const char c : key)
+            hash = (hash ^ (uchar(c) | 0x20U)) * 0x01000193U;
+        const std::size_t mark = (hash ^ hash >> 15U) % m_marks.size();
+        const bool isNew = !m_marks[mark];
+        m_marks[mark] = true;
+        return isNew;
+    }
+
+private:
+    std::bitset<4096> m_marks;
+};
+
+/** Whether a line of a body, its line end left out, is surely written as it stands. */
+bool isWritten(QLatin1String line, KeyMarks& marks)
+{
+    const QLatin1String keyEnd = PLKeyword::Text::KeyEnd;
+    const ColonCut cut = cutAtColon(line);
+    if (cut.kind == ColonCut::Pair)
+        return line.size() == cut.before.size() + keyEnd.size() + cut.after.size() &&
+               QLatin1String(line.begin() + cut.colon, line.end()).startsWith(keyEnd) &&
+               !isCommentKey(cut.before) && marks.add(cut.before);
+    return line.size() == 0 || (line.startsWith(commentSign) && trimmed(line) == line);
+}
+
+/** The same of all lines; the last one has no line end. */
+bool isWritten(QLatin1String lines)
+{
+    const QLatin1String lineEnd = PLKeyword::Text::LineEnd;
+    KeyMarks marks;
+    LineReader reader(lines);
+    for (QLatin1String line; reader.next(&line);) {
+        const bool isLast = line.end() == lines.end();
+        if (!isLast && !line.endsWith(lineEnd))
+            return false;
+        if (!isWritten(isLast ? line : line.chopped(lineEnd.size()), marks))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -58,15 +107,6 @@ void Entries::append(Piece key, Piece value)
     m_entries.push_back({hash, key, {slot - 1, Piece::shared}});
 }
 
-void Entries::clear()
-{
-    m_text = SourceText();
-    m_entries.clear();
-    m_comments.clear();
-    m_own.clear();
-    m_slots.clear();
-}
-
 /** Makes room for so many entries, half of which at most fill the slots. */
 void Entries::reserveSlots(std::size_t entries)
 {
@@ -76,10 +116,7 @@ void Entries::reserveSlots(std::size_t entries)
         size *= 2;
     if (size == m_slots.size())
         return;
-    std::vector<quint32> slots;
-    if (m_entries.empty())
-        slots.swap(m_slots); // their memory serves again
-    slots.assign(size, 0);
+    std::vector<quint32> slots(size, 0);
     for (std::size_t place = 0; place < m_entries.size(); ++place) {
         if (m_entries[place].value.size == Piece::shared)
             continue;
@@ -213,13 +250,20 @@ void Entries::writePiece(QByteArray& out, Piece piece) const
         appendText(out, view(piece));
 }
 
+/** Whether an entry is written as its value alone. */
+bool Entries::isBare(Piece key) const
+{
+    if (key.size == Piece::own)
+        return isCommentKey(m_own[key.at]);
+    return key.size == Piece::numbered || isCommentKey(view(key));
+}
+
 template <typename Text>
 void Entries::write(Text& out) const
 {
     for (int place = 0; place < int(m_entries.size()); ++place) {
         const Piece key = entry(place).key;
-        const bool bare = key.size < 0 ? isCommentKey(text(key)) : isCommentKey(view(key));
-        if (!bare) {
+        if (!isBare(key)) {
             writePiece(out, key);
             appendText(out, PLKeyword::Text::KeyEnd);
         }
@@ -230,5 +274,18 @@ void Entries::write(Text& out) const
 
 template void Entries::write(QString& out) const;
 template void Entries::write(QByteArray& out) const;
+
+// The library wrote most bodies itself; those are copied.
+void writeBody(const SourceText& text, QLatin1String body, QByteArray& out)
+{
+    const QLatin1String lines = trimmed(body);
+    if (lines.size() > 0 && text.wide.isNull() && isWritten(lines)) {
+        appendText(out, lines);
+        return appendText(out, PLKeyword::Text::LineEnd);
+    }
+    Entries entries;
+    entries.read(text, lines);
+    entries.write(out);
+}
 
 } // namespace ovparser::internal

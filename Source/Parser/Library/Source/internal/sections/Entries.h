@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * The entries of a section: what stands where in its text, and what was changed since.
- */
 #ifndef OVPARSER_INTERNAL_ENTRIES_H
 #define OVPARSER_INTERNAL_ENTRIES_H
 
@@ -30,9 +26,6 @@ class Entries
 public:
     /** Reads the lines of a section body, which stands in a text that is shared from then on. */
     void read(const SourceText& text, QLatin1String body);
-
-    /** Removes every entry; the memory is kept for the next body. */
-    void clear();
 
     /** Adds a pair at the end, or gives the entry that has this key a new value. */
     void put(const QString& key, const QString& value);
@@ -93,6 +86,7 @@ private:
     [[nodiscard]] Piece ownPiece(const QString& text);
     [[nodiscard]] QLatin1String view(Piece piece) const;
     [[nodiscard]] QString text(Piece piece) const;
+    [[nodiscard]] bool isBare(Piece key) const;
     void writePiece(QString& out, Piece piece) const;
     void writePiece(QByteArray& out, Piece piece) const;
 
@@ -102,6 +96,9 @@ private:
     std::vector<quint32> m_comments; ///< the places of the comments
     std::vector<QString> m_own;
 };
+
+/** Appends the entries of a body, which stands in a text, as they are written. */
+void writeBody(const SourceText& text, QLatin1String body, QByteArray& out);
 
 } // namespace ovparser::internal
 

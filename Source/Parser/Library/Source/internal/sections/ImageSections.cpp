@@ -8,6 +8,8 @@
 #include "internal/text/LocalTime.h"
 #include "internal/text/NumberFormat.h"
 
+#include <algorithm>
+#include <iterator>
 #include <variant>
 
 namespace ovparser::internal {
@@ -55,9 +57,10 @@ enum Fact : unsigned {
     MultiSpot = 1U << 9U,
 };
 
-/** Where a value comes from: a fixed text, a field of the setup, or a function of the setup. */
+/** Where a value comes from: a fixed text, a field of the setup, or a function of it or its time.
+ */
 using Source = std::variant<QLatin1String, QString Setup::*, int Setup::*, float Setup::*,
-                            double Setup::*, QString (*)(const Setup&)>;
+                            double Setup::*, QString (*)(const Setup&), QString (*)(struct tm*)>;
 
 /** A key, its value, the images that have it, and the facts that must all be true for that. */
 struct KeyRow
@@ -67,18 +70,6 @@ struct KeyRow
     Images images = AnyImage;
     unsigned needs = Always;
 };
-
-QString acquisitionDate(const Setup& setup)
-{
-    auto time = brokenDownLocalTime(setup.acquisitionTime);
-    return getDateOVSFormat(time ? &*time : nullptr);
-}
-
-QString acquisitionClock(const Setup& setup)
-{
-    auto time = brokenDownLocalTime(setup.acquisitionTime);
-    return getTimeOVSFormat(time ? &*time : nullptr);
-}
 
 QString acquisitionSeconds(const Setup& setup)
 {
@@ -142,8 +133,8 @@ constexpr unsigned OnFlGrid = Settings | Fluorescent | Mode1 | Grid;
 
 /** The keys of all images; those of one image are in the order in which they are written. */
 constexpr KeyRow keyRows[] = {
-    {Key::AcquisitionDate, acquisitionDate},
-    {Key::AcquisitionTime, acquisitionClock},
+    {Key::AcquisitionDate, getDateOVSFormat},
+    {Key::AcquisitionTime, getTimeOVSFormat},
     {Key::AcquisitionSeconds, acquisitionSeconds},
     {Key::PixelWidth, Value::One},
     {Key::PixelHeight, Value::One},
@@ -246,24 +237,18 @@ constexpr KeyRow keyRows[] = {
     {Key::MeasuredTemperature, &Setup::measuredTemperature, Blemish},
 };
 
-struct ImageSection
-{
-    tag_eimagetype type = eIMAGE_PHOTOGRAPH;
-    QLatin1String key;
-};
-
 namespace Section = PLKeyword::Section;
 
-constexpr ImageSection imageSections[] = {
-    {eIMAGE_PHOTOGRAPH, Section::Photograph},
-    {eIMAGE_STRUCTURE, Section::Structure},
-    {eIMAGE_LUMINESCENT, Section::Luminescent},
+constexpr ImageKind imageSections[] = {
+    {eIMAGE_PHOTOGRAPH, Section::Photograph, Value::DisplayPhotographic},
+    {eIMAGE_STRUCTURE, Section::Structure, Value::DisplayStructure},
+    {eIMAGE_LUMINESCENT, Section::Luminescent, Value::DisplayLuminescent},
     {eIMAGE_LUMINESCENT_CORRECTED, Section::LuminescentCorrected},
     {eIMAGE_BIAS, Section::ReadBiasOnly},
     {eIMAGE_FLUORESCENT_BKG, Section::FluorescentBackground},
-    {eIMAGE_READ_BIAS, Section::ReadBias},
-    {eIMAGE_READ_SIGMA, Section::ReadSigma},
-    {eIMAGE_BACKGROUND, Section::DarkCharge},
+    {eIMAGE_READ_BIAS, Section::ReadBias, {}, true},
+    {eIMAGE_READ_SIGMA, Section::ReadSigma, {}, true},
+    {eIMAGE_BACKGROUND, Section::DarkCharge, {}, true},
     {eIMAGE_FL_REFERENCE, Section::FluorescentReference},
     {eIMAGE_XRAY, Section::XRay},
     {eIMAGE_BLEMISH, Section::Blemish},
@@ -283,6 +268,7 @@ unsigned factsOf(const Setup& setup, bool settings)
 struct ValueText
 {
     const Setup& setup;
+    std::optional<struct tm> time;
 
     QString operator()(QLatin1String fixed) const { return fixed; }
     QString operator()(QString Setup::*text) const { return setup.*text; }
@@ -290,46 +276,38 @@ struct ValueText
     QString operator()(float Setup::*number) const { return qtGeneralText(double(setup.*number)); }
     QString operator()(double Setup::*number) const { return qtGeneralText(setup.*number); }
     QString operator()(QString (*compute)(const Setup&)) const { return compute(setup); }
+    QString operator()(QString (*spell)(struct tm*)) { return spell(time ? &*time : nullptr); }
 };
 
 } // namespace
 
-QString imageSectionKey(tag_eimagetype type)
+const ImageKind* imageKind(tag_eimagetype type)
 {
-    for (const ImageSection& row : imageSections) {
-        if (row.type == type)
-            return row.key;
-    }
-    return {};
+    const auto* const kind = std::find_if(std::begin(imageSections), std::end(imageSections),
+                                          [&](const ImageKind& each) { return each.type == type; });
+    return kind == std::end(imageSections) ? nullptr : kind;
 }
 
-bool followsReadBiasOnly(tag_eimagetype type)
-{
-    return type == eIMAGE_READ_BIAS || type == eIMAGE_READ_SIGMA || type == eIMAGE_BACKGROUND;
-}
-
-std::unique_ptr<CPLSection> makeImageSection(tag_eimagetype type, const QString& name,
+std::unique_ptr<CPLSection> makeImageSection(const ImageKind& kind, const QString& name,
                                              const Setup& setup, bool settings)
 {
-    const QString key = imageSectionKey(type);
-    if (key.isEmpty())
-        return nullptr;
-    auto section = std::make_unique<CPLSection>(key, name);
+    auto section = std::make_unique<CPLSection>(kind.section, name);
     const unsigned facts = factsOf(setup, settings);
+    ValueText valueText = {setup, brokenDownLocalTime(setup.acquisitionTime)};
     for (const KeyRow& row : keyRows) {
-        if ((row.images & only(type)) != 0 && (row.needs & ~facts) == 0)
-            addPair(*section, row.key, std::visit(ValueText{setup}, row.source));
+        if ((row.images & only(kind.type)) != 0 && (row.needs & ~facts) == 0)
+            addPair(*section, row.key, std::visit(valueText, row.source));
     }
     return section;
 }
 
-std::unique_ptr<CPLSection> makeCorrectedCompanion(tag_eimagetype type, const Setup& setup,
+std::unique_ptr<CPLSection> makeCorrectedCompanion(const ImageKind& kind, const Setup& setup,
                                                    bool settings)
 {
-    const bool comes = type == eIMAGE_LUMINESCENT || type == eIMAGE_FL_REFERENCE;
-    return comes && !settings ? makeImageSection(eIMAGE_LUMINESCENT_CORRECTED,
-                                                 PLKeyword::File::CorrectedImage, setup, false)
-                              : nullptr;
+    if (settings || (only(kind.type) & Uncorrected) == 0)
+        return nullptr;
+    return makeImageSection(*imageKind(eIMAGE_LUMINESCENT_CORRECTED),
+                            PLKeyword::File::CorrectedImage, setup, false);
 }
 
 } // namespace ovparser::internal

@@ -17,11 +17,9 @@ namespace ovparser::internal {
 [[nodiscard]] std::unique_ptr<CPLSection> makeUniversalLabelSet();
 
 /**
- * A "User Input" section for a label set: the labels of a universal set with their values, then
- * the list of the first five labels.
+ * A "User Input" section for a label set: "User ID" and "Display Type" if they are wanted, the
+ * labels of a universal set with their values, then the list of the first five labels.
  *
- * @param userFields  whether "User ID" and "Display Type" come first
- * @param userInput   receives the section
  * @return the status of the first pair that could not be added
  */
 [[nodiscard]] tag_estatus makeUserInput(const CPLSection& labelSet, bool userFields,

@@ -12,14 +12,12 @@ namespace ovparser::internal {
 namespace {
 
 template <typename Out>
-void writeSection(const QString& key, const QString& name, const Entries& entries, Out& out)
+void writeHeader(const QString& key, const QString& name, Out& out)
 {
     appendText(out, PLKeyword::Text::Marker);
     appendText(out, key);
     appendText(out, PLKeyword::Text::KeyEnd);
     appendText(out, name);
-    appendText(out, PLKeyword::Text::LineEnd);
-    entries.write(out);
     appendText(out, PLKeyword::Text::LineEnd);
 }
 
@@ -27,19 +25,23 @@ void writeSection(const QString& key, const QString& name, const Entries& entrie
 
 void SectionAccess::load(CPLSection& section, const SourceText& text, QLatin1String body)
 {
-    section.clearKeyValuePairs();
+    delete section.openEntries.exchange(nullptr);
     section.fileText = text.bytes;
     section.wideText = text.wide;
     section.bodyStart = int(body.data() - text.bytes.constData());
     section.bodySize = int(body.size());
 }
 
-void SectionAccess::read(const CPLSection& section, Entries& entries)
+SourceText SectionAccess::textOf(const CPLSection& section)
 {
     SourceText text(section.fileText);
     text.wide = section.wideText;
-    const char* const body = section.fileText.constData() + section.bodyStart;
-    entries.read(text, QLatin1String(body, section.bodySize));
+    return text;
+}
+
+QLatin1String SectionAccess::bodyOf(const CPLSection& section)
+{
+    return QLatin1String(section.fileText.constData() + section.bodyStart, section.bodySize);
 }
 
 // Most sections of a document are loaded and saved, but never looked into: a body is taken apart
@@ -50,7 +52,7 @@ const Entries& SectionAccess::entries(const CPLSection& section)
     if (known)
         return *known;
     auto opened = std::make_unique<Entries>();
-    read(section, *opened);
+    opened->read(textOf(section), bodyOf(section));
     if (!section.openEntries.compare_exchange_strong(known, opened.get(),
                                                      std::memory_order_acq_rel))
         return *known;
@@ -65,18 +67,19 @@ Entries& SectionAccess::entries(CPLSection& section)
 
 void SectionAccess::write(const CPLSection& section, QString& text)
 {
-    writeSection(section.sectionKey, section.sectionName, entries(section), text);
+    writeHeader(section.sectionKey, section.sectionName, text);
+    entries(section).write(text);
+    appendText(text, PLKeyword::Text::LineEnd);
 }
 
-void SectionAccess::write(const CPLSection& section, Entries& unopened, QByteArray& text)
+void SectionAccess::write(const CPLSection& section, QByteArray& text)
 {
-    const Entries* entries = section.openEntries.load(std::memory_order_acquire);
-    if (!entries) {
-        unopened.clear();
-        read(section, unopened);
-        entries = &unopened;
-    }
-    writeSection(section.sectionKey, section.sectionName, *entries, text);
+    writeHeader(section.sectionKey, section.sectionName, text);
+    if (const Entries* const entries = section.openEntries.load(std::memory_order_acquire))
+        entries->write(text);
+    else
+        writeBody(textOf(section), bodyOf(section), text);
+    appendText(text, PLKeyword::Text::LineEnd);
 }
 
 } // namespace ovparser::internal

@@ -35,16 +35,13 @@ struct SectionAccess
     /** Whether a document holds the section, so that no other one may take it. */
     [[nodiscard]] static bool& isHeld(CPLSection& section) { return section.held; }
 
-    /**
-     * Appends the section as it is written: header line, entries and an empty line.
-     *
-     * @param unopened  lent to read the body of a section that nobody has looked into
-     */
-    static void write(const CPLSection& section, Entries& unopened, QByteArray& text);
+    /** Appends the section as it is written: header line, entries and an empty line. */
+    static void write(const CPLSection& section, QByteArray& text);
     static void write(const CPLSection& section, QString& text); ///< @overload
 
 private:
-    static void read(const CPLSection& section, Entries& entries);
+    [[nodiscard]] static SourceText textOf(const CPLSection& section);
+    [[nodiscard]] static QLatin1String bodyOf(const CPLSection& section);
 };
 
 /** Reads a value without its comment, as CPLSection::getValue() does. */

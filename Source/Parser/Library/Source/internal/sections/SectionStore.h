@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * The sections of a document, over the fields in which the document keeps them.
- */
 #ifndef OVPARSER_INTERNAL_SECTIONSTORE_H
 #define OVPARSER_INTERNAL_SECTIONSTORE_H
 
@@ -16,12 +12,8 @@
 namespace ovparser::internal {
 
 /**
- * What adds sections to a document, takes them away, copies and writes them, so that the map, the
- * order and the count of the document's sections agree. Sections are owned. Operations may throw
- * std::bad_alloc; the document is then as it was.
- *
- * The place of a section is looked for in the order of the keys; a document whose map has another
- * form of the keys gives that form along.
+ * The fields in which a document keeps its sections, which it owns: so that map, order and count
+ * agree. Operations may throw std::bad_alloc; the document is then as it was.
  */
 struct SectionStore
 {
@@ -39,29 +31,11 @@ struct SectionStore
     /** Inserts a section that no document holds. */
     void insert(int place, const QString& mapKey, std::unique_ptr<CPLSection> section);
 
-    /** Removes and destroys the section at a place. */
     void remove(int place, const QString& mapKey);
-
-    /** Removes and destroys every section. */
     void clear();
 
     /** Fills an empty store with copies of another document's sections. */
     void copy(const QMap<QString, CPLSection*>& others, const QStringList& otherKeys);
-};
-
-/** Appends sections to a text, as they are written. */
-class SectionWriter
-{
-public:
-    explicit SectionWriter(QByteArray& text)
-        : m_text(text)
-    {}
-
-    void write(const CPLSection& section) { SectionAccess::write(section, m_unopened, m_text); }
-
-private:
-    QByteArray& m_text;
-    Entries m_unopened;
 };
 
 /**

@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * Where the machine-wide data folder and its sub-folders are.
- */
 #ifndef OVPARSER_INTERNAL_DATAFOLDERS_H
 #define OVPARSER_INTERNAL_DATAFOLDERS_H
 

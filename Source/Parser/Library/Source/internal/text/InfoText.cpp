@@ -86,6 +86,14 @@ QString SourceText::text(QLatin1String part) const
     return wide.mid(int(part.data() - bytes.constData()), int(part.size()));
 }
 
+void appendText(QByteArray& out, const QString& text)
+{
+    const auto size = out.size();
+    out.resize(size + text.size());
+    std::transform(text.begin(), text.end(), out.data() + size,
+                   [](QChar c) { return c.unicode() > 0xFF ? '?' : char(c.unicode()); });
+}
+
 QLatin1String trimmed(QLatin1String text)
 {
     const char* first = text.begin();

@@ -55,10 +55,7 @@ inline void appendText(QString& out, QLatin1String text) ///< @overload
 {
     out.append(text);
 }
-inline void appendText(QByteArray& out, const QString& text) ///< @overload
-{
-    out.append(text.toLatin1());
-}
+void appendText(QByteArray& out, const QString& text);      ///< @overload
 inline void appendText(QByteArray& out, QLatin1String text) ///< @overload
 {
     out.append(text.data(), int(text.size()));

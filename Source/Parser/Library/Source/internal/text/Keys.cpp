@@ -24,6 +24,16 @@ constexpr Character lowerAscii(Character c)
     return Character(c | (unsigned(c - 'A') < 26U ? 0x20 : 0));
 }
 
+constexpr ushort codeOf(char c)
+{
+    return uchar(c);
+}
+
+constexpr ushort codeOf(QChar c)
+{
+    return c.unicode();
+}
+
 /** Eight bytes with the ASCII letters among them in lower case. */
 constexpr quint64 lowerAscii(quint64 bytes)
 {
@@ -38,26 +48,6 @@ quint64 wordAt(const char* bytes)
     quint64 word = 0;
     std::memcpy(&word, bytes, sizeof(word));
     return word;
-}
-
-void copyNarrow(QLatin1String text, char* bytes)
-{
-    std::memcpy(bytes, text.data(), std::size_t(text.size()));
-}
-
-/** The characters as bytes; those beyond ASCII are not told apart. */
-void copyNarrow(QStringView text, char* bytes)
-{
-    std::transform(text.begin(), text.end(), bytes,
-                   [](QChar c) { return char(c.unicode() < 0x80 ? c.unicode() : 0x80); });
-}
-
-bool isAscii(const QString& text)
-{
-    ushort bits = 0;
-    for (const QChar c : text)
-        bits |= c.unicode();
-    return bits < 0x80;
 }
 
 // The address differs from process to process: no file can be made of keys that collide.
@@ -79,17 +69,9 @@ bool isMapKey(const QString& key)
     return others == 0;
 }
 
-// Nearly all keys are ASCII, which needs no Unicode tables; a key that nobody else holds is changed
-// in place.
 QString mapKey(QString key)
 {
-    if (isMapKey(key))
-        return key;
-    if (!isAscii(key))
-        return std::move(key).toLower();
-    for (QChar& c : key)
-        c = QChar(lowerAscii(c.unicode()));
-    return key;
+    return isMapKey(key) ? key : std::move(key).toLower();
 }
 
 bool isKeySelected(const QString& candidate, const QString& key, const QString& subkey)
@@ -100,18 +82,22 @@ bool isKeySelected(const QString& candidate, const QString& key, const QString& 
            candidate.contains(subkey, Qt::CaseInsensitive);
 }
 
-bool isCommentKey(QLatin1String key)
+template <typename Text>
+bool isCommentKey(const Text& key)
 {
     const QLatin1String reserved = PLKeyword::Text::CommentKey;
-    const auto isSame = [](char a, char b) { return lowerAscii(a) == lowerAscii(b); };
-    return std::search(key.begin(), key.end(), reserved.begin(), reserved.end(), isSame) !=
-           key.end();
+    const auto isSame = [](char a, auto b) {
+        return lowerAscii(codeOf(a)) == lowerAscii(codeOf(b));
+    };
+    for (auto start = key.begin(); key.end() - start >= reserved.size(); ++start) {
+        if (std::equal(reserved.begin(), reserved.end(), start, isSame))
+            return true;
+    }
+    return false;
 }
 
-bool isCommentKey(const QString& key)
-{
-    return key.contains(PLKeyword::Text::CommentKey, Qt::CaseInsensitive);
-}
+template bool isCommentKey(const QLatin1String& key);
+template bool isCommentKey(const QString& key);
 
 FoldedKey::FoldedKey(QLatin1String key)
 {
@@ -143,13 +129,13 @@ char* FoldedKey::makeRoom(std::size_t size, quint64 kind)
 template <typename Text>
 bool FoldedKey::foldAscii(Text key)
 {
-    copyNarrow(key, makeRoom(std::size_t(key.size()), 0));
-    quint64 bits = 0;
-    std::for_each(m_words.begin() + 1, m_words.end(), [&](quint64& word) {
-        bits |= word;
-        word = lowerAscii(word);
-    });
-    return (bits & (everyByte * 0x80)) == 0;
+    char* bytes = makeRoom(std::size_t(key.size()), 0);
+    ushort bits = 0; // one loop without a branch: the compiler takes many characters at once
+    for (const auto c : key) {
+        bits = ushort(bits | codeOf(c));
+        *bytes++ = lowerAscii(char(codeOf(c)));
+    }
+    return bits < 0x80;
 }
 
 bool FoldedKey::matches(QLatin1String spelling) const
@@ -160,13 +146,18 @@ bool FoldedKey::matches(QLatin1String spelling) const
     if (m_words.first() != size)
         return false;
     const char* const lower = reinterpret_cast<const char*>(m_words.data() + 1);
-    std::size_t i = 0;
-    for (; i + sizeof(quint64) <= size; i += sizeof(quint64)) {
-        if (wordAt(lower + i) != lowerAscii(wordAt(spelling.data() + i)))
+    constexpr std::size_t step = sizeof(quint64);
+    const auto isSame = [&](std::size_t at) {
+        return wordAt(lower + at) == lowerAscii(wordAt(spelling.data() + at));
+    };
+    if (size < step)
+        return std::equal(lower, lower + size, spelling.data(),
+                          [](char a, char b) { return a == lowerAscii(b); });
+    for (std::size_t at = 0; at + step < size; at += step) {
+        if (!isSame(at))
             return false;
     }
-    return std::equal(lower + i, lower + size, spelling.data() + i,
-                      [](char a, char b) { return a == lowerAscii(b); });
+    return isSame(size - step);
 }
 
 quint32 FoldedKey::hash() const

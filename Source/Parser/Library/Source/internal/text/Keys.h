@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * Keys, which match in any letter case: how they are folded, hashed and compared.
- */
 #ifndef OVPARSER_INTERNAL_KEYS_H
 #define OVPARSER_INTERNAL_KEYS_H
 
@@ -27,8 +23,8 @@ namespace ovparser::internal {
                                  const QString& subkey);
 
 /** Whether a key of a text is written as its value alone, since it may be that of a comment. */
-[[nodiscard]] bool isCommentKey(QLatin1String key);
-[[nodiscard]] bool isCommentKey(const QString& key); ///< @overload
+template <typename Text>
+[[nodiscard]] bool isCommentKey(const Text& key);
 
 /** A key in the form in which it is looked up. Nothing is allocated for a usual one. */
 class FoldedKey

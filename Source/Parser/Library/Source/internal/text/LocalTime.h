@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * The local time of a moment.
- */
 #ifndef OVPARSER_INTERNAL_LOCALTIME_H
 #define OVPARSER_INTERNAL_LOCALTIME_H
 

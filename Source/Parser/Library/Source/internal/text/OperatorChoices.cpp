@@ -4,6 +4,7 @@
 #include "OperatorChoices.h"
 
 #include "DataFolders.h"
+#include "InfoText.h"
 #include "PLKeywords.h"
 #include "TextFile.h"
 
@@ -21,24 +22,20 @@ constexpr char lineEnd[] = "\r\n";
 constexpr char lineEnd[] = "\n";
 #endif
 
-/** Calls `use` with the open settings store. */
-template <typename Use>
-auto withStore(Use use)
+/** The open settings store. */
+struct Store : QSettings
 {
-    QSettings store(QSettings::NativeFormat, QSettings::SystemScope, PLKeyword::Value::Organization,
-                    PLKeyword::Value::Product);
-    store.beginGroup(PLKeyword::Store::Group);
-    return use(store);
-}
-
-QString statusFolder()
-{
-    return dataFolderPath(OV_PATH_DATABASE) + QLatin1Char('/');
-}
+    Store()
+        : QSettings(NativeFormat, SystemScope, PLKeyword::Value::Organization,
+                    PLKeyword::Value::Product)
+    {
+        beginGroup(PLKeyword::Store::Group);
+    }
+};
 
 QString statusFile()
 {
-    return statusFolder() + PLKeyword::File::UiStatus;
+    return dataFolderPath(OV_PATH_DATABASE) + QLatin1Char('/') + PLKeyword::File::UiStatus;
 }
 
 /** The lines of a file without their line ends, LF or CR LF. */
@@ -82,12 +79,12 @@ QByteArray withPosition(const QByteArray& bytes, bool selected)
 
 QVariant storedChoice(QLatin1String key, const QVariant& fallback)
 {
-    return withStore([&](const QSettings& store) { return store.value(key, fallback); });
+    return Store().value(key, fallback);
 }
 
 void storeChoice(QLatin1String key, const QVariant& value)
 {
-    withStore([&](QSettings& store) { store.setValue(key, value); });
+    Store().setValue(key, value);
 }
 
 std::optional<bool> storedLargeAnimalPosition()
@@ -107,7 +104,7 @@ std::optional<bool> storedLargeAnimalPosition()
 
 void storeLargeAnimalPosition(bool selected)
 {
-    if (!QDir(statusFolder()).exists())
+    if (!QDir(folderInPath(statusFile())).exists())
         return;
     QByteArray bytes;
     if (readFile(statusFile(), &bytes) != eSTATUS_SUCCESS) {

@@ -7,9 +7,11 @@
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
+#include <QtCore/QTemporaryFile>
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 
 #include <sys/stat.h>
 #ifdef Q_OS_UNIX
@@ -117,17 +119,37 @@ bool overwrite(QFile& file, const QByteArray& bytes)
     return false;
 }
 
-/** Lets a second file take the place of an old one; eSTATUS_FILE_OPEN_FAILED where none can. */
-tag_estatus replaceFile(const QString& path, const QFile& old, const QByteArray& bytes)
+/** Writes into a second file, down to the disk; commit() would take what falls short for done. */
+bool storeSynced(QFileDevice& file, const QByteArray& bytes)
+{
+    return file.write(bytes) == bytes.size() && file.flush() &&
+           (::fsync(file.handle()) == 0 || errno == EINVAL);
+}
+
+/** Lets a second file take the place of none; eSTATUS_FILE_OPEN_FAILED where none can. */
+tag_estatus createFile(const QString& path, const QByteArray& bytes)
 {
     QSaveFile next(path);
-    if (path.isEmpty() || !next.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        (old.isOpen() && !makeAlike(next.handle(), old.handle())))
+    if (!next.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return eSTATUS_FILE_OPEN_FAILED;
-    // commit() would take a write or a sync that falls short for a success.
-    if (next.write(bytes) != bytes.size() || (::fsync(next.handle()) != 0 && errno != EINVAL))
+    if (!storeSynced(next, bytes))
         return eSTATUS_FAILED;
     return next.commit() ? eSTATUS_SUCCESS : eSTATUS_FILE_OPEN_FAILED;
+}
+
+/** The same of an old file. The second one has no name until the end, where there are such. */
+tag_estatus replaceFile(const QString& path, const QFile& old, const QByteArray& bytes)
+{
+    QTemporaryFile next(path + QLatin1String(".XXXXXX"));
+    if (path.isEmpty() || !next.open() || !makeAlike(next.handle(), old.handle()))
+        return eSTATUS_FILE_OPEN_FAILED;
+    if (!storeSynced(next, bytes))
+        return eSTATUS_FAILED;
+    const QByteArray name = QFile::encodeName(next.fileName());
+    if (::rename(name.constData(), QFile::encodeName(path).constData()) != 0)
+        return eSTATUS_FILE_OPEN_FAILED;
+    next.setAutoRemove(false);
+    return eSTATUS_SUCCESS;
 }
 
 tag_estatus replaceFile(const QString& path, const QByteArray& bytes)
@@ -137,7 +159,8 @@ tag_estatus replaceFile(const QString& path, const QByteArray& bytes)
     if (!openInPlace(name, 0, &old) && errno != ENOENT)
         return eSTATUS_FILE_OPEN_FAILED;
     const bool isNew = !old.isOpen();
-    const tag_estatus status = replaceFile(placeOf(path, old), old, bytes);
+    const QString place = placeOf(path, old);
+    const tag_estatus status = isNew ? createFile(place, bytes) : replaceFile(place, old, bytes);
     if (status != eSTATUS_FILE_OPEN_FAILED)
         return status;
     if (isNew && !openInPlace(name, O_CREAT, &old))

@@ -40,9 +40,8 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
 [[nodiscard]] bool openToWrite(QFile& file, QIODevice::OpenMode how);
 
 /**
- * Reads all bytes of a file.
+ * Reads all bytes of a file; on failure `bytes` is unchanged.
  *
- * @param bytes  receives them; unchanged on failure
  * @return eSTATUS_FILE_OPEN_FAILED, eSTATUS_FILE_READ_FAILED or, for a file beyond the largest
  *         size, eSTATUS_OUT_OF_MEMORY
  */
@@ -50,19 +49,13 @@ inline constexpr qint64 maxTextFileSize = qint64(512) * 1024 * 1024;
 [[nodiscard]] tag_estatus readAll(QFile& file, QByteArray* bytes); ///< The same of an open file.
 
 /**
- * Reads a file of info text, each byte one character: trimmed, with LF line ends. The form with
- * bytes leaves CR LF as it is.
- *
- * @param text  receives it; unchanged on failure
- * @return as readFile()
+ * Reads a file of info text as readFile() does, each byte one character: trimmed, with LF line
+ * ends. The form with bytes leaves CR LF as it is.
  */
 [[nodiscard]] tag_estatus readInfoText(const QString& path, QByteArray* text);
 [[nodiscard]] tag_estatus readInfoText(const QString& path, QString* text); ///< @overload
 
-enum class WriteMode {
-    Replace, ///< the file holds the bytes only
-    Append,  ///< the bytes follow what the file holds
-};
+enum class WriteMode { Replace, Append };
 
 /**
  * Saves bytes in a file so that, but for the cases below, no failure, kill or reader at the same

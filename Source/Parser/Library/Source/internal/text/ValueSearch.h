@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * One value out of a text, without a document.
- */
 #ifndef OVPARSER_INTERNAL_VALUESEARCH_H
 #define OVPARSER_INTERNAL_VALUESEARCH_H
 

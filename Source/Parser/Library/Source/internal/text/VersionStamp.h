@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovparser authors
 // SPDX-License-Identifier: MIT
 
-/**
- * @file
- * The stamp that tells which software wrote a document.
- */
 #ifndef OVPARSER_INTERNAL_VERSIONSTAMP_H
 #define OVPARSER_INTERNAL_VERSIONSTAMP_H
 
