@@ -49,7 +49,7 @@ void checkLatin1(const QString& text)
 {
     if (isLatin1(text))
         return;
-    const py::object encoded = toPython(text).attr("encode")("latin-1");
+    static_cast<void>(toPython(text).attr("encode")("latin-1"));
     raiseValueError(QStringLiteral("the text is not Latin-1")); // not reached: encode() raises
 }
 
@@ -103,7 +103,7 @@ Info::Info(std::unique_ptr<CPLSequenceInfo> sequence)
 {}
 
 Info::Info(const Info& other)
-    : std::enable_shared_from_this<Info>()
+    : std::enable_shared_from_this<Info>(other)
     , hidesHeader(other.hidesHeader)
     , m_clickInfo(other.m_clickInfo ? std::make_unique<CPLClickInfo>(*other.m_clickInfo) : nullptr)
     , m_sequence(other.m_sequence ? std::make_unique<CPLSequenceInfo>(*other.m_sequence) : nullptr)
@@ -200,8 +200,7 @@ QByteArray Info::bytes() const
 {
     for (int i = 0; const CPLSection* const section = m_sequence ? at(i) : nullptr; ++i)
         checkLatin1(textOf(*section));
-    const QByteArray bytes =
-        m_clickInfo ? m_clickInfo->getClickInfoData() : writtenForm(*m_sequence);
+    QByteArray bytes = m_clickInfo ? m_clickInfo->getClickInfoData() : writtenForm(*m_sequence);
     if (!hidesHeader || !bytes.startsWith(PLKeyword::Text::BareMarker.data()))
         return bytes;
     const QLatin1String end = PLKeyword::Text::LineEnd;
@@ -235,7 +234,7 @@ QStringList Info::preamble() const
     return m_clickInfo ? Opened::preamble(*m_clickInfo) : QStringList();
 }
 
-void Info::setPreamble(const QStringList& lines)
+void Info::setPreamble(const QStringList& lines) const
 {
     Opened::preamble(asClickInfo()) = lines;
 }

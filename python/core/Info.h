@@ -70,7 +70,7 @@ public:
 
     /** The lines before the first section. */
     [[nodiscard]] QStringList preamble() const;
-    void setPreamble(const QStringList& lines);
+    void setPreamble(const QStringList& lines) const;
 
     /** Loads a text as a file with these bytes is loaded. */
     [[nodiscard]] tag_estatus loadBytes(const QByteArray& bytes);

@@ -275,7 +275,7 @@ py::tuple stateOf(const Info& info)
 InfoPointer infoFrom(const py::tuple& state)
 {
     const bool isSequence = state[0].cast<bool>();
-    const InfoPointer info = isSequence ? newSequence() : newInfo();
+    InfoPointer info = isSequence ? newSequence() : newInfo();
     const auto text = state[1].cast<QString>();
     const auto lines = state[2].cast<QStringList>();
     if (isSequence) {

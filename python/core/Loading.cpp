@@ -40,7 +40,7 @@ QByteArray bytesOf(const py::bytes& bytes)
         throw py::error_already_set();
     if (size > ovparser::internal::maxTextFileSize)
         raise({eSTATUS_OUT_OF_MEMORY, QString(), QStringLiteral("more than 512 MiB of text")});
-    return QByteArray(data, int(size));
+    return {data, int(size)};
 }
 
 /** Whether a file is a DICOM file, or is to be one by its name. */
@@ -58,7 +58,7 @@ bool holdsImage(const QString& path)
 template <typename Load>
 InfoPointer loadedInfo(const QString& path, Load load)
 {
-    const InfoPointer info = newInfo();
+    InfoPointer info = newInfo();
     checkLoaded(released([&] { return load(*info->clickInfo()); }), path);
     return info;
 }
@@ -137,7 +137,7 @@ InfoPointer loadDicom(const QString& path)
 
 InfoPointer loadSequence(const QString& path)
 {
-    const InfoPointer info = newSequence();
+    InfoPointer info = newSequence();
     CPLSequenceInfo& sequence = *info->sequence();
     const tag_estatus status = released([&] { return sequence.loadFile(path); });
     const bool holdsSections = info->find(PLKeyword::Section::Sequence) != nullptr ||
@@ -170,7 +170,7 @@ std::pair<InfoPointer, bool> loadCatalogue(const QString& path)
 InfoPointer loadKeyLines(const QString& path)
 {
     const auto document = documentOf(path);
-    const InfoPointer info = newInfo();
+    InfoPointer info = newInfo();
     info->hidesHeader = document->startsWithoutHeader();
     const QList<CPLSection*> sections = document->sections();
     for (const CPLSection* const section : sections)
@@ -204,7 +204,7 @@ std::tuple<InfoPointer, QStringList, QStringList> loadOptical(const QString& pat
 
 InfoPointer infoOf(const py::bytes& bytes)
 {
-    const InfoPointer info = newInfo();
+    InfoPointer info = newInfo();
     const tag_estatus status = info->loadBytes(bytesOf(bytes));
     if (status != eSTATUS_SUCCESS)
         raise({status, QString(), explained(status, QString())});
@@ -215,7 +215,7 @@ InfoPointer infoForImage(const QString& path, const QString& prefix, int type, i
 {
     checkText(path);
     checkText(prefix);
-    const InfoPointer info = newInfo();
+    InfoPointer info = newInfo();
     check(info->clickInfo()->loadClickInfo(path, prefix, tag_eimagetype(type), binning));
     return info;
 }
@@ -226,7 +226,7 @@ py::bytes readBytes(const QString& path)
     const auto bytes = released([&] { return readFile(path, &problem); });
     if (!bytes)
         raise({eSTATUS_FILE_OPEN_FAILED, path, problem});
-    return py::bytes(bytes->constData(), std::size_t(bytes->size()));
+    return {bytes->constData(), std::size_t(bytes->size())};
 }
 
 // The image of a DICOM file stays, whatever the file is called.

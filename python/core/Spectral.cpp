@@ -146,7 +146,7 @@ py::bytes svgOf(const py::tuple& plots, const py::tuple& fits, const LinearFitVa
     if (linearFit)
         file.linearFit = LinearFit{linearFit->first, linearFit->second};
     const QByteArray svg = spectralSvg(file);
-    return py::bytes(svg.constData(), std::size_t(svg.size()));
+    return {svg.constData(), std::size_t(svg.size())};
 }
 
 /** The number of nanometres in a text such as "560nm". */
@@ -274,7 +274,7 @@ py::bytes bytesOf(const py::object& content, const QString& fluxUnits, const QSt
     const auto bytes = readFile(path, &problem);
     if (!bytes)
         raise({eSTATUS_FILE_READ_FAILED, path, problem, true});
-    return py::bytes(bytes->constData(), std::size_t(bytes->size()));
+    return {bytes->constData(), std::size_t(bytes->size())};
 }
 
 } // namespace
