@@ -3,13 +3,49 @@
 
 #include "Chart.h"
 
+#include <QtCore/QRectF>
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-const QString gridColour = QStringLiteral("#dddddd");
-const QString inkColour = QStringLiteral("#222222");
+/** The height of one line of the legend, in pixels. */
+constexpr int legendLine = 20;
+/** The space that labels, title and the head of the legend need around the axes, in pixels. */
+constexpr int chartMargin = 70;
+
+/** A colour as such, and as the style sheet of a page may choose another. */
+struct Colour
+{
+    const char* name = "";
+    const char* value = "";
+};
+
+constexpr Colour grid = {"grid", "#dddddd"};
+constexpr Colour ink = {"ink", "#222222"};
+
+/** Colours that people with colour blindness can tell apart. */
+constexpr Colour palette[] = {
+    {"c0", "#0072b2"}, {"c1", "#d55e00"}, {"c2", "#009e73"},
+    {"c3", "#cc79a7"}, {"c4", "#e69f00"}, {"c5", "#56b4e9"},
+};
+
+/** The corners of the markers that are no circles, around the point. */
+constexpr const char* shapes[] = {
+    "", "-4,-4 4,-4 4,4 -4,4", "0,-5.5 5.5,0 0,5.5 -5.5,0", "0,-5 5,4 -5,4", "0,5 5,-4 -5,-4",
+};
+
+template <typename T, std::size_t N>
+T cyclic(const T (&table)[N], int number)
+{
+    return table[std::size_t(number) % N];
+}
+
+Colour colourOf(const ChartSeries& series)
+{
+    return series.colour == inkColour ? ink : cyclic(palette, series.colour);
+}
 
 /** The values of one axis and where they stand on the paper. */
 class Axis
@@ -121,7 +157,7 @@ QList<double> valuesOf(const Chart& chart, double ChartPoint::*value, double Cha
 class Painter
 {
 public:
-    Painter(CPLXMLWriter& svg, const Chart& chart, const QRectF& area)
+    Painter(Markup& svg, const Chart& chart, const QRectF& area)
         : m_svg(svg)
         , m_chart(chart)
         , m_area(area)
@@ -144,16 +180,16 @@ private:
 
     void text(double x, double y, const char* anchor, const QString& text,
               const QString& transform = QString());
-    void line(double x1, double y1, double x2, double y2, const QString& colour);
-    void marker(double x, double y, const QString& colour);
+    void line(double x1, double y1, double x2, double y2, Colour colour);
+    void marker(double x, double y, const ChartSeries& series);
     void drawAxes();
     void drawLabels();
     void drawSeries(const ChartSeries& series);
     void drawLine(const ChartSeries& series);
-    void drawPoint(const ChartPoint& point, const QString& colour);
+    void drawPoint(const ChartPoint& point, const ChartSeries& series);
     void drawLegend(const ChartSeries& series, int row);
 
-    CPLXMLWriter& m_svg;
+    Markup& m_svg;
     const Chart& m_chart;
     QRectF m_area;
     Axis m_x;
@@ -163,28 +199,41 @@ private:
 void Painter::text(double x, double y, const char* anchor, const QString& text,
                    const QString& transform)
 {
-    AttrMap attrs{{QStringLiteral("x"), number(x)},
-                  {QStringLiteral("y"), number(y)},
-                  {QStringLiteral("text-anchor"), QLatin1String(anchor)}};
-    if (!transform.isEmpty())
-        attrs.insert(QStringLiteral("transform"), transform);
-    m_svg.writeTaggedString(QStringLiteral("text"), text, attrs);
+    if (transform.isEmpty())
+        m_svg.element("text", {{"x", number(x)}, {"y", number(y)}, {"text-anchor", anchor}}, text);
+    else
+        m_svg.element(
+            "text",
+            {{"x", number(x)}, {"y", number(y)}, {"text-anchor", anchor}, {"transform", transform}},
+            text);
 }
 
-void Painter::line(double x1, double y1, double x2, double y2, const QString& colour)
+void Painter::line(double x1, double y1, double x2, double y2, Colour colour)
 {
-    writeShape(m_svg, "line",
-               {{"x1", number(x1)},
-                {"y1", number(y1)},
-                {"x2", number(x2)},
-                {"y2", number(y2)},
-                {"stroke", colour}});
+    m_svg.empty("line", {{"x1", number(x1)},
+                         {"y1", number(y1)},
+                         {"x2", number(x2)},
+                         {"y2", number(y2)},
+                         {"class", colour.name},
+                         {"stroke", colour.value}});
 }
 
-void Painter::marker(double x, double y, const QString& colour)
+void Painter::marker(double x, double y, const ChartSeries& series)
 {
-    writeShape(m_svg, "circle",
-               {{"cx", number(x)}, {"cy", number(y)}, {"r", number(4)}, {"fill", colour}});
+    const Colour colour = colourOf(series);
+    const char* const shape = cyclic(shapes, qMax(0, series.colour));
+    if (*shape)
+        m_svg.empty("polygon",
+                    {{"points", shape},
+                     {"transform", QStringLiteral("translate(%1 %2)").arg(number(x), number(y))},
+                     {"class", colour.name},
+                     {"fill", colour.value}});
+    else
+        m_svg.empty("circle", {{"cx", number(x)},
+                               {"cy", number(y)},
+                               {"r", number(4)},
+                               {"class", colour.name},
+                               {"fill", colour.value}});
 }
 
 void Painter::drawAxes()
@@ -195,17 +244,17 @@ void Painter::drawAxes()
     const QList<double> columns = m_x.ticks();
     for (const double tick : columns) {
         const double x = m_x.position(tick);
-        line(x, m_area.top(), x, m_area.bottom(), gridColour);
+        line(x, m_area.top(), x, m_area.bottom(), grid);
         text(x, m_area.bottom() + lineHeight, "middle", QString::number(tick));
     }
     const QList<double> rows = m_y.ticks();
     for (const double tick : rows) {
         const double y = m_y.position(tick);
-        line(m_area.left(), y, m_area.right(), y, gridColour);
+        line(m_area.left(), y, m_area.right(), y, grid);
         text(m_area.left() - gap, y + baseline, "end", QString::number(tick));
     }
-    line(m_area.left(), m_area.bottom(), m_area.right(), m_area.bottom(), inkColour);
-    line(m_area.left(), m_area.top(), m_area.left(), m_area.bottom(), inkColour);
+    line(m_area.left(), m_area.bottom(), m_area.right(), m_area.bottom(), ink);
+    line(m_area.left(), m_area.top(), m_area.left(), m_area.bottom(), ink);
 }
 
 void Painter::drawLabels()
@@ -228,7 +277,7 @@ void Painter::drawSeries(const ChartSeries& series)
     if (!series.markers)
         return;
     for (const ChartPoint& point : series.points)
-        drawPoint(point, series.colour);
+        drawPoint(point, series);
 }
 
 void Painter::drawLine(const ChartSeries& series)
@@ -236,15 +285,17 @@ void Painter::drawLine(const ChartSeries& series)
     QStringList corners;
     for (const ChartPoint& point : series.points)
         corners += number(m_x.position(point.x)) + QLatin1Char(',') + number(m_y.position(point.y));
-    writeShape(m_svg, "polyline",
-               {{"points", corners.join(QLatin1Char(' '))},
-                {"fill", QStringLiteral("none")},
-                {"stroke", series.colour},
-                {"stroke-width", number(2)}});
+    const Colour colour = colourOf(series);
+    m_svg.empty("polyline", {{"points", corners.join(QLatin1Char(' '))},
+                             {"fill", "none"},
+                             {"class", colour.name},
+                             {"stroke", colour.value},
+                             {"stroke-width", number(2)}});
 }
 
-void Painter::drawPoint(const ChartPoint& point, const QString& colour)
+void Painter::drawPoint(const ChartPoint& point, const ChartSeries& series)
 {
+    const Colour colour = colourOf(series);
     const double x = m_x.position(point.x);
     const double y = m_y.position(point.y);
     if (point.xError != 0.0)
@@ -253,7 +304,7 @@ void Painter::drawPoint(const ChartPoint& point, const QString& colour)
     if (point.yError != 0.0)
         line(x, m_y.position(point.y - point.yError), x, m_y.position(point.y + point.yError),
              colour);
-    marker(x, y, colour);
+    marker(x, y, series);
 }
 
 void Painter::drawLegend(const ChartSeries& series, int row)
@@ -264,24 +315,60 @@ void Painter::drawLegend(const ChartSeries& series, int row)
     const double x = m_area.left();
     const double y = m_area.bottom() + chartMargin + row * legendLine;
     if (series.line)
-        line(x, y, x + sample, y, series.colour);
+        line(x, y, x + sample, y, colourOf(series));
     if (series.markers)
-        marker(x + sample / 2, y, series.colour);
+        marker(x + sample / 2, y, series);
     text(x + sample + gap, y + baseline, "start", series.name);
+}
+
+/** What the charts show, for those who do not see them. */
+QString description(const QList<Chart>& charts)
+{
+    QStringList sentences;
+    for (const Chart& chart : charts) {
+        QStringList names;
+        for (const ChartSeries& series : chart.series)
+            names += series.name;
+        sentences += QStringLiteral("%1 over %2: %3.")
+                         .arg(chart.yLabel, chart.xLabel, names.join(QLatin1String(", ")));
+    }
+    return sentences.join(QLatin1Char(' '));
+}
+
+QString titleOf(const QList<Chart>& charts)
+{
+    QStringList titles;
+    for (const Chart& chart : charts)
+        titles += chart.title;
+    return titles.join(QLatin1String(", "));
 }
 
 } // namespace
 
-void writeShape(CPLXMLWriter& svg, const char* name,
-                std::initializer_list<std::pair<const char*, QString>> attributes)
+void drawCharts(Markup& svg, const QList<Chart>& charts)
 {
-    AttrMap attrs;
-    for (const auto& [attribute, value] : attributes)
-        attrs.insert(QLatin1String(attribute), value);
-    svg.writeAtomTag(QLatin1String(name), attrs);
-}
-
-void drawChart(CPLXMLWriter& svg, const Chart& chart, const QRectF& area)
-{
-    Painter(svg, drawable(chart), area).draw();
+    constexpr double rightMargin = 30;
+    constexpr double gap = 140;
+    QRectF area(90, 50, 380, 300);
+    const double width = area.left() + double(charts.size()) * (area.width() + gap) - gap;
+    int lines = 0;
+    for (const Chart& chart : charts)
+        lines = std::max(lines, int(chart.series.size()));
+    const double height = area.bottom() + chartMargin + lines * legendLine;
+    const Element root(
+        svg, "svg",
+        {{"xmlns", "http://www.w3.org/2000/svg"},
+         {"viewBox", QStringLiteral("0 0 %1 %2").arg(width + rightMargin).arg(height)},
+         {"role", "img"},
+         {"class", "chart"},
+         {"font-family", "sans-serif"},
+         {"font-size", "13"}});
+    svg.element("title", titleOf(charts));
+    svg.element("desc", description(charts));
+    svg.empty("rect",
+              {{"width", "100%"}, {"height", "100%"}, {"class", "paper"}, {"fill", "white"}});
+    for (const Chart& chart : charts) {
+        Painter(svg, drawable(chart), area).draw();
+        area.translate(area.width() + gap, 0);
+    }
 }

@@ -3,19 +3,15 @@
 
 /**
  * @file
- * A chart drawn as SVG.
+ * Charts drawn as SVG.
  */
 #ifndef OVINFO_CHART_H
 #define OVINFO_CHART_H
 
-#include "ParserLibrary.h"
+#include "Markup.h"
 
 #include <QtCore/QList>
-#include <QtCore/QRectF>
 #include <QtCore/QString>
-
-#include <initializer_list>
-#include <utility>
 
 /** A point and its errors in both directions; an error of 0 has no bar. */
 struct ChartPoint
@@ -26,11 +22,14 @@ struct ChartPoint
     double yError = 0.0;
 };
 
+/** What is drawn in the colour of the text. */
+inline constexpr int inkColour = -1;
+
 /** Points that belong together, and how they are drawn. */
 struct ChartSeries
 {
     QString name;
-    QString colour;
+    int colour = inkColour; ///< the number of a colour and a shape, which repeat
     bool line = true;
     bool markers = true;
     QList<ChartPoint> points;
@@ -44,21 +43,7 @@ struct Chart
     QList<ChartSeries> series;
 };
 
-/** The height of one line of the legend, in pixels. */
-inline constexpr int legendLine = 20;
-/** The space that labels, title and the head of the legend need around the axes, in pixels. */
-inline constexpr int chartMargin = 70;
-
-/** Writes an empty SVG element. */
-void writeShape(CPLXMLWriter& svg, const char* name,
-                std::initializer_list<std::pair<const char*, QString>> attributes);
-
-/**
- * Draws a chart.
- *
- * @param svg   inside its root element
- * @param area  where the axes stand, in pixels; the title is above, the legend below
- */
-void drawChart(CPLXMLWriter& svg, const Chart& chart, const QRectF& area);
+/** Draws charts side by side, each with its legend below, as one SVG element. */
+void drawCharts(Markup& svg, const QList<Chart>& charts);
 
 #endif

@@ -3,24 +3,9 @@
 
 #include "SpectralSvg.h"
 
-#include "Chart.h"
-
-#include <QtCore/QBuffer>
-
-#include <QTextCodec>
-
 #include <algorithm>
 
 namespace {
-
-/** Colours that people with colour blindness can tell apart. */
-constexpr const char* colours[] = {"#0072b2", "#d55e00", "#009e73",
-                                   "#cc79a7", "#e69f00", "#56b4e9"};
-
-QString colourOf(int series)
-{
-    return QLatin1String(colours[series % int(std::size(colours))]);
-}
 
 Chart plotChart(const SpectralFile& file)
 {
@@ -30,7 +15,7 @@ Chart plotChart(const SpectralFile& file)
                 {}};
     for (int i = 0; i < file.curves.size(); ++i) {
         const SpectralCurve& curve = file.curves.at(i);
-        ChartSeries series{curve.label, colourOf(i), true, true, {}};
+        ChartSeries series{curve.label, i, true, true, {}};
         for (const SPlotResults& value : curve.plot)
             series.points.append({value.waveLength, value.intensity, 0.0, 0.0});
         if (!series.points.isEmpty())
@@ -51,7 +36,7 @@ ChartSeries lineSeries(const LinearFit& fit, const Chart& chart)
         ends = {0.0, 1.0};
     const auto [first, last] = std::minmax_element(ends.cbegin(), ends.cend());
     ChartSeries line{QStringLiteral("A x + B with A = %1, B = %2").arg(fit.a).arg(fit.b),
-                     QLatin1String("#222222"),
+                     inkColour,
                      true,
                      false,
                      {}};
@@ -66,7 +51,7 @@ Chart fitChart(const SpectralFile& file)
         QLatin1String("Linear fit"), QLatin1String("Attenuation"), QLatin1String("Fit value"), {}};
     for (int i = 0; i < file.curves.size(); ++i) {
         const SpectralCurve& curve = file.curves.at(i);
-        ChartSeries series{curve.label, colourOf(i), false, true, {}};
+        ChartSeries series{curve.label, i, false, true, {}};
         for (const SFitResults& value : curve.fit)
             series.points.append(
                 {value.attenuation, value.fitValue, value.horizontalError, value.verticalError});
@@ -78,41 +63,19 @@ Chart fitChart(const SpectralFile& file)
     return chart;
 }
 
-void drawPage(CPLXMLWriter& svg, const Chart& left, const Chart& right)
-{
-    constexpr double topMargin = 50;
-    constexpr double leftMargin = 90;
-    constexpr double rightMargin = 30;
-    constexpr double gap = 140;
-    const QRectF first(leftMargin, topMargin, 380, 300);
-    const QRectF second = first.translated(first.width() + gap, 0);
-    const double legend = double(std::max(left.series.size(), right.series.size())) * legendLine;
-    const QString page = QStringLiteral("0 0 %1 %2")
-                             .arg(second.right() + rightMargin)
-                             .arg(first.bottom() + chartMargin + legend);
-    svg.writeOpenTag(QStringLiteral("svg"),
-                     AttrMap{{QStringLiteral("xmlns"), QLatin1String("http://www.w3.org/2000/svg")},
-                             {QStringLiteral("viewBox"), page},
-                             {QStringLiteral("font-family"), QLatin1String("sans-serif")},
-                             {QStringLiteral("font-size"), QLatin1String("13")}});
-    writeShape(svg, "rect",
-               {{"width", QLatin1String("100%")},
-                {"height", QLatin1String("100%")},
-                {"fill", QLatin1String("white")}});
-    drawChart(svg, left, first);
-    drawChart(svg, right, second);
-    svg.writeCloseTag(QStringLiteral("svg"));
-}
-
 } // namespace
+
+QList<Chart> spectralCharts(const SpectralFile& file)
+{
+    return {plotChart(file), fitChart(file)};
+}
 
 QByteArray spectralSvg(const SpectralFile& file)
 {
-    QBuffer device;
-    device.open(QIODevice::WriteOnly);
-    CPLXMLWriter svg(&device, QTextCodec::codecForName("UTF-8"));
-    svg.setAutoNewLine(true);
-    svg.setIndentSize(2);
-    drawPage(svg, plotChart(file), fitChart(file));
-    return device.data();
+    QByteArray bytes;
+    {
+        Markup svg(&bytes, Markup::Svg);
+        drawCharts(svg, spectralCharts(file));
+    }
+    return bytes + '\n';
 }
