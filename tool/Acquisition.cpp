@@ -82,10 +82,7 @@ void readLabels(const CPLSection& user, Acquisition* acquisition)
     QStringList keys;
     user.getKeyList(&keys);
     for (const QString& key : qAsConst(keys)) {
-        const bool other = std::any_of(
-            std::begin(otherUserKeys), std::end(otherUserKeys),
-            [&](QLatin1String name) { return key.compare(name, Qt::CaseInsensitive) == 0; });
-        if (!other && !key.isEmpty())
+        if (isLabel(key))
             acquisition->labels.append({key, user[key]});
     }
 }
@@ -237,6 +234,22 @@ QStringList memberNames()
     for (const Member& member : members)
         names += QLatin1String(member.name);
     return names;
+}
+
+QString imageTitle(const QString& name)
+{
+    const auto* const image =
+        std::find_if(std::begin(knownImages), std::end(knownImages),
+                     [&](const AcquiredImage& known) { return known.name == name; });
+    return image == std::end(knownImages) ? name : getImageTypeString(image->type);
+}
+
+bool isLabel(const QString& key)
+{
+    return !key.isEmpty() && std::none_of(std::begin(otherUserKeys), std::end(otherUserKeys),
+                                          [&](QLatin1String name) {
+                                              return key.compare(name, Qt::CaseInsensitive) == 0;
+                                          });
 }
 
 QString cellOf(const QJsonValue& value)

@@ -51,6 +51,7 @@ struct Wanted
 {
     QList<Column> columns;
     bool sections = false;
+    bool findings = false; ///< what 'check' tells
 };
 
 /** An acquisition; what the file does not give is null. Settings are those of the main image. */
@@ -88,6 +89,12 @@ QJsonObject acquisitionJson(const Wanted& wanted, const Acquisition& acquisition
 
 /** The names of the members that every record has and that are no objects, in order. */
 QStringList memberNames();
+
+/** The display name of an image that programs call by a name; the name itself of none of them. */
+QString imageTitle(const QString& name);
+
+/** Whether a key of "User Input" is a label. */
+bool isLabel(const QString& key);
 
 /** A member as the cell of a table: the elements of an array joined by ';', null as nothing. */
 QString cellOf(const QJsonValue& value);

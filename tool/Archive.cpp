@@ -149,7 +149,7 @@ bool ArchiveWalk::visit(Place place)
                     QLatin1String(obstacle ? obstacle : "the folder cannot be read"));
     }
     QSet<QString> listed;
-    return tellOwn(place, listing, &listed) &&
+    return tellOwn(place, listing, &listed) && tellOthers(place, listing) &&
            (!m_options.recursive || visitChildren(place, listing, listed));
 }
 
@@ -177,6 +177,20 @@ bool ArchiveWalk::tellOwn(const Place& place, const Listing& listing, QSet<QStri
                     QStringLiteral("holds no SequenceInfo.txt; --recursive reads what lies below"));
     }
     return place.listed || tellFiles(place, place.folder, listing, found);
+}
+
+/** Tells of files that tell of no acquisition, if they are asked for. */
+bool ArchiveWalk::tellOthers(const Place& place, const Listing& listing)
+{
+    if (!m_options.others)
+        return true;
+    return std::all_of(listing.names.cbegin(), listing.names.cend(), [&](const QString& name) {
+        Found found;
+        found.kind = Found::OtherFile;
+        found.file = inFolder(place.folder, name);
+        return !isOtherFile(name) || !QFileInfo(found.file).isFile() || !isFollowed(found.file) ||
+               tell(place, std::move(found));
+    });
 }
 
 bool ArchiveWalk::visitChildren(const Place& place, const Listing& listing,

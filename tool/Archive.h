@@ -28,7 +28,8 @@ struct WalkOptions
     bool recursive = false;
     bool follow = true; ///< links to files and folders
     Shard shard;
-    QString relativeTo; ///< the folder from which paths are told; empty: as they are given
+    QString relativeTo;  ///< the folder from which paths are told; empty: as they are given
+    bool others = false; ///< whether files that tell of no acquisition are told of
 };
 
 /**
@@ -85,6 +86,7 @@ private:
     bool visit(Place place);
     [[nodiscard]] Listing listingOf(const QString& folder) const;
     bool tellOwn(const Place& place, const Listing& listing, QSet<QString>* listed);
+    bool tellOthers(const Place& place, const Listing& listing);
     bool visitChildren(const Place& place, const Listing& listing, const QSet<QString>& listed);
     bool readSequence(const Place& place, const QString& file, QSet<QString>* listed);
     bool tellListed(const Place& place, const QString& clickNumber, const QString& file,

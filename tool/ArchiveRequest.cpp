@@ -59,7 +59,7 @@ std::optional<ArchiveRequest> archiveRequestOf(const Request& request)
     archive.jobs = *jobs;
     archive.wanted = {*columns, request.has(Options::all)};
     archive.walk = {request.has(Options::recursive), !request.has(Options::noFollow), *shard,
-                    QString()};
+                    QString(), false};
     if (request.has(Options::relativeTo))
         archive.walk.relativeTo = QFileInfo(request.value(Options::relativeTo)).absoluteFilePath();
     return archive;

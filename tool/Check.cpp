@@ -8,6 +8,7 @@
 #include "Entries.h"
 #include "Files.h"
 #include "InfoScan.h"
+#include "Json.h"
 #include "KindCheck.h"
 #include "internal/sections/Capabilities.h"
 
@@ -488,6 +489,14 @@ void add(const std::vector<Finding>& findings, CheckedFile* result)
     result->findings.insert(result->findings.end(), findings.begin(), findings.end());
 }
 
+QJsonObject findingJson(const Finding& finding)
+{
+    return object({{"line", finding.line > 0 ? QJsonValue(finding.line) : QJsonValue()},
+                   {"severity", QLatin1String(finding.isProblem ? "problem" : "note")},
+                   {"code", QLatin1String(finding.code)},
+                   {"message", finding.message}});
+}
+
 } // namespace
 
 int Findings::problems() const
@@ -514,4 +523,13 @@ CheckedFile checkFile(const QString& path)
     std::stable_sort(result.findings.begin(), result.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return result;
+}
+
+QJsonObject fileJson(const QString& file, const CheckedFile& checked)
+{
+    return object({{"file", file},
+                   {"kind", textOrNull(checked.kind)},
+                   {"failure", textOrNull(checked.failure)},
+                   {"problems", checked.problems()},
+                   {"findings", arrayOf(checked.findings, findingJson)}});
 }

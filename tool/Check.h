@@ -8,6 +8,7 @@
 #ifndef OVINFO_CHECK_H
 #define OVINFO_CHECK_H
 
+#include <QtCore/QJsonObject>
 #include <QtCore/QString>
 
 #include <vector>
@@ -48,5 +49,8 @@ struct CheckedFile : Findings
 };
 
 CheckedFile checkFile(const QString& path);
+
+/** What was found in a file, for programs, without schema. */
+QJsonObject fileJson(const QString& file, const CheckedFile& checked);
 
 #endif

@@ -43,23 +43,6 @@ void printProblems(const QString& file, const CheckedFile& checked)
     }
 }
 
-QJsonObject findingJson(const Finding& finding)
-{
-    return object({{"line", finding.line > 0 ? QJsonValue(finding.line) : QJsonValue()},
-                   {"severity", QLatin1String(finding.isProblem ? "problem" : "note")},
-                   {"code", QLatin1String(finding.code)},
-                   {"message", finding.message}});
-}
-
-QJsonObject fileJson(const QString& file, const CheckedFile& checked)
-{
-    return object({{"file", file},
-                   {"kind", textOrNull(checked.kind)},
-                   {"failure", textOrNull(checked.failure)},
-                   {"problems", checked.problems()},
-                   {"findings", arrayOf(checked.findings, findingJson)}});
-}
-
 /** The names of data files; DICOM files are of them as far as they hold click info. */
 constexpr QLatin1String dataFiles[] = {
     PLKeyword::File::ClickInfo,      PLKeyword::File::AnalyzedClickInfo,

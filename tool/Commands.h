@@ -18,6 +18,7 @@ ExitCode indexCommand(const Request& request);
 ExitCode newCommand(const Request& request);
 ExitCode presetsCommand(const Request& request);
 ExitCode queryCommand(const Request& request);
+ExitCode reportCommand(const Request& request);
 ExitCode setCommand(const Request& request);
 ExitCode showCommand(const Request& request);
 ExitCode spectralCommand(const Request& request);

@@ -10,6 +10,8 @@
 
 #include <QtCore/QFile>
 
+#include <algorithm>
+
 using namespace ovparser::internal;
 
 namespace {
@@ -27,7 +29,18 @@ constexpr KindRow kinds[] = {
     {PLKeyword::keyword("dicom"), "ovinfo-dicom/1"},
     {PLKeyword::keyword("sequence"), ""},
     {PLKeyword::keyword("folder"), ""},
+    {PLKeyword::keyword("other"), ""},
 };
+
+/** The names of data files that tell of no acquisition. */
+constexpr QLatin1String otherFiles[] = {
+    PLKeyword::File::BkgSummary,
+    PLKeyword::File::StructureIndex,
+    PLKeyword::File::FluorescentIndex,
+    PLKeyword::File::CameraInfo,
+};
+
+constexpr QLatin1String xmlSuffix = PLKeyword::keyword(".xml");
 
 /** Click info that was appended to an image begins within so many bytes of the file's end. */
 constexpr qint64 dicomTail = qint64(1) << 20;
@@ -77,9 +90,47 @@ void readSequence(const Wanted& wanted, Found* found)
     found->acquisition.sections = sectionsOf(sequence);
 }
 
+/** The system that an instrument's description is of, which may have no header. */
+QString instrumentOf(const QString& file)
+{
+    QString problem;
+    QString text = QString::fromLatin1(readFile(file, &problem).value_or(QByteArray()));
+    const QString header = QLatin1String("*** ") + PLKeyword::Section::CameraSystemInfo;
+    if (!text.contains(header, Qt::CaseInsensitive))
+        text.prepend(header + QLatin1String(":\n"));
+    CPLClickInfo info;
+    QString system;
+    info.loadTextBuffer(text);
+    info.getValue(PLKeyword::Section::CameraSystemInfo, PLKeyword::Key::SystemConfiguration,
+                  &system);
+    return system;
+}
+
+/** Whether an XML file begins as a spectral analysis; others are nobody's business here. */
+bool beginsAsSpectral(const QString& path)
+{
+    constexpr qint64 head = 4096;
+    const QLatin1String root = PLKeyword::Spectral::Elements[PLKeyword::Spectral::Root].name;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(head).contains(root.data());
+}
+
+void readOther(const Wanted& /*wanted*/, Found* found)
+{
+    if (found->file.endsWith(PLKeyword::File::CameraInfo))
+        found->instrument = instrumentOf(found->file);
+    if (!found->file.endsWith(xmlSuffix, Qt::CaseInsensitive))
+        return;
+    found->empty = !beginsAsSpectral(found->file);
+    QString problem;
+    auto file = found->empty ? std::nullopt : readSpectralFile(found->file, &problem);
+    if (file)
+        found->spectrum = std::make_shared<SpectralFile>(std::move(*file));
+}
+
 using Reader = void (*)(const Wanted& wanted, Found* found);
 
-constexpr Reader readers[] = {readText, readText, readDicom, readSequence};
+constexpr Reader readers[] = {readText, readText, readDicom, readSequence, nullptr, readOther};
 
 } // namespace
 
@@ -91,8 +142,17 @@ QLatin1String kindName(Found::Kind kind)
 void read(const Wanted& wanted, Found* found)
 {
     found->problem = otherThanFile(found->file);
-    if (found->problem.isEmpty())
-        readers[found->kind](wanted, found);
+    if (!found->problem.isEmpty())
+        return;
+    readers[found->kind](wanted, found);
+    if (wanted.findings && !found->empty)
+        found->checked = checkFile(found->file);
+}
+
+bool isOtherFile(const QString& name)
+{
+    return name.endsWith(xmlSuffix, Qt::CaseInsensitive) ||
+           std::find(std::begin(otherFiles), std::end(otherFiles), name) != std::end(otherFiles);
 }
 
 QJsonObject recordOf(const Wanted& wanted, const Found& found)

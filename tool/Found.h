@@ -9,6 +9,8 @@
 #define OVINFO_FOUND_H
 
 #include "Acquisition.h"
+#include "Check.h"
+#include "SpectralFile.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
@@ -23,6 +25,7 @@ struct Found
         DicomFile,
         SequenceFile, ///< comes before its acquisitions
         Folder,       ///< always with a problem
+        OtherFile,    ///< a catalogue, an instrument's description or a spectral analysis
     };
 
     Kind kind = AcquisitionFile;
@@ -35,11 +38,17 @@ struct Found
     qint64 size = 0;         ///< of the file that is indexed
     qint64 time = 0;         ///< of its last change, in milliseconds since 1970
     qint64 known = 0;        ///< its row in the index that is there; 0 when it has none
-    double progress = 0;     ///< how much of the folders was done before it, from 0 to 1
+    CheckedFile checked;     ///< when findings are wanted
+    std::shared_ptr<const SpectralFile> spectrum; ///< of a spectral analysis
+    QString instrument;                           ///< that a description is of
+    double progress = 0; ///< how much of the folders was done before it, from 0 to 1
 
     /** Whether there is a record of it. */
     [[nodiscard]] bool isRecord() const { return kind <= DicomFile && problem.isEmpty() && !empty; }
 };
+
+/** Whether a file may be an OtherFile, by its name. */
+bool isOtherFile(const QString& name);
 
 /** The kind as programs know it, e.g. "acquisition". */
 QLatin1String kindName(Found::Kind kind);

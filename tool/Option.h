@@ -15,7 +15,7 @@ struct Option
     enum Role {
         Plain,
         Required,
-        Form, ///< says in which form to print
+        Form, ///< says in which form to print or to read
         List, ///< names a list of files
     };
 
@@ -83,6 +83,17 @@ inline constexpr Option output = {"output", "FILE",
 inline constexpr Option force = {
     "force", nullptr, "Replaces a file that is there already; appends to DICOM with click info."};
 inline constexpr Option svg = {"svg", "OUT.svg", "Draws the plots and the fit to a file as well."};
+inline constexpr Option reportFile = {"output", "FILE", "The page.", Option::Required, "o"};
+inline constexpr Option title = {"title", "TEXT", "The title; 'Study report' if not given."};
+inline constexpr Option groupBy = {"group-by", "LABEL",
+                                   "The label that tells groups apart; Group if not given."};
+inline constexpr Option subject = {
+    "subject", "LABEL", "The label that tells animals apart; Animal Number if not given."};
+inline constexpr Option fromJsonl = {
+    "from-jsonl", nullptr,
+    "Takes files that 'study' and 'check' printed with --jsonl, instead of folders.", Option::Form};
+inline constexpr Option fromIndex = {"from-index", nullptr, "Takes indexes instead of folders.",
+                                     Option::Form};
 
 } // namespace Options
 

@@ -92,6 +92,15 @@ const Verb verbs[] = {
      "SECTION and KEY may be given.",
      queryCommand,
      {csv, jsonl, where}},
+    {"report",
+     "FOLDER...",
+     "show a study at a glance, in one page of HTML",
+     "Lays all acquisitions in and below folders side by side in one page that any browser opens: "
+     "a timeline of each animal, missing time points, settings that deviate, labels, spectral "
+     "results and problems. With more than 10,000 acquisitions each group has a page of its own.",
+     reportCommand,
+     {reportFile, title, groupBy, subject, fromJsonl, fromIndex, jobs, fromFile, noFollow,
+      relativeTo}},
     {"presets",
      "FILE|FOLDER",
      "print the menu names of settings with their files",

@@ -25,6 +25,10 @@ _ovinfo_options() {
     strip) echo "$common" ;;
     study) echo "$common --json --jsonl --csv --recursive --spreadsheet --column --all $archive" ;;
     index) echo "$common --output $archive" ;;
+    report)
+        echo "$common --output --title --group-by --subject --from-jsonl --from-index" \
+            "--jobs --from-file --no-follow --relative-to"
+        ;;
     query) echo "$common --csv --jsonl --where" ;;
     spectral) echo "$common --json --svg" ;;
     esac
@@ -58,7 +62,7 @@ _ovinfo_words() {
 
 _ovinfo() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
-    local verbs="show get set unset new check strip diff study index query presets camera spectral"
+    local verbs="show get set unset new check strip diff study index query report presets camera spectral"
     local values word
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
@@ -70,7 +74,7 @@ _ovinfo() {
         mapfile -t COMPREPLY < <(compgen -W "$values" -- "$cur")
     elif [[ $cur == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_ovinfo_options "${COMP_WORDS[1]}")" -- "$cur")
-    elif [ "$prev" != --user ] && [ "$prev" != --default ]; then
+    elif [[ ! $prev =~ ^--(user|default|title|group-by|subject)$ ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
         case ${COMP_WORDS[1]} in

@@ -102,16 +102,20 @@ inline constexpr QLatin1String UserId = keyword("User ID");
 inline constexpr QLatin1String DisplayType = keyword("Display Type");
 inline constexpr QLatin1String DisplayedKeyChoices = keyword("Displayed Key Choices");
 // User labels
+inline constexpr QLatin1String Group = keyword("Group");
 inline constexpr QLatin1String Comment2 = keyword("Comment2");
+inline constexpr QLatin1String TimePoint = keyword("Time Point");
+inline constexpr QLatin1String AnimalNumber = keyword("Animal Number");
+inline constexpr QLatin1String LucInjectionTime = keyword("Luc Injection Time");
 /** The sixteen universal label keys, in the order in which a label set holds them. */
 inline constexpr QLatin1String UniversalLabels[] = {
     keyword("User"),
-    keyword("Group"),
+    Group,
     keyword("Experiment"),
     keyword("Comment1"),
     Comment2,
-    keyword("Time Point"),
-    keyword("Animal Number"),
+    TimePoint,
+    AnimalNumber,
     keyword("Animal Strain"),
     keyword("Animal Model"),
     keyword("Sex"),
@@ -119,7 +123,7 @@ inline constexpr QLatin1String UniversalLabels[] = {
     keyword("Cell Line"),
     keyword("Reporter"),
     keyword("Treatment"),
-    keyword("Luc Injection Time"),
+    LucInjectionTime,
     keyword("IACUC Number"),
 };
 // Image sections
