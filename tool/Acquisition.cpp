@@ -106,16 +106,39 @@ QJsonValue exposureSeconds(const Acquisition& acquisition)
     return number.toDouble() * unit->seconds;
 }
 
+// Qt's parser of forms takes as long as reading the file, as it looks for the time zone each time.
+// It is asked only for what is not written as the application does.
+QDate dateOf(const QString& text)
+{
+    const QLocale names = QLocale::c();
+    const QString form = QStringLiteral("dddd, MMMM dd, yyyy");
+    const QStringList words = text.split(QLatin1Char(' '));
+    for (int month = 1; words.size() == 4 && month <= 12; ++month) {
+        if (words.at(1) != names.monthName(month))
+            continue;
+        const QDate date(words.at(3).toInt(), month, words.at(2).left(2).toInt());
+        if (names.toString(date, form) == text)
+            return date;
+    }
+    return names.toDate(text, form);
+}
+
+QTime timeOf(const QString& text)
+{
+    const QTime time = QTime::fromString(text, Qt::ISODate);
+    if (time.isValid() && time.toString(Qt::ISODate) == text)
+        return time;
+    return QTime::fromString(text, QStringLiteral("HH:mm:ss"));
+}
+
 QJsonValue isoDate(const Acquisition& acquisition)
 {
-    const QDate date = QLocale::c().toDate(acquisition.date, QStringLiteral("dddd, MMMM dd, yyyy"));
-    return textOrNull(date.toString(Qt::ISODate));
+    return textOrNull(dateOf(acquisition.date).toString(Qt::ISODate));
 }
 
 QJsonValue isoTime(const Acquisition& acquisition)
 {
-    const QTime time = QTime::fromString(acquisition.time, QStringLiteral("HH:mm:ss"));
-    return textOrNull(time.toString(Qt::ISODate));
+    return textOrNull(timeOf(acquisition.time).toString(Qt::ISODate));
 }
 
 QJsonValue imageNames(const Acquisition& acquisition)
