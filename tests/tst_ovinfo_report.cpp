@@ -55,6 +55,14 @@ private Q_SLOTS:
         support::textRow("a minute of an interval",
                          "G 1 01 09:10:02 L 1 09:00 -|G 2 01 09:20:10 L 1 09:10 -|G 3 01 09:31:10 L 1 09:20 -",
                          "G/3 time since injection 11 min, commonest 10 min (2 of 3)");
+        support::textRow("intervals of which none is commonest",
+                         "G 1 01 09:10 L 1 09:00 -|G 2 01 09:10 L 1 09:00 -|G 3 01 09:20 L 1 09:00 -|"
+                         "G 4 01 09:20 L 1 09:00 -",
+                         "mixed time since injection: 10 min, 20 min");
+        support::textRow("an injection time that was rounded up",
+                         "G 1 01 09:00:50 L 1 09:01 -|G 2 01 09:10:10 L 1 09:10 -|G 3 01 09:20 L 1 09:20 -", "");
+        support::textRow("a time point without a date",
+                         "G 1 01 09:00 P 1 - d0|G 1 08 09:00 P 1 - d7|G 2 01 09:00 P 1 - d0|G 2 - - P 1 - d7", "");
         support::textRow("over midnight, spelled otherwise, and none",
                          "G 1 01 00:05 L 1 23:55 -|G 2 01 21:20 L 1 9:10pm -|G 3 01 21:20 L 1 soon -", "");
         support::textRow("a group spelled twice",
@@ -83,7 +91,9 @@ private Q_SLOTS:
         StudyRecords records;
         for (
             const char* const line :
-            {R"({"kind":"acquisition","path":"a/ClickInfo.txt","clickNumber":"A","sequencePath":"s","ClickNumber/Orvane Version":"4"})",
+            {R"({"kind":"dicom","path":"a/first.dcm","clickNumber":"A"})",
+             R"({"kind":"acquisition","path":"a/ClickInfo.txt","clickNumber":"A","sequencePath":"s","ClickNumber/Orvane Version":"4"})",
+             R"({"kind":"acquisition","path":"a/ClickInfo.txt","clickNumber":"A","sequencePath":"s"})",
              R"({"kind":"analyzed","path":"a/AnalyzedClickInfo.txt","clickNumber":"A"})",
              R"({"kind":"dicom","path":"a/a.dcm","clickNumber":"A"})",
              R"({"kind":"dicom","path":"b/b.dcm","clickNumber":"B"})", R"({"kind":"sequence","path":"s"})",
@@ -109,7 +119,11 @@ private Q_SLOTS:
             page.element("p", {{"title", "\"\n"}}, text);
             page.empty("br");
             page.element("td", {}, QString());
+            page.element("b", QString(1000, u'A')); // a word that browsers break too slowly
         }
+        const QByteArray word = "<b>" + QByteArray(200, 'A') + "\xE2\x80\xA6</b>";
+        QVERIFY(bytes.endsWith(word));
+        bytes.chop(word.size());
         bytes.replace("&#xA;", "&#10;");
         QCOMPARE(bytes,
                  QByteArray("<!DOCTYPE html>\n<p title=\"&quot;&#10;\">\\ud800\\x01&lt;b&gt;\\x7f\\u202e&amp;\\uffff"

@@ -3,6 +3,8 @@
 
 #include "Markup.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 #include <cstring>
 
@@ -23,10 +25,11 @@ struct Range
 };
 
 /** Characters that are spelled out: controls but the line feed, those that turn the direction of
-    reading or break lines, and what is no character. */
+    reading or break lines, those that nobody sees, and what is no character. */
 constexpr Range spelledOut[] = {
-    {0x0000, 0x0009}, {0x000B, 0x001F}, {0x007F, 0x009F}, {0x061C, 0x061C}, {0x200E, 0x200F},
-    {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF}, {0xFFFE, 0xFFFF},
+    {0x0000, 0x0009}, {0x000B, 0x001F}, {0x007F, 0x009F}, {0x00AD, 0x00AD},
+    {0x061C, 0x061C}, {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F},
+    {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF}, {0xFFFE, 0xFFFF},
 };
 
 bool isSpelledOut(QChar c)
@@ -53,9 +56,18 @@ QString spelled(QChar c)
            code.rightJustified(isShort ? 2 : 4, QLatin1Char('0'));
 }
 
-/** A text that shows everything that it holds. */
-QString shown(const QString& text)
+/** A text without the rest of words that no browser could break into lines in time. */
+QString withoutEndlessWords(QString text)
 {
+    static const QRegularExpression endless(QStringLiteral("(\\S{200})\\S{100,}"));
+    constexpr int mostOfWord = 300;
+    return text.size() < mostOfWord ? text : text.replace(endless, QStringLiteral("\\1\u2026"));
+}
+
+/** A text that shows what it holds. */
+QString shown(const QString& whole)
+{
+    const QString text = withoutEndlessWords(whole);
     const auto isPlain = [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7F; };
     if (std::all_of(text.cbegin(), text.cend(), isPlain))
         return text;

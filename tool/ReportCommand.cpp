@@ -54,6 +54,9 @@ ExitCode save(const QString& folder, const QList<ReportPage>& pages)
         const QString obstacle = obstacleTo(path);
         if (!obstacle.isEmpty())
             return fail(path, obstacle);
+    }
+    for (const ReportPage& page : pages) {
+        const QString path = QDir(folder).filePath(page.name);
         if (!saveFile(path, page.bytes))
             return fail(path, QStringLiteral("cannot be written"));
     }

@@ -232,6 +232,8 @@ QList<QPair<QString, Section>> PageWriter::whatNeedsALook() const
     const QList<std::tuple<int, const char*, Section>> rows = {
         {m_report.gapCount(), "missing time point", timeline},
         {int(deviating.size()), "deviating acquisition", deviations},
+        {int(m_report.mixed.size()),
+         "setting without a commonest value|settings without a commonest value", deviations},
         {ambiguous, "label value spelled in several ways|label values spelled in several ways",
          labelValues},
         {partlyEmpty, "label not filled in everywhere|labels not filled in everywhere",

@@ -268,8 +268,12 @@ private:
 void TimelineTable::drawLegend()
 {
     QSet<int> used;
-    for (const ReportedAcquisition& acquisition : m_report.acquisitions)
-        used += shapeOf(acquisition.image);
+    for (const ReportedGroup& group : m_report.groups) {
+        for (const ReportedSubject& subject : group.subjects) {
+            for (const int place : subject.acquisitions)
+                used += shapeOf(m_report.acquisitions.at(place).image);
+        }
+    }
     const Element list(m_page, "ul", {{"class", "legend"}});
     const auto entry = [&](const char* mark, const QString& colour, int shape,
                            const QString& text) {

@@ -10,6 +10,20 @@ namespace {
 
 constexpr int secondsPerMinute = 60;
 
+bool isNear(int a, int b)
+{
+    return qAbs(a - b) < secondsPerMinute;
+}
+
+/** How many of the sorted intervals are near one. */
+int nearTo(const QList<int>& intervals, int middle)
+{
+    const auto first =
+        std::upper_bound(intervals.cbegin(), intervals.cend(), middle - secondsPerMinute);
+    const auto last = std::lower_bound(first, intervals.cend(), middle + secondsPerMinute);
+    return int(last - first);
+}
+
 /** The middle of the intervals with the commonest number of minutes, and how many are near it. */
 Commonest<int> commonestInterval(QList<int> intervals)
 {
@@ -23,10 +37,11 @@ Commonest<int> commonestInterval(QList<int> intervals)
     };
     const auto first = std::lower_bound(intervals.cbegin(), intervals.cend(), common, isBelow);
     const int middle = *(first + (minutes.value(common) - 1) / 2);
-    const auto near = std::count_if(intervals.cbegin(), intervals.cend(), [&](int interval) {
-        return qAbs(interval - middle) < secondsPerMinute;
+    const int count = nearTo(intervals, middle);
+    const bool isAlone = std::none_of(intervals.cbegin(), intervals.cend(), [&](int other) {
+        return !isNear(other, middle) && nearTo(intervals, other) >= count;
     });
-    return {middle, int(near), true};
+    return {middle, count, isAlone};
 }
 
 /** Compares the acquisitions of one group and kind of image. */
@@ -90,7 +105,7 @@ private:
         const QString told = minutesText(common.value / secondsPerMinute);
         for (const int place : m_places) {
             const auto interval = m_report->acquisitions.at(place).interval;
-            if (interval && qAbs(*interval - common.value) >= secondsPerMinute)
+            if (interval && !isNear(*interval, common.value))
                 addDeviation({place, Interval, told, common.count, outOf});
         }
     }

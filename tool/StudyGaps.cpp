@@ -79,10 +79,12 @@ void GapSearch::addTimePoints(int subject)
 {
     for (const int place : qAsConst(m_group->subjects.at(subject).acquisitions)) {
         const auto day = m_report.acquisitions.at(place).day;
-        if (!day)
+        if (!day && !m_group->hasNamedTimePoints)
             continue;
         TimePoint& point = m_timePoints[keyOf(place)];
-        point.subjects += subject;
+        point.subjects += subject; // also without a date: it is not missing
+        if (!day)
+            continue;
         // Who was there most often tells best on which day it is.
         point.days[*day] += int(m_group->subjects.at(subject).acquisitions.size());
         ++point.names[m_group->hasNamedTimePoints ? labelledTimePoint(place).simplified()
@@ -110,7 +112,7 @@ void GapSearch::addGaps(int number)
     const int delay = m_group->hasNamedTimePoints ? delayOf(subject) : 0;
     for (const TimePoint& point : qAsConst(m_timePoints)) {
         const int others = int(point.subjects.size());
-        if (2 * others >= all && !point.subjects.contains(number))
+        if (2 * others >= all && !point.names.isEmpty() && !point.subjects.contains(number))
             subject.gaps += Gap{commonestOf(point.names).value, point.usualDay() + delay, others};
     }
     std::stable_sort(subject.gaps.begin(), subject.gaps.end(),

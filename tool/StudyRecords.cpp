@@ -52,8 +52,8 @@ QString settingOf(const QJsonObject& record, const SettingRow& row)
 /** The seconds since midnight of a time such as "9:05", "09:05:00" or "9:05 PM". */
 std::optional<int> timeOf(const QString& text)
 {
-    static const QRegularExpression form(
-        QStringLiteral("^\\s*([0-9]{1,2}):([0-9]{2})(?::([0-9]{2}))?\\s*([AaPp])?[Mm]?\\s*$"));
+    static const QRegularExpression form(QStringLiteral(
+        "^\\s*([0-9]{1,2}):([0-9]{2})(?::([0-9]{2}))?\\s*(?:([AaPp])\\.?[Mm]?\\.?)?\\s*$"));
     const QRegularExpressionMatch match = form.match(text);
     if (!match.hasMatch())
         return std::nullopt;
@@ -65,14 +65,18 @@ std::optional<int> timeOf(const QString& text)
     return time.isValid() ? std::optional(time.msecsSinceStartOfDay() / 1000) : std::nullopt;
 }
 
-/** The time from the injection to an acquisition, which may be after midnight. */
+/**
+ * The time from the injection to an acquisition, which may be after midnight. Up to an hour before
+ * it counts as before it: an injection time may be rounded, or written down late.
+ */
 std::optional<int> intervalOf(const ReportedAcquisition& acquisition)
 {
     const auto injection = timeOf(labelOf(acquisition.labels, Key::LucInjectionTime).toString());
     if (!injection || !acquisition.time.isValid())
         return std::nullopt;
-    return (acquisition.time.msecsSinceStartOfDay() / 1000 - *injection + secondsPerDay) %
-           secondsPerDay;
+    constexpr int secondsPerHour = 3600;
+    const int interval = acquisition.time.msecsSinceStartOfDay() / 1000 - *injection;
+    return interval < -secondsPerHour ? interval + secondsPerDay : interval;
 }
 
 /** A value that --column or --all of 'study' added to a record. */
@@ -121,16 +125,16 @@ void StudyRecords::add(const QJsonObject& record)
         addAcquisition(record);
 }
 
-// A DICOM file beside a click info holds the same acquisition; alone it is one itself.
+// The same file may be told of by several parts.
 void StudyRecords::addAcquisition(const QJsonObject& record)
 {
     ReportedAcquisition acquisition;
     acquisition.clickNumber = textOf(record, "clickNumber");
-    const bool isDicom = textOf(record, "kind") == kindName(Found::DicomFile);
-    if (isDicom && m_clickNumbers.contains(acquisition.clickNumber))
-        return;
-    m_clickNumbers += acquisition.clickNumber;
+    acquisition.isDicom = textOf(record, "kind") == kindName(Found::DicomFile);
     acquisition.path = textOf(record, "path");
+    if (m_paths.contains(acquisition.path))
+        return;
+    m_paths += acquisition.path;
     acquisition.image = textOf(record, "mainImage");
     acquisition.date = QDate::fromString(textOf(record, "date"), Qt::ISODate);
     acquisition.time = QTime::fromString(textOf(record, "time"), Qt::ISODate);
@@ -138,6 +142,11 @@ void StudyRecords::addAcquisition(const QJsonObject& record)
     for (int i = 0; i < Interval; ++i)
         acquisition.settings.at(std::size_t(i)) = settingOf(record, settingRows[i]);
     acquisition.interval = intervalOf(acquisition);
+    const QString injection = labelOf(acquisition.labels, Key::LucInjectionTime).toString();
+    if (!injection.trimmed().isEmpty() && !timeOf(injection))
+        addProblem(acquisition.path,
+                   {QStringLiteral("report"), 0,
+                    QStringLiteral("%1 '%2' is no time").arg(Key::LucInjectionTime, injection)});
     if (acquisition.interval)
         acquisition.settings.at(Interval) = minutesText(*acquisition.interval / secondsPerMinute);
     const QString version = addedValue(record, PLKeyword::Section::ClickNumber, Key::Version);

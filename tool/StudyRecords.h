@@ -52,12 +52,13 @@ struct ReportedAcquisition
     int subject = 0;        ///< its place in the group
     std::optional<int> day; ///< since the first acquisition of the same subject
     bool deviates = false;
+    bool isDicom = false; ///< whether a DICOM file tells of it
 };
 
 /** What is wrong with a file. */
 struct ReportedProblem
 {
-    QString source; ///< what tells of it: "study" or "check"
+    QString source; ///< what tells of it: "study", "check" or "report"
     int line = 0;   ///< from 1; 0 for the file as a whole
     QString message;
 };
@@ -94,7 +95,7 @@ private:
     void addAcquisition(const QJsonObject& record);
     void addFindings(const QJsonObject& record);
 
-    QSet<QString> m_clickNumbers;
+    QSet<QString> m_paths; ///< of the acquisitions
 };
 
 #endif

@@ -8,6 +8,7 @@
 #include "StudyGaps.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 
 #include <algorithm>
 #include <tuple>
@@ -17,6 +18,27 @@ namespace {
 bool isEarlier(const ReportedAcquisition& a, const ReportedAcquisition& b)
 {
     return std::tie(a.date, a.time, a.path) < std::tie(b.date, b.time, b.path);
+}
+
+/** A DICOM file holds the acquisition of a click info, if there is one; of several the first
+ * counts. */
+QList<ReportedAcquisition> withoutCopies(const QList<ReportedAcquisition>& all)
+{
+    QSet<QString> known;
+    for (const ReportedAcquisition& acquisition : all) {
+        if (!acquisition.isDicom)
+            known += acquisition.clickNumber;
+    }
+    QList<ReportedAcquisition> kept;
+    for (const ReportedAcquisition& acquisition : all) {
+        const QString& number = acquisition.clickNumber;
+        const bool isCopy = acquisition.isDicom && !number.isEmpty() && known.contains(number);
+        if (acquisition.isDicom)
+            known += number;
+        if (!isCopy)
+            kept += acquisition;
+    }
+    return kept;
 }
 
 /** A subject or group while its acquisitions are found. */
@@ -173,7 +195,7 @@ int StudyReport::gapCount() const
 StudyReport reportOf(const StudyRecords& records, const ReportLabels& labels)
 {
     StudyReport report;
-    report.acquisitions = records.acquisitions;
+    report.acquisitions = withoutCopies(records.acquisitions);
     report.spectra = records.spectra;
     report.problems = records.problems;
     report.sequences = sorted(records.sequences);

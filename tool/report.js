@@ -3,13 +3,18 @@
 "use strict";
 {
     const collator = new Intl.Collator("en", { numeric: true });
+    const numberIn = (text) => Number.parseFloat(text.replace("\u2212", "-"));
+    const compare = (a, b) => {
+        const difference = numberIn(a) - numberIn(b);
+        return difference || collator.compare(a, b);
+    };
     const textOf = (row, column) => row.cells[column].textContent.trim();
     const rowsOf = (table) => [...table.querySelectorAll("tbody tr:not(.group)")];
 
     const sortBy = (table, heading, column) => {
         const down = heading.getAttribute("aria-sort") === "ascending";
         const rows = rowsOf(table);
-        rows.sort((a, b) => collator.compare(textOf(a, column), textOf(b, column)));
+        rows.sort((a, b) => compare(textOf(a, column), textOf(b, column)));
         table.tBodies[0].append(...(down ? rows.reverse() : rows));
         for (const other of table.tHead.rows[0].cells) other.removeAttribute("aria-sort");
         heading.setAttribute("aria-sort", down ? "descending" : "ascending");
