@@ -67,7 +67,7 @@ QString withoutEndlessWords(QString text)
 /** A text that shows what it holds. */
 QString shown(const QString& whole)
 {
-    const QString text = withoutEndlessWords(whole);
+    QString text = withoutEndlessWords(whole);
     const auto isPlain = [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7F; };
     if (std::all_of(text.cbegin(), text.cend(), isPlain))
         return text;
