@@ -75,8 +75,11 @@ def path_of(path: PathLike) -> str:
     text = os.fsdecode(path)
     if "\0" in text:
         raise ValueError("embedded null character in path")
-    if any("\ud800" <= character <= "\udfff" for character in text):
-        raise FileError("the name of the file is no UTF-8", Status.FILE_OPEN_FAILED, text)
+    try:
+        text.encode()
+    except UnicodeEncodeError:
+        problem = "the name of the file is no UTF-8"
+        raise FileError(problem, Status.FILE_OPEN_FAILED, text) from None
     return text
 
 
