@@ -92,6 +92,7 @@ time.sleep(0.2)
         subprocess.run([sys.executable, "-c", code], timeout=60, check=True)
 
 
+@pytest.mark.skipif(SANITIZED, reason="a fork may leave the sanitizer's allocator locked")
 def test_a_scan_is_let_alone_after_a_fork(file: Path) -> None:
     code = f"""
 import os, ovparser
