@@ -91,14 +91,18 @@ PyThreadState* release()
     return _Py_IsFinalizing() ? nullptr : PyEval_SaveThread();
 }
 
-// Python ends a thread that comes back too late, in the middle of code that nobody may leave so.
+// Python ends a thread that comes back too late, in the middle of code that nobody may leave so:
+// such a thread stays here until the process ends.
 void acquire(PyThreadState* state)
 {
     if (!state)
         return;
-    while (_Py_IsFinalizing())
-        std::this_thread::sleep_for(std::chrono::hours(1));
-    PyEval_RestoreThread(state);
+    try {
+        PyEval_RestoreThread(state);
+    } catch (...) {
+        for (;;)
+            std::this_thread::sleep_for(std::chrono::hours(1));
+    }
 }
 
 void raise(const Failure& failure)
