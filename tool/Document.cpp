@@ -67,13 +67,13 @@ const KindName& namesOf(FileKind kind)
 struct IndexKind
 {
     FileKind kind = FileKind::StructureReferences;
-    QLatin1String key; ///< in lower case
+    QLatin1String key;
     tag_estatus (CPLBkgSummaryInfo::*load)(QString) = nullptr;
 };
 
 constexpr IndexKind indexKinds[] = {
-    {FileKind::StructureReferences, keyword("structure reference"), &CPLBkgSummaryInfo::SLload},
-    {FileKind::FluorescentReferences, keyword("fluorescent reference"), &CPLBkgSummaryInfo::FLload},
+    {FileKind::StructureReferences, Key::StructureReference, &CPLBkgSummaryInfo::SLload},
+    {FileKind::FluorescentReferences, Key::FluorescentReference, &CPLBkgSummaryInfo::FLload},
 };
 
 /** What the key of a section begins with tells what the file is. */
@@ -275,7 +275,7 @@ bool Document::loadIndex(const QString& file)
     const QByteArray lower = m_bytes.toLower();
     const auto* const row =
         std::find_if(std::cbegin(indexKinds), std::cend(indexKinds), [&](const IndexKind& kind) {
-            return lower.contains(kind.key.latin1()) &&
+            return lower.contains(QByteArray(kind.key.data()).toLower()) &&
                    (m_catalogue.*kind.load)(file) == eSTATUS_SUCCESS && m_catalogue[0];
         });
     if (row == std::cend(indexKinds))

@@ -95,7 +95,7 @@ QString instrumentOf(const QString& file)
 {
     QString problem;
     QString text = QString::fromLatin1(readFile(file, &problem).value_or(QByteArray()));
-    const QString header = QLatin1String("*** ") + PLKeyword::Section::CameraSystemInfo;
+    const QString header = PLKeyword::Text::Marker + QString(PLKeyword::Section::CameraSystemInfo);
     if (!text.contains(header, Qt::CaseInsensitive))
         text.prepend(header + QLatin1String(":\n"));
     CPLClickInfo info;
