@@ -34,8 +34,8 @@ using Attributes = std::initializer_list<Attribute>;
 
 /**
  * Writes a document. Every text and value is escaped, and what could break a line, turn the
- * direction of reading or is no character at all is spelled out. Words that browsers would break into
- * lines for minutes are cut.
+ * direction of reading or is no character at all is spelled out. Words that browsers would break
+ * into lines for minutes are cut.
  */
 class Markup
 {
